@@ -1,0 +1,164 @@
+#pragma once  // containers/Container/ObjectList.h
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "containers/Container/MergeSort.h"
+#include "host/Exceptions.h"
+
+namespace tarnalgo {
+
+/// What happened to an item of a `TObjectList`.
+enum class TListChange {
+  Added,
+  Removed,   ///< about to be freed by the list
+  Extracted  ///< handed out, the list no longer owns it
+};
+
+/// A list that owns its items and frees them on removal, or only refers to them when created with
+/// `OwnsObjects` = false.
+///
+///     TObjectList<TShape> Shapes;
+///     Shapes.Add(std::make_unique<TShape>());
+///     for (TShape* Shape : Shapes) Shape->Translate(1, 0);
+///
+/// Items are reached as raw pointers that stay valid until the item leaves the list. Movable, not
+/// copyable. A derived class follows changes through `Notify`.
+/// Errors: an index outside 0 .. Count − 1 (`Insert`: Count), `EParamError`, nothing changed.
+/// Cost: as of a vector; `IndexOf` and `Remove` are linear.
+template <class T>
+class TObjectList {
+ public:
+  using TIterator = typename std::vector<T*>::const_iterator;
+
+  explicit TObjectList(bool OwnsObjects = true) : FOwnsObjects(OwnsObjects) {}
+  TObjectList(TObjectList&& Other) noexcept
+      : FItems(std::exchange(Other.FItems, {})), FOwnsObjects(Other.FOwnsObjects) {}
+  /// The items replaced are freed without notification of the other list's.
+  TObjectList& operator=(TObjectList&& Other) noexcept {
+    if (this != &Other) {
+      FreeAll();
+      FItems = std::exchange(Other.FItems, {});
+      FOwnsObjects = Other.FOwnsObjects;
+    }
+    return *this;
+  }
+  TObjectList(const TObjectList&) = delete;
+  TObjectList& operator=(const TObjectList&) = delete;
+  /// Frees owned items, last first, without notification (the derived part is gone already).
+  virtual ~TObjectList() { FreeAll(); }
+
+  bool OwnsObjects() const { return FOwnsObjects; }
+  /// Hands the duty to free the items to the list, or takes it away.
+  void SetOwnsObjects(bool Value) { FOwnsObjects = Value; }
+
+  int Count() const { return static_cast<int>(FItems.size()); }
+  bool IsEmpty() const { return FItems.empty(); }
+  T* operator[](int Index) const {
+    CheckIndex(Index, Count());
+    return FItems[static_cast<std::size_t>(Index)];
+  }
+  T* First() const { return (*this)[0]; }
+  T* Last() const { return (*this)[Count() - 1]; }
+  TIterator begin() const { return FItems.begin(); }
+  TIterator end() const { return FItems.end(); }
+  void Reserve(int Capacity) {
+    if (Capacity > 0) FItems.reserve(static_cast<std::size_t>(Capacity));
+  }
+
+  /// Appends and returns the position.
+  /// Ownership: passes to an owning list, also when the call raises (the item is then freed). A list
+  /// that does not own refuses a `unique_ptr` with `EParamError` and only refers to a raw pointer.
+  int Add(std::unique_ptr<T> Item) {
+    Insert(Count(), std::move(Item));
+    return Count() - 1;
+  }
+  int Add(T* Item) {
+    Insert(Count(), Item);
+    return Count() - 1;
+  }
+  void Insert(int Index, std::unique_ptr<T> Item) {
+    CheckOwning();
+    CheckIndex(Index, Count() + 1);
+    FItems.insert(FItems.begin() + Index, Item.get());
+    Notify(*Item.release(), TListChange::Added);
+  }
+  void Insert(int Index, T* Item) {
+    if (FOwnsObjects) return Insert(Index, std::unique_ptr<T>(Item));
+    CheckIndex(Index, Count() + 1);
+    FItems.insert(FItems.begin() + Index, Item);
+    Notify(*Item, TListChange::Added);
+  }
+  /// Removes the item at `Index`; an owning list frees it.
+  void Delete(int Index) {
+    CheckIndex(Index, Count());
+    T* const Item = FItems[static_cast<std::size_t>(Index)];
+    FItems.erase(FItems.begin() + Index);
+    Notify(*Item, TListChange::Removed);
+    if (FOwnsObjects) delete Item;
+  }
+  /// Removes the first occurrence of `Item`; the position it had, −1 when absent.
+  int Remove(const T* Item) {
+    const int Index = IndexOf(Item);
+    if (Index >= 0) Delete(Index);
+    return Index;
+  }
+  /// Takes an item out of an owning list; the caller owns it. A list that does not own has nothing
+  /// to hand over: `EParamError`.
+  std::unique_ptr<T> Extract(int Index) {
+    CheckOwning();
+    CheckIndex(Index, Count());
+    std::unique_ptr<T> Item(FItems[static_cast<std::size_t>(Index)]);
+    FItems.erase(FItems.begin() + Index);
+    Notify(*Item, TListChange::Extracted);
+    return Item;
+  }
+  void Clear() {
+    while (!FItems.empty()) Delete(Count() - 1);
+  }
+  /// Position of the first occurrence of the very object, −1 when absent.
+  int IndexOf(const T* Item) const {
+    const auto Found = std::find(FItems.begin(), FItems.end(), Item);
+    return Found == FItems.end() ? -1 : static_cast<int>(Found - FItems.begin());
+  }
+  void Reverse() { std::reverse(FItems.begin(), FItems.end()); }
+  void Exchange(int A, int B) {
+    CheckIndex(A, Count());
+    CheckIndex(B, Count());
+    std::swap(FItems[static_cast<std::size_t>(A)], FItems[static_cast<std::size_t>(B)]);
+  }
+  /// Stable; `Compare` is `int(const T&, const T&)` and may have a tolerance band (`MergeSort`).
+  template <class TComparer>
+  void Sort(TComparer Compare) {
+    MergeSort(FItems, [&Compare](const T* A, const T* B) { return Compare(*A, *B); });
+  }
+
+ protected:
+  /// Called after each addition and before a removed item is freed.
+  virtual void Notify(T& /*Item*/, TListChange /*Change*/) {}
+
+ private:
+  void CheckOwning() const {
+    if (!FOwnsObjects) RaiseError<EParamError>("TObjectList", "the list does not own its items");
+  }
+  static void CheckIndex(int Index, int Bound) {
+    if (Index < 0 || Index >= Bound) RaiseError<EParamError>("TObjectList", "index out of range");
+  }
+  void FreeAll() {
+    if (FOwnsObjects) {
+      for (auto It = FItems.rbegin(); It != FItems.rend(); ++It) delete *It;
+    }
+    FItems.clear();
+  }
+
+  // Raw pointers rather than unique_ptr: whether the list owns is decided, and may change, at run
+  // time.
+  std::vector<T*> FItems;
+  bool FOwnsObjects;
+};
+
+}  // namespace tarnalgo

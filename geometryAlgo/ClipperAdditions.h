@@ -1,0 +1,20 @@
+#pragma once  // geometryAlgo/ClipperAdditions.h
+
+#include <vector>
+
+/// The clipping library's types, declared as it declares them, so that headers need not include it.
+namespace ClipperLib {
+struct IntPoint;
+typedef std::vector<IntPoint> Path;
+typedef std::vector<Path> Paths;
+}  // namespace ClipperLib
+
+namespace tarnalgo {
+
+/// A point of two signed 64-bit integers, a path of them, a list of paths. Whoever looks inside
+/// includes <polyclipping/clipper.hpp>.
+using TIntPoint = ClipperLib::IntPoint;
+using TPath = ClipperLib::Path;
+using TPaths = ClipperLib::Paths;
+
+}  // namespace tarnalgo

@@ -1,0 +1,3 @@
+#pragma once  // geometryAlgo/VedaType.h
+
+#include "geometryAlgo/VedaType/Enums.h"  // TShapeRelation, TRangeRelation, TDir

@@ -1,0 +1,63 @@
+#pragma once  // host/Cadtypes/Arc.h
+
+#include "host/Cadtypes/Circle.h"
+
+namespace tarnalgo {
+
+/// The host's circular arc: from `StartAngle` through `SweepAngle` radians, counter-clockwise when
+/// positive. Its parameter runs from 0 at the start to 1 at the end. A sweep of ±2π is the full
+/// circle.
+struct TArc2D {
+  TPoint2D Center;
+  double Radius = 0.0;
+  double StartAngle = 0.0;
+  double SweepAngle = 0.0;
+
+  constexpr TArc2D() = default;
+  constexpr TArc2D(const TPoint2D& ACenter, double ARadius, double AStartAngle, double ASweepAngle)
+      : Center(ACenter), Radius(ARadius), StartAngle(AStartAngle), SweepAngle(ASweepAngle) {}
+
+  /// The arc over a chord; `Bulge` = tan(sweep / 4), negative for clockwise.
+  /// Errors: bulge 0 or not finite, or ends that coincide (1e-6), `EParamError`.
+  static TArc2D CreateBulge(const TPoint2D& StartPt, const TPoint2D& EndPt, double Bulge);
+  /// The arc about `Center` from `StartPt` to the direction of `EndPt`; ends that coincide (1e-6)
+  /// make the full circle. The radius is the distance from `Center` to `StartPt`.
+  static TArc2D CreateCenter(const TPoint2D& StartPt, const TPoint2D& EndPt, const TPoint2D& Center,
+                             bool IsClockwise);
+  /// The shorter of the two arcs of that radius with the centre on the left of the chord when
+  /// `Flag` is set (the arc then turns counter-clockwise), on the right otherwise (clockwise).
+  /// Errors: radius below half the chord by more than 1e-6, or ends that coincide (1e-6),
+  /// `EParamError`.
+  static TArc2D CreateRadius(const TPoint2D& StartPt, const TPoint2D& EndPt, double Radius,
+                             bool Flag);
+
+  /// tan(sweep / 4), signed like the sweep.
+  double Bulge() const;
+  TPoint2D StartPoint() const { return PointAtParam(0.0); }
+  TPoint2D EndPoint() const { return PointAtParam(1.0); }
+  double GetSweepAngle() const { return SweepAngle; }
+  TPoint2D PointAtParam(double T) const;
+  /// Parameter of the direction of `P` from the centre, in [0, 2π / |sweep|): above 1 off the arc.
+  /// A direction within 1e-6 (as a length) before the start is the start.
+  double ParamOfPoint(const TPoint2D& P) const;
+  /// Tight box of the arc itself.
+  TRect2D GetBoundBox() const;
+  double CurveLength() const;
+  /// `P` lies on the arc, ends included.
+  /// Tolerance: 1e-6, a length.
+  bool IsOn(const TPoint2D& P, double Tol = kLinearTolerance) const;
+
+  /// Common points of the two arcs: 0..2. Arcs of one circle answer the ends of their overlap (the
+  /// longest one if there are two), or the end points in which they only touch.
+  /// Tolerance: 1e-6, a length, ends included.
+  int Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
+  /// Common points with the infinite line, in the line's order: 0..2.
+  int Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
+
+  /// The chord of the arc moved outwards until it touches the arc: parallel to the chord, tangent at
+  /// the arc's middle, as long as the chord. For a full circle the tangent opposite to the start,
+  /// as a point.
+  TLine2D EnvelopeLine() const;
+};
+
+}  // namespace tarnalgo

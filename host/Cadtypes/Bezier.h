@@ -1,0 +1,60 @@
+#pragma once  // host/Cadtypes/Bezier.h
+
+#include <vector>
+
+#include "host/Cadtypes/Line.h"
+#include "host/Cadtypes/Matrix.h"
+
+namespace tarnalgo {
+
+/// The host's cubic Bezier segment; parameter t in [0, 1].
+struct TBezierSegment2D {
+  TPoint2D P0;
+  TPoint2D P1;
+  TPoint2D P2;
+  TPoint2D P3;
+
+  constexpr TBezierSegment2D() = default;
+  /// The straight segment, controls at the thirds: the parameter runs evenly.
+  TBezierSegment2D(const TPoint2D& AP0, const TPoint2D& AP3);
+  constexpr TBezierSegment2D(const TPoint2D& AP0, const TPoint2D& AP1, const TPoint2D& AP2,
+                             const TPoint2D& AP3)
+      : P0(AP0), P1(AP1), P2(AP2), P3(AP3) {}
+
+  friend constexpr bool operator==(const TBezierSegment2D&, const TBezierSegment2D&) = default;
+
+  /// Exact at 0 and 1; beyond them the polynomial goes on.
+  TPoint2D EvalPoint(double T) const;
+  /// First and second derivative by the parameter.
+  TPoint2D Derivative(double T) const;
+  TPoint2D SecondDerivative(double T) const;
+  /// De Casteljau: the two parts share the split point exactly and keep the outer ends.
+  void Split(double T, TBezierSegment2D& Left, TBezierSegment2D& Right) const;
+  void SplitMiddle(TBezierSegment2D& Left, TBezierSegment2D& Right) const;
+  TBezierSegment2D Reversed() const { return {P3, P2, P1, P0}; }
+
+  /// Direction at the ends, not normalised. A control point on its end is passed over: the limit
+  /// direction, towards (from) the next different control point; zero when all four coincide.
+  TPoint2D TangentStart() const;
+  TPoint2D TangentEnd() const;
+
+  /// All control points lie within `Eps` of the infinite line of the chord (of the point P0 when
+  /// P0 = P3). `Line` receives the chord whatever the answer.
+  bool IsLinear(TLine2D& Line, double Eps) const;
+  /// Parameters in (0, 1) where the curvature changes sign, ascending. A cusp or a double root is
+  /// no change.
+  std::vector<double> CurvatureChangedPlaces() const;
+  /// Distance from `P` to the curve, with the parameter and the foot point. Exact to rounding: all
+  /// minima are isolated first. `Tol` is a length below which a better foot is not looked for (0:
+  /// to rounding). Ties: the smaller parameter.
+  double DistanceTo(const TPoint2D& P, double Tol, double& T, TPoint2D& Foot) const;
+
+  void TransformBy(const TMatrix2D& M);
+
+  /// Tight box: the extremes of the curve, not of its controls.
+  TRect2D GetBoundBox() const;
+  /// Arc length, to a relative error of about 1e-12 (adaptive Gauss-Legendre).
+  double CurveLength() const;
+};
+
+}  // namespace tarnalgo

@@ -1,0 +1,29 @@
+#pragma once  // host/Cadtypes/Constants.h
+
+namespace tarnalgo {
+
+/// The tolerances and fixed values of the library, each with its unit and what depends on it.
+/// `docs/tolerances.md` tells why each has its value.
+
+/// Length (model units), also slack of parameters: point coincidence, closure of contours, parameter
+/// within a segment, collinearity. Default of every `Eps` and `Tolerance` argument.
+inline constexpr double kLinearTolerance = 1e-6;
+
+/// Parameter: filter of the roots of Bezier against segment.
+inline constexpr double kRootTolerance = 1e-15;
+
+/// Product of lengths (not normalised): corner classification of a polyline vertex.
+inline constexpr double kCornerTolerance = 1e-12;
+
+/// Length: slack of the convex hull of a polyline.
+inline constexpr double kHullSlack = 1.1e-5;
+
+/// Start of every running minimum, replaced on strict `<`.
+inline constexpr double kStartOfMinimum = 1.7e308;
+
+/// Angle (radians): one turn, half a turn, a quarter.
+inline constexpr double kFullTurn = 6.283185307179586;
+inline constexpr double kPi = 3.141592653589793;
+inline constexpr double kQuarterTurn = 1.5707963267948966;
+
+}  // namespace tarnalgo

@@ -1,0 +1,46 @@
+#pragma once  // host/Cadtypes/Numeric.h
+
+#include <vector>
+
+#include "host/Cadtypes/Point.h"
+
+namespace tarnalgo {
+
+class TNumeric {
+ public:
+  /// Real roots of A·x³ + B·x² + C·x + D = 0, distinct ones, ascending, appended to `Roots`. The
+  /// result counts what was appended. A = 0 solves the lower degree; an equation without unknown
+  /// has no root to name: 0.
+  /// Closed form (trigonometric for three roots), polished by Newton steps; a double root is
+  /// recognised by its discriminant to rounding.
+  static int CubicRoot(double A, double B, double C, double D, std::vector<double>& Roots);
+};
+
+/// |A − B| <= Eps, A > B + Eps, A < B − Eps, in both precisions.
+bool fEqual(double A, double B, double Eps);
+bool fEqual(long double A, long double B, long double Eps);
+bool fGreat(double A, double B, double Eps);
+bool fGreat(long double A, long double B, long double Eps);
+bool fSmall(double A, double B, double Eps);
+bool fSmall(long double A, long double B, long double Eps);
+
+/// Angle `A` brought into one turn from `Base`: [Base, Base + 2π), with `Flag` set
+/// (Base, Base + 2π]. An angle that is not finite comes back as it is.
+long double NormalAngle(long double A, bool Flag, long double Base);
+
+/// Three points, for their circumcentre.
+struct TTriangle2D {
+  TPoint2D P1;
+  TPoint2D P2;
+  TPoint2D P3;
+
+  constexpr TTriangle2D() = default;
+  constexpr TTriangle2D(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C)
+      : P1(A), P2(B), P3(C) {}
+
+  /// Centre of the circle through the three points, computed relative to P1.
+  /// Errors: collinear points, `EGeometry`.
+  TPoint2D CircumCenter() const;
+};
+
+}  // namespace tarnalgo

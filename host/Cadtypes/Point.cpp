@@ -1,0 +1,69 @@
+#include "host/Cadtypes/Point.h"
+
+#include <cmath>
+
+namespace tarnalgo {
+
+namespace {
+
+/// An angle of (−2π, 2π) brought into [0, 2π); a hair below 0 would round up to 2π itself.
+double IntoFullTurn(double Angle) {
+  if (Angle >= 0.0) return Angle;
+  const double Turned = Angle + kFullTurn;
+  return Turned < kFullTurn ? Turned : 0.0;
+}
+
+double RoundDecimal(double Value, int Digits) {
+  const double Scale = std::pow(10.0, Digits);
+  const double Scaled = Value * Scale;
+  // From 2^52 on a double has no fraction left to round; a NaN fails the test too.
+  if (!(std::abs(Scaled) < 4503599627370496.0) || !(Scale > 0.0)) return Value;
+  return std::nearbyint(Scaled) / Scale;
+}
+
+}  // namespace
+
+double TPoint2D::Mag() const {
+  const double Square = X * X + Y * Y;
+  if (Square > 1e-290 && Square < 1e300) return std::sqrt(Square);
+  return std::hypot(X, Y);
+}
+
+TPoint2D TPoint2D::Normal() const {
+  const double Length = Mag();
+  if (!(Length > 0.0)) return {};
+  if (Length > 1e-290 && Length < 1e300) return *this / Length;
+  // Brought near 1 first: the quotient of denormals or of huge numbers has lost its digits.
+  const double Largest = std::fmax(std::abs(X), std::abs(Y));
+  if (!std::isfinite(Largest)) return {};
+  const TPoint2D Scaled = *this / Largest;
+  return Scaled / Scaled.Mag();
+}
+
+double TPoint2D::Angle() const {
+  return IntoFullTurn(std::atan2(Y, X));
+}
+
+double TPoint2D::AngleFrom(const TPoint2D& B) const {
+  return IntoFullTurn(std::atan2(B.CrossMul(*this), B.DotMul(*this)));
+}
+
+double TPoint2D::AngleBetween(const TPoint2D& B) const {
+  return std::abs(std::atan2(CrossMul(B), DotMul(B)));
+}
+
+TPoint2D TPoint2D::RotateBy(double A) const {
+  const double Cos = std::cos(A);
+  const double Sin = std::sin(A);
+  return {X * Cos - Y * Sin, X * Sin + Y * Cos};
+}
+
+bool TPoint2D::IsParallelTo(const TPoint2D& B, double Eps) const {
+  return std::abs(Normal().CrossMul(B.Normal())) <= Eps;
+}
+
+TPoint2D TPoint2D::RoundTo(int Digits) const {
+  return {RoundDecimal(X, Digits), RoundDecimal(Y, Digits)};
+}
+
+}  // namespace tarnalgo

@@ -1,0 +1,41 @@
+#pragma once  // host/Cadtypes/Rect.h
+
+#include <limits>
+
+#include "host/Cadtypes/Point.h"
+
+namespace tarnalgo {
+
+/// The host's axis-aligned box, closed. Valid when `Min` <= `Max` on both axes (exact); any other
+/// box, NaN included, stands for "empty" and is the identity of `Union`.
+struct TRect2D {
+  TPoint2D Min{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+  TPoint2D Max{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+
+  /// The empty box, also what a default-made box is: `Min` = +infinity, `Max` = −infinity.
+  static const TRect2D FNull;
+
+  constexpr TRect2D() = default;
+  constexpr TRect2D(const TPoint2D& AMin, const TPoint2D& AMax) : Min(AMin), Max(AMax) {}
+
+  friend constexpr bool operator==(const TRect2D&, const TRect2D&) = default;
+
+  constexpr bool IsValid() const { return Min.X <= Max.X && Min.Y <= Max.Y; }
+  constexpr double Width() const { return Max.X - Min.X; }
+  constexpr double Height() const { return Max.Y - Min.Y; }
+
+  /// The smallest box that covers both; an invalid one adds nothing.
+  TRect2D Union(const TRect2D& R) const;
+  /// The smallest box that also covers `P`.
+  TRect2D Union(const TPoint2D& P) const;
+  /// Grown by `DX` on the left and right and `DY` below and above; an empty box stays empty.
+  TRect2D Inflate(double DX, double DY) const;
+  /// `R` lies in this box, each side with slack `Eps`. The empty box lies in every box and holds
+  /// only empty ones.
+  bool Contains(const TRect2D& R, double Eps = kLinearTolerance) const;
+  bool Contains(const TPoint2D& P, double Eps = kLinearTolerance) const;
+};
+
+inline constexpr TRect2D TRect2D::FNull{};
+
+}  // namespace tarnalgo
