@@ -55,7 +55,8 @@ void MergeSort(std::vector<T>& Items, TComparer Compare) {
       std::size_t Out = First;
       while (L < Left.size() && R < Last) {
         // Only a strictly smaller right item overtakes: equal ones keep their order.
-        Items[Out++] = Compare(Left[L], Items[R]) > 0 ? std::move(Items[R++]) : std::move(Left[L++]);
+        Items[Out++] =
+            Compare(Left[L], Items[R]) > 0 ? std::move(Items[R++]) : std::move(Left[L++]);
       }
       while (L < Left.size()) Items[Out++] = std::move(Left[L++]);
     }

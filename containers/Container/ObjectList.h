@@ -71,8 +71,9 @@ class TObjectList {
   }
 
   /// Appends and returns the position.
-  /// Ownership: passes to an owning list, also when the call raises (the item is then freed). A list
-  /// that does not own refuses a `unique_ptr` with `EParamError` and only refers to a raw pointer.
+  /// Ownership: passes to an owning list, also when the call raises (the item is then freed). A
+  /// list that does not own refuses a `unique_ptr` with `EParamError` and only refers to a raw
+  /// pointer.
   int Add(std::unique_ptr<T> Item) {
     Insert(Count(), std::move(Item));
     return Count() - 1;

@@ -3,8 +3,8 @@
 namespace tarnalgo {
 
 /// Where the other shape lies with respect to this one, the other shape being the subject: on the
-/// boundary, inside, outside, containing this one, contained by this one, crossing it, apart, equal.
-/// So `A.RelationWith(B)` is `srContain` when B contains A.
+/// boundary, inside, outside, containing this one, contained by this one, crossing it, apart,
+/// equal. So `A.RelationWith(B)` is `srContain` when B contains A.
 enum class TShapeRelation {
   srOn,
   srIn,

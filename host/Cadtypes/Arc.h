@@ -54,9 +54,9 @@ struct TArc2D {
   /// Common points with the infinite line, in the line's order: 0..2.
   int Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
 
-  /// The chord of the arc moved outwards until it touches the arc: parallel to the chord, tangent at
-  /// the arc's middle, as long as the chord. For a full circle the tangent opposite to the start,
-  /// as a point.
+  /// The chord of the arc moved outwards until it touches the arc: parallel to the chord, tangent
+  /// at the arc's middle, as long as the chord. For a full circle the tangent opposite to the
+  /// start, as a point.
   TLine2D EnvelopeLine() const;
 };
 

@@ -5,8 +5,8 @@ namespace tarnalgo {
 /// The tolerances and fixed values of the library, each with its unit and what depends on it.
 /// `docs/tolerances.md` tells why each has its value.
 
-/// Length (model units), also slack of parameters: point coincidence, closure of contours, parameter
-/// within a segment, collinearity. Default of every `Eps` and `Tolerance` argument.
+/// Length (model units), also slack of parameters: point coincidence, closure of contours,
+/// parameter within a segment, collinearity. Default of every `Eps` and `Tolerance` argument.
 inline constexpr double kLinearTolerance = 1e-6;
 
 /// Parameter: filter of the roots of Bezier against segment.

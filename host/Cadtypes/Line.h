@@ -6,8 +6,8 @@
 
 namespace tarnalgo {
 
-/// The host's directed segment; its parameter runs from 0 at the start to 1 at the end and beyond on
-/// the infinite line.
+/// The host's directed segment; its parameter runs from 0 at the start to 1 at the end and beyond
+/// on the infinite line.
 struct TLine2D {
   TPoint2D StartPoint;
   TPoint2D EndPoint;
