@@ -38,7 +38,8 @@ struct TArc2D {
   double GetSweepAngle() const { return SweepAngle; }
   TPoint2D PointAtParam(double T) const;
   /// Parameter of the direction of `P` from the centre, in [0, 2π / |sweep|): above 1 off the arc.
-  /// A direction within 1e-6 (as a length) before the start is the start.
+  /// Off the arc, and on a full circle, a direction within 1e-6 (as a length) before the start is
+  /// the start.
   double ParamOfPoint(const TPoint2D& P) const;
   /// Tight box of the arc itself.
   TRect2D GetBoundBox() const;
@@ -49,6 +50,7 @@ struct TArc2D {
 
   /// Common points of the two arcs: 0..2. Arcs of one circle answer the ends of their overlap (the
   /// longest one if there are two), or the end points in which they only touch.
+  /// `I1` comes first along this arc.
   /// Tolerance: 1e-6, a length, ends included.
   int Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
   /// Common points with the infinite line, in the line's order: 0..2.
@@ -58,6 +60,10 @@ struct TArc2D {
   /// at the arc's middle, as long as the chord. For a full circle the tangent opposite to the
   /// start, as a point.
   TLine2D EnvelopeLine() const;
+
+ private:
+  /// The parameter of a point known to lie on the arc, at most 1.
+  double ParamWithin(const TPoint2D& P) const;
 };
 
 }  // namespace tarnalgo

@@ -45,8 +45,9 @@ struct TBezierSegment2D {
   /// no change.
   std::vector<double> CurvatureChangedPlaces() const;
   /// Distance from `P` to the curve, with the parameter and the foot point. Exact to rounding: all
-  /// minima are isolated first. `Tol` is a length below which a better foot is not looked for (0:
-  /// to rounding). Ties: the smaller parameter.
+  /// minima are isolated first. A foot within `Tol` (a length) of `P` is taken without looking for
+  /// a better one further along (0: to rounding).
+  /// Ties: the smaller parameter.
   double DistanceTo(const TPoint2D& P, double Tol, double& T, TPoint2D& Foot) const;
 
   void TransformBy(const TMatrix2D& M);

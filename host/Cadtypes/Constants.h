@@ -18,6 +18,10 @@ inline constexpr double kCornerTolerance = 1e-12;
 /// Length: slack of the convex hull of a polyline.
 inline constexpr double kHullSlack = 1.1e-5;
 
+/// Sine of the angle between two directions: below it two host lines count as parallel. Far above
+/// the rounding of a direction, far below any angle that is drawn.
+inline constexpr double kParallelSine = 1e-12;
+
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
 

@@ -1,0 +1,262 @@
+#include "host/Cadtypes/Arc.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "host/Cadutils.h"
+#include "host/Exceptions.h"
+
+namespace tarnalgo {
+
+namespace {
+
+/// Turned angle from the start of `Arc` to the direction of `P`, in the arc's sense, in [0, 2π).
+double TurnedTo(const TArc2D& Arc, double Angle) {
+  return Arc.SweepAngle >= 0.0 ? TMathUtils::CycInc(Angle, -Arc.StartAngle, kFullTurn)
+                               : TMathUtils::CycInc(Arc.StartAngle, -Angle, kFullTurn);
+}
+
+/// |sweep|, at most a full turn.
+double CoveredTurn(const TArc2D& Arc) {
+  return std::min(std::abs(Arc.SweepAngle), kFullTurn);
+}
+
+void CheckEndsApart(const TPoint2D& StartPt, const TPoint2D& EndPt, const char* Where) {
+  if (!(StartPt.DistanceTo(EndPt) > kLinearTolerance)) {
+    RaiseError<EParamError>(Where, "起点与终点重合");
+  }
+}
+
+/// The common points of an arc and another curve, chosen from the common points of the full
+/// circle with it. A crossing that an arc misses by a hair at a flat angle can lie far beyond its
+/// end, although the end itself lies on the other curve: that end then stands for the crossing.
+class TArcMeeting {
+ public:
+  void AddCrossing(const TIntersectPoint2D& Crossing, bool IsOnBoth) {
+    FCrossings[FCount] = Crossing;
+    FIsOnBoth[FCount++] = IsOnBoth;
+  }
+
+  /// An end of one curve that lies on the other one.
+  void AddTouchingEnd(const TIntersectPoint2D& End) {
+    if (FCount == 0) return;
+    const auto Dist = [&](int I) { return FCrossings[I].Point.DistanceTo(End.Point); };
+    const int Nearest = FCount == 2 && Dist(1) < Dist(0) ? 1 : 0;
+    if (FIsOnBoth[Nearest]) return;
+    FCrossings[Nearest] = End;
+    FIsOnBoth[Nearest] = true;
+  }
+
+  /// The points found, in the order in which the crossings were added.
+  int Give(TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
+    int Found = 0;
+    for (int I = 0; I < FCount; ++I) {
+      if (FIsOnBoth[I]) (Found++ == 0 ? I1 : I2) = FCrossings[I];
+    }
+    return Found;
+  }
+
+ private:
+  std::array<TIntersectPoint2D, 2> FCrossings;
+  std::array<bool, 2> FIsOnBoth{};
+  int FCount = 0;
+};
+
+/// The common part of two arcs of one circle, in turned angles from the start of the first.
+class TArcOverlap {
+ public:
+  TArcOverlap(const TArc2D& A, const TArc2D& B)
+      : FA(A), FB(B), FSlack(kLinearTolerance / std::max(A.Radius, kLinearTolerance)) {
+    const double TurnA = CoveredTurn(A);
+    const double TurnB = CoveredTurn(B);
+    const bool SameSense = (A.SweepAngle >= 0.0) == (B.SweepAngle >= 0.0);
+    const double First = TurnedTo(A, SameSense ? B.StartAngle : B.StartAngle + B.SweepAngle);
+    if (TurnA >= kFullTurn) {
+      Keep(First, First + TurnB);  // no seam to cut it in two
+    } else {
+      Keep(std::max(First, 0.0), std::min(First + TurnB, TurnA));
+      Keep(std::max(First - kFullTurn, 0.0), std::min(First - kFullTurn + TurnB, TurnA));
+    }
+  }
+
+  int Give(TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
+    if (FCount == 0) return 0;
+    const int Widest = FCount == 2 && Width(1) > Width(0) ? 1 : 0;
+    if (Width(Widest) > FSlack) {
+      I1 = PointAt(FSpans[Widest].Low);
+      I2 = PointAt(FSpans[Widest].High);
+      if (I2.Param1 < I1.Param1) std::swap(I1, I2);
+      return 2;
+    }
+    I1 = PointAt(FSpans[0].Low + Width(0) / 2);
+    if (FCount == 1) return 1;
+    I2 = PointAt(FSpans[1].Low + Width(1) / 2);
+    if (I2.Param1 < I1.Param1) std::swap(I1, I2);
+    return 2;
+  }
+
+ private:
+  struct TSpan {
+    double Low = 0.0;
+    double High = 0.0;
+  };
+
+  double Width(int I) const { return FSpans[I].High - FSpans[I].Low; }
+
+  void Keep(double Low, double High) {
+    if (High - Low >= -FSlack) FSpans[FCount++] = {Low, High};
+  }
+
+  TIntersectPoint2D PointAt(double Turned) const {
+    const double T = FA.SweepAngle == 0.0 ? 0.0 : Turned / std::abs(FA.SweepAngle);
+    const double OnTurn = T > 1.0 && CoveredTurn(FA) >= kFullTurn ? T - 1.0 : T;
+    const double T1 = std::clamp(OnTurn, 0.0, 1.0);
+    const TPoint2D P = FA.PointAtParam(T1);
+    return {P, T1, std::min(FB.ParamOfPoint(P), 1.0)};
+  }
+
+  const TArc2D& FA;
+  const TArc2D& FB;
+  const double FSlack;  // the linear tolerance as an angle
+  std::array<TSpan, 2> FSpans;
+  int FCount = 0;
+};
+
+}  // namespace
+
+TArc2D TArc2D::CreateBulge(const TPoint2D& StartPt, const TPoint2D& EndPt, double Bulge) {
+  constexpr const char* kWhere = "TArc2D.CreateBulge";
+  CheckEndsApart(StartPt, EndPt, kWhere);
+  const TPoint2D Chord = EndPt - StartPt;
+  // (1 ± b²) / 4b, without the square that overflows.
+  const double Inverse = 1.0 / Bulge;
+  const TPoint2D Center = StartPt + Chord / 2 + Chord.RotateCcw90() * ((Inverse - Bulge) / 4);
+  const double Radius = Chord.Mag() * std::abs((Inverse + Bulge) / 4);
+  if (!std::isfinite(Radius) || !std::isfinite(Bulge)) {
+    RaiseError<EParamError>(kWhere, "凸度必须是非零的有限值");
+  }
+  return {Center, Radius, (StartPt - Center).Angle(), 4.0 * std::atan(Bulge)};
+}
+
+TArc2D TArc2D::CreateCenter(const TPoint2D& StartPt, const TPoint2D& EndPt, const TPoint2D& Center,
+                            bool IsClockwise) {
+  const TPoint2D ToStart = StartPt - Center;
+  const TPoint2D ToEnd = EndPt - Center;
+  double Sweep = IsClockwise ? ToStart.AngleFrom(ToEnd) : ToEnd.AngleFrom(ToStart);
+  if (StartPt.Equals(EndPt)) Sweep = kFullTurn;
+  return {Center, ToStart.Mag(), ToStart.Angle(), IsClockwise ? -Sweep : Sweep};
+}
+
+TArc2D TArc2D::CreateRadius(const TPoint2D& StartPt, const TPoint2D& EndPt, double Radius,
+                            bool Flag) {
+  constexpr const char* kWhere = "TArc2D.CreateRadius";
+  CheckEndsApart(StartPt, EndPt, kWhere);
+  const TPoint2D Chord = EndPt - StartPt;
+  const double Half = Chord.Mag() / 2;
+  if (!TMathUtils::FloatGreaterEquals(Radius, Half) || !std::isfinite(Radius)) {
+    RaiseError<EParamError>(kWhere, "半径小于弦长的一半");
+  }
+  const double Reach = std::max(Radius, Half);
+  const double Height = std::sqrt(Reach - Half) * std::sqrt(Reach + Half);
+  const TPoint2D ToCenter = (Flag ? Chord.RotateCcw90() : Chord.RotateCw90()).Normal();
+  const TPoint2D Center = StartPt + Chord / 2 + ToCenter * Height;
+  const double Sweep = 2.0 * std::atan2(Half, Height);
+  return {Center, Reach, (StartPt - Center).Angle(), Flag ? Sweep : -Sweep};
+}
+
+double TArc2D::Bulge() const {
+  return std::tan(SweepAngle / 4.0);
+}
+
+TPoint2D TArc2D::PointAtParam(double T) const {
+  return TCircle2D(Center, Radius).PointAtAngle(StartAngle + SweepAngle * T);
+}
+
+double TArc2D::ParamOfPoint(const TPoint2D& P) const {
+  if (SweepAngle == 0.0) return 0.0;  // exact: the arc is a point
+  const double Turned = TurnedTo(*this, (P - Center).Angle());
+  const double Covered = CoveredTurn(*this);
+  const double BeforeStart = kFullTurn - Turned;
+  const bool IsInGap = Turned > Covered && BeforeStart < Turned - Covered;
+  if ((IsInGap || Covered >= kFullTurn) && BeforeStart * Radius <= kLinearTolerance) return 0.0;
+  return Turned / std::abs(SweepAngle);
+}
+
+TRect2D TArc2D::GetBoundBox() const {
+  if (CoveredTurn(*this) >= kFullTurn) return TCircle2D(Center, Radius).GetBoundBox();
+  TRect2D Box = TRect2D(StartPoint(), StartPoint()).Union(EndPoint());
+  const TPoint2D Axes[] = {DcsX, DcsX.RotateCcw90(), -DcsX, DcsX.RotateCw90()};
+  for (const TPoint2D& Axis : Axes) {
+    if (TurnedTo(*this, Axis.Angle()) <= CoveredTurn(*this))
+      Box = Box.Union(Center + Axis * Radius);
+  }
+  return Box;
+}
+
+double TArc2D::CurveLength() const {
+  return std::abs(SweepAngle) * Radius;
+}
+
+bool TArc2D::IsOn(const TPoint2D& P, double Tol) const {
+  if (!TMathUtils::FloatEquals(P.DistanceTo(Center), Radius, Tol)) return false;
+  return TurnedTo(*this, (P - Center).Angle()) <= CoveredTurn(*this) ||
+         P.Equals(StartPoint(), Tol) || P.Equals(EndPoint(), Tol);
+}
+
+int TArc2D::Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
+  if (Center.Equals(Arc.Center) && TMathUtils::FloatEquals(Radius, Arc.Radius)) {
+    return TArcOverlap(*this, Arc).Give(I1, I2);
+  }
+  const auto Result = [&](const TPoint2D& P) {
+    return TIntersectPoint2D{P, ParamWithin(P), Arc.ParamWithin(P)};
+  };
+  TIntersectPoint2D Crossings[2];
+  const int Count = TCircle2D(Center, Radius)
+                        .Intersect(TCircle2D(Arc.Center, Arc.Radius), Crossings[0], Crossings[1]);
+  TArcMeeting Meeting;
+  for (int I = 0; I < Count; ++I) {
+    const TPoint2D& P = Crossings[I].Point;
+    Meeting.AddCrossing(Result(P), IsOn(P) && Arc.IsOn(P));
+  }
+  for (const TPoint2D& End : {StartPoint(), EndPoint()}) {
+    if (Arc.IsOn(End)) Meeting.AddTouchingEnd(Result(End));
+  }
+  for (const TPoint2D& End : {Arc.StartPoint(), Arc.EndPoint()}) {
+    if (IsOn(End)) Meeting.AddTouchingEnd(Result(End));
+  }
+  const int Found = Meeting.Give(I1, I2);
+  if (Found == 2 && I2.Param1 < I1.Param1) std::swap(I1, I2);
+  return Found;
+}
+
+int TArc2D::Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
+  const auto Result = [&](const TPoint2D& P) {
+    return TIntersectPoint2D{P, ParamWithin(P), Line.ParamOfPoint(P, 0.0)};
+  };
+  TIntersectPoint2D Crossings[2];
+  const int Count = TCircle2D(Center, Radius).Intersect(Line, Crossings[0], Crossings[1]);
+  TArcMeeting Meeting;
+  for (int I = 0; I < Count; ++I) {
+    Meeting.AddCrossing(Result(Crossings[I].Point), IsOn(Crossings[I].Point));
+  }
+  for (const TPoint2D& End : {StartPoint(), EndPoint()}) {
+    if (TMathUtils::FloatEquals(Line.DistanceDirect(End), 0.0)) {
+      Meeting.AddTouchingEnd(Result(End));
+    }
+  }
+  return Meeting.Give(I1, I2);
+}
+
+TLine2D TArc2D::EnvelopeLine() const {
+  const TPoint2D Middle = PointAtParam(0.5);
+  if (CoveredTurn(*this) >= kFullTurn) return {Middle, Middle};
+  const TPoint2D HalfChord = (EndPoint() - StartPoint()) / 2;
+  return {Middle - HalfChord, Middle + HalfChord};
+}
+
+double TArc2D::ParamWithin(const TPoint2D& P) const {
+  return std::min(ParamOfPoint(P), 1.0);
+}
+
+}  // namespace tarnalgo

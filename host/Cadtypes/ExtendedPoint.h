@@ -1,0 +1,33 @@
+#pragma once  // host/Cadtypes/ExtendedPoint.h
+
+#include <cmath>
+
+#include "host/Cadtypes/Point.h"
+
+namespace tarnalgo {
+
+/// A point or vector in extended precision, for the inner steps of host operations.
+///
+/// Differences of two points are exact in it for coordinates of like size, products keep 11 bits
+/// more than a double, and no product of four finite doubles overflows (where `long double` is the
+/// 80-bit or 128-bit format).
+struct TExtPoint2D {
+  long double X = 0.0L;
+  long double Y = 0.0L;
+
+  constexpr TExtPoint2D() = default;
+  constexpr TExtPoint2D(long double AX, long double AY) : X(AX), Y(AY) {}
+  constexpr explicit TExtPoint2D(const TPoint2D& P) : X(P.X), Y(P.Y) {}
+
+  constexpr TExtPoint2D operator+(const TExtPoint2D& B) const { return {X + B.X, Y + B.Y}; }
+  constexpr TExtPoint2D operator-(const TExtPoint2D& B) const { return {X - B.X, Y - B.Y}; }
+  constexpr TExtPoint2D operator*(long double K) const { return {X * K, Y * K}; }
+
+  constexpr long double CrossMul(const TExtPoint2D& B) const { return X * B.Y - Y * B.X; }
+  constexpr long double DotMul(const TExtPoint2D& B) const { return X * B.X + Y * B.Y; }
+  long double Mag() const { return std::sqrt(X * X + Y * Y); }
+
+  constexpr TPoint2D Rounded() const { return {static_cast<double>(X), static_cast<double>(Y)}; }
+};
+
+}  // namespace tarnalgo
