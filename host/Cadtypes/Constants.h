@@ -22,6 +22,14 @@ inline constexpr double kHullSlack = 1.1e-5;
 /// the rounding of a direction, far below any angle that is drawn.
 inline constexpr double kParallelSine = 1e-12;
 
+/// Length: the least chord error to which a curve is sampled; a smaller one, 0, a negative one and
+/// NaN count as this.
+inline constexpr double kLeastChordError = 1e-9;
+
+/// Count: the most chords for one arc or Bezier segment, whatever the chord error asked for. A full
+/// circle is then within 1.2e-9 of its radius.
+inline constexpr int kMostChords = 65536;
+
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
 

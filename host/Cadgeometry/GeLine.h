@@ -1,0 +1,41 @@
+#pragma once  // host/Cadgeometry/GeLine.h
+
+#include "host/Cadgeometry/GeCurve.h"
+#include "host/Cadtypes/Line.h"
+
+namespace tarnalgo {
+
+/// A straight segment as a host curve. Its ends may coincide.
+class TGeLine2D : public TGeCurve2D {
+ public:
+  TGeLine2D() = default;
+  TGeLine2D(const TPoint2D& StartPoint, const TPoint2D& EndPoint) : FLine(StartPoint, EndPoint) {}
+  explicit TGeLine2D(const TLine2D& Line) : FLine(Line) {}
+
+  std::unique_ptr<TGeLine2D> Clone() const { return std::unique_ptr<TGeLine2D>(NewClone()); }
+
+  TPoint2D GetLineStart() const { return FLine.StartPoint; }
+  TPoint2D GetLineEnd() const { return FLine.EndPoint; }
+  void SetLineStart(const TPoint2D& P) { FLine.StartPoint = P; }
+  void SetLineEnd(const TPoint2D& P) { FLine.EndPoint = P; }
+  /// The segment as a record.
+  const TLine2D& Line2D() const { return FLine; }
+
+  TPoint2D StartPoint() const override { return FLine.StartPoint; }
+  TPoint2D EndPoint() const override { return FLine.EndPoint; }
+  double ParamTo() const override { return 1.0; }
+  TPoint2D PointAtParam(double T) const override;
+  double NearestParam(const TPoint2D& P, double& Distance) const override;
+  void Reverse() override { FLine = FLine.ReverseParam(); }
+  TRect2D GetBoundBox() const override { return FLine.GetBoundBox(); }
+  double CurveLength() const override { return FLine.Length(); }
+  void AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const override;
+
+ protected:
+  TGeLine2D* NewClone() const override { return new TGeLine2D(*this); }
+
+ private:
+  TLine2D FLine;
+};
+
+}  // namespace tarnalgo
