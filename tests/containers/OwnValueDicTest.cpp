@@ -1,0 +1,119 @@
+#include "containers/Container/OwnValueDic.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "host/Cadtypes/Point.h"
+#include "tests/support/Generate.h"
+
+namespace tarnalgo {
+namespace {
+
+// Counts how many of its kind are alive.
+struct TProbe {
+  explicit TProbe(int ATag = 0) : Tag(ATag) { ++Alive; }
+  ~TProbe() { --Alive; }
+  TProbe(const TProbe&) = delete;
+  TProbe& operator=(const TProbe&) = delete;
+
+  int Tag;
+  static inline int Alive = 0;
+};
+
+TEST(TOwnValueDic, FreesItsValuesAndNoneOfItsKeys) {
+  TProbe KeyA;
+  TProbe KeyB;
+  const int Before = TProbe::Alive;
+  {
+    TOwnValueDic<TProbe*, TProbe> Dic;
+    Dic.Add(&KeyA, std::make_unique<TProbe>());
+    Dic.Add(&KeyB, std::make_unique<TProbe>());
+    EXPECT_EQ(Before + 2, TProbe::Alive);
+    Dic.AddOrSetValue(&KeyA, std::make_unique<TProbe>());
+    EXPECT_EQ(Before + 2, TProbe::Alive);
+    Dic.Remove(&KeyB);
+    Dic.Remove(&KeyB);
+    EXPECT_EQ(Before + 1, TProbe::Alive);
+    Dic.Clear();
+    EXPECT_EQ(Before, TProbe::Alive);
+    Dic.Add(&KeyB, std::make_unique<TProbe>());
+  }
+  EXPECT_EQ(Before, TProbe::Alive);
+}
+
+TEST(TOwnValueDic, LeavesTheValueOfARefusedKeyWithTheCaller) {
+  TOwnValueDic<int, TProbe> Dic;
+  Dic.Add(1, std::make_unique<TProbe>(10));
+  auto Value = std::make_unique<TProbe>(20);
+  EXPECT_THROW(Dic.Add(1, std::move(Value)), EParamError);
+  ASSERT_NE(nullptr, Value);
+  EXPECT_EQ(20, Value->Tag);
+  EXPECT_EQ(10, Dic[1]->Tag);
+  EXPECT_THROW(Dic[2], EParamError);
+}
+
+TEST(TOwnValueDic, KeepsTheVeryObjectThatIsSetAgain) {
+  TOwnValueDic<int, TProbe> Dic;
+  Dic.Add(1, std::make_unique<TProbe>(10));
+  TProbe* const Value = Dic[1];
+  Dic.AddOrSetValue(1, std::unique_ptr<TProbe>(Value));
+  EXPECT_EQ(Value, Dic[1]);
+  EXPECT_EQ(10, Value->Tag);
+}
+
+TEST(TOwnValueDic, ComparesRecordsWithoutAHashOfTheirOwnByBytes) {
+  TOwnValueDic<TPoint2D, int> Dic;
+  Dic.Add({1.0, 2.0}, std::make_unique<int>(3));
+  EXPECT_TRUE(Dic.ContainsKey({1.0, 2.0}));
+  EXPECT_FALSE(Dic.ContainsKey({2.0, 1.0}));
+  TOwnValueDic<std::string, int> ByText;
+  ByText.Add("a", std::make_unique<int>(1));
+  EXPECT_TRUE(ByText.ContainsKey("a"));
+}
+
+TEST(TOwnValueDic, FollowsTheStandardMapThroughRandomEdits) {
+  std::mt19937 Random(23);
+  const int Before = TProbe::Alive;
+  TOwnValueDic<int, TProbe> Dic;
+  std::map<int, int> Model;
+  for (int Step = 0; Step < 8000; ++Step) {
+    const int Key = 64 * test::RandomInt(Random, 0, 100);
+    TProbe* Value = nullptr;
+    ASSERT_EQ(Model.count(Key) != 0, Dic.TryGetValue(Key, Value));
+    ASSERT_EQ(Model.count(Key) != 0 ? Model[Key] : -1, Value != nullptr ? Value->Tag : -1);
+    switch (test::RandomInt(Random, 0, 3)) {
+      case 0:
+        Dic.Remove(Key);
+        Model.erase(Key);
+        break;
+      case 1: {
+        const auto Extracted = Dic.Extract(Key);
+        ASSERT_EQ(Value, Extracted.get());
+        Model.erase(Key);
+        break;
+      }
+      default:
+        Dic.AddOrSetValue(Key, std::make_unique<TProbe>(Step));
+        Model[Key] = Step;
+    }
+    ASSERT_EQ(static_cast<int>(Model.size()), Dic.Count());
+    ASSERT_EQ(Before + Dic.Count(), TProbe::Alive);
+  }
+  std::map<int, int> Pairs;
+  for (const auto& [Key, Value] : Dic) Pairs[Key] = Value->Tag;
+  EXPECT_EQ(Model, Pairs);
+  std::map<int, int> Zipped;
+  for (int I = 0; I < Dic.Count(); ++I) {
+    const auto At = static_cast<std::size_t>(I);
+    Zipped[Dic.Keys()[At]] = Dic.Values()[At]->Tag;
+  }
+  EXPECT_EQ(Model, Zipped);
+}
+
+}  // namespace
+}  // namespace tarnalgo
