@@ -1,3 +1,7 @@
 #pragma once  // geometryAlgo/VedaType.h
 
-#include "geometryAlgo/VedaType/Enums.h"  // TShapeRelation, TRangeRelation, TDir
+#include "geometryAlgo/VedaType/DebugText.h"  // texts and files of the debug dumps
+#include "geometryAlgo/VedaType/Enums.h"      // TShapeRelation, TRangeRelation, TDir
+#include "geometryAlgo/VedaType/Line.h"       // TVLine2D
+#include "geometryAlgo/VedaType/Point.h"      // TPointL2D, TLWPoint2D, TPoint2DUtils, TDirUtils
+#include "geometryAlgo/VedaType/Rect.h"       // TVRect2D

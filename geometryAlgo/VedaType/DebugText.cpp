@@ -1,0 +1,52 @@
+#include "geometryAlgo/VedaType/DebugText.h"
+
+#include <array>
+#include <charconv>
+#include <fstream>
+
+#include "host/Exceptions.h"
+
+namespace tarnalgo {
+
+namespace {
+
+void AppendNumber(std::string& Text, double Value, TDebugDigits Digits) {
+  std::array<char, 400> Buffer{};  // 309 digits before the point, 16 behind it
+  const auto Result = std::to_chars(Buffer.data(), Buffer.data() + Buffer.size(), Value,
+                                    std::chars_format::fixed, static_cast<int>(Digits));
+  Text.append(Buffer.data(), Result.ptr);
+}
+
+void AppendPoint(std::string& Text, const TPoint2D& P, TDebugDigits Digits) {
+  Text += '(';
+  AppendNumber(Text, P.X, Digits);
+  Text += ", ";
+  AppendNumber(Text, P.Y, Digits);
+  Text += ')';
+}
+
+}  // namespace
+
+std::string DebugText(const TPoint2D& P, TDebugDigits Digits) {
+  std::string Text;
+  AppendPoint(Text, P, Digits);
+  return Text;
+}
+
+std::string DebugText(const TPoint2D& StartPoint, const TPoint2D& EndPoint, TDebugDigits Digits) {
+  std::string Text = " (";
+  AppendPoint(Text, StartPoint, Digits);
+  Text += ", ";
+  AppendPoint(Text, EndPoint, Digits);
+  Text += ')';
+  return Text;
+}
+
+void WriteDebugFile(std::string_view Where, const std::string& FileName, std::string_view Text) {
+  std::ofstream File(FileName, std::ios::binary);
+  File.write(Text.data(), static_cast<std::streamsize>(Text.size()));
+  File.close();
+  if (!File) RaiseError<EInOutError>(Where, "无法写入文件 " + FileName);
+}
+
+}  // namespace tarnalgo

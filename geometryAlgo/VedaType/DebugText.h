@@ -1,0 +1,29 @@
+#pragma once  // geometryAlgo/VedaType/DebugText.h
+
+#include <string>
+#include <string_view>
+
+#include "host/Cadtypes/Point.h"
+
+namespace tarnalgo {
+
+/// Decimals of a debug text: 16 tell any two doubles of ordinary size apart, 6 are for the eye.
+enum class TDebugDigits { ddFull = 16, ddShort = 6 };
+using enum TDebugDigits;
+
+/// Colour in which a dumped shape is to be drawn.
+inline constexpr std::string_view kDrawingColour = "#000000";
+
+/// "(1.0000000000000000, 2.0000000000000000)", short "(1.000000, 2.000000)". Decimal points
+/// whatever the locale.
+std::string DebugText(const TPoint2D& P, TDebugDigits Digits = ddFull);
+
+/// A segment: " ((1.000000, 2.000000), (3.000000, 4.000000))", with a blank in front.
+std::string DebugText(const TPoint2D& StartPoint, const TPoint2D& EndPoint,
+                      TDebugDigits Digits = ddFull);
+
+/// Writes `Text` as the whole contents of the file, for the debug dumps.
+/// Errors: the file cannot be written, `EInOutError` "[Error] `Where`: 无法写入文件 `FileName`".
+void WriteDebugFile(std::string_view Where, const std::string& FileName, std::string_view Text);
+
+}  // namespace tarnalgo
