@@ -1,24 +1,4 @@
 #pragma once  // host/tarnds.h
 
-#include <cstdint>
-#include <functional>
-#include <vector>
-
-namespace tarnalgo {
-
-/// A pair of values.
-template <class T1, class T2 = T1>
-struct Tuple2 {
-  T1 Value1{};
-  T2 Value2{};
-
-  friend bool operator==(const Tuple2&, const Tuple2&) = default;
-};
-
-class TListUtils {
- public:
-  /// The integers 0 .. N − 1; empty for N <= 0.
-  static std::vector<int> CreateOrderList(int N);
-};
-
-}  // namespace tarnalgo
+#include "host/tarnds/ListUtils.h"  // TListUtils, Tuple2
+#include "host/tarnds/SBTree.h"     // TSBTree, TSBTreeIntKey

@@ -1,0 +1,120 @@
+#pragma once  // host/tarnds/SBTree.h
+
+#include <cstdint>
+#include <functional>
+
+namespace tarnalgo {
+
+/// A node of a size-balanced binary search tree (Chen Qifeng, 2007), and the tree below it: every
+/// node is a tree. Derived nodes carry the keys; this class knows only the links and the sizes.
+///
+/// Balance: no subtree is smaller than a child of its sibling. A tree of n nodes is then at most
+/// 1.44·log2(n + 1.5) high. Insertion and `Delete` both restore it.
+///
+/// How a derived node inserts: walk down from the root by the key, raise `FSize` by one at every
+/// node passed, attach the new node with `SetLeftChild` or `SetRightChild` (which count nothing),
+/// then let `MaintainPath` of the new node rebalance everything above it.
+///
+/// Ownership: links refer to nodes and own none. A node must have left its tree (`Delete`) before
+/// it is destroyed, or go with the whole tree (`DestroyAll`).
+class TSBTree {
+ public:
+  /// Told of each node whose data is to be freed.
+  using TFreeData = std::function<void(TSBTree& Node)>;
+
+  /// A tree of one node.
+  TSBTree() = default;
+  virtual ~TSBTree() = default;
+  TSBTree(const TSBTree&) = delete;
+  TSBTree& operator=(const TSBTree&) = delete;
+
+  TSBTree* LeftChild() const { return FLeft; }
+  TSBTree* RightChild() const { return FRight; }
+  TSBTree* Parent() const { return FParent; }
+  /// Number of nodes of this tree, this one included.
+  int Size() const { return FSize; }
+
+  /// Links the child and this node as its parent; `nullptr` unlinks. Sizes stay as they are.
+  void SetLeftChild(TSBTree* N) {
+    FLeft = N;
+    if (N) N->FParent = this;
+  }
+  void SetRightChild(TSBTree* N) {
+    FRight = N;
+    if (N) N->FParent = this;
+  }
+
+  /// Restores the balance of this tree after its right (`RightHeavy`) or left child has grown by
+  /// one node, or the other one has lost one. `Root` follows when another node comes to the top of
+  /// the whole tree.
+  /// Cost: O(1) without a rotation, touching this node, that child and one grandchild; rotations
+  /// are O(1) amortised.
+  void Maintain(bool RightHeavy, TSBTree*& Root);
+
+  /// `Maintain` of every node above this one, which has just been attached. Returns the root.
+  TSBTree* MaintainPath();
+
+  /// First and last node of this tree, in order.
+  TSBTree* FirstTree();
+  TSBTree* LastTree();
+  /// Neighbours in the order of the whole tree, `nullptr` past its ends.
+  /// Cost: O(log n), O(1) on average over a walk.
+  TSBTree* NextTree();
+  TSBTree* PreviousTree();
+  /// The node with `I` nodes of this tree before it, `nullptr` outside 0 .. Size() − 1.
+  /// Cost: O(log n).
+  TSBTree* GetIthTree(int I);
+  /// The top of the whole tree.
+  TSBTree* RootTree();
+
+  /// Takes this node out of its tree and rebalances. Only links change, so every other node stays
+  /// valid and keeps its key; this one is a tree of one node afterwards.
+  /// Returns the root of the remaining tree, `nullptr` when nothing remains.
+  /// Cost: O(log n).
+  TSBTree* Delete();
+
+  /// Destroys every node of the whole tree, this one included, children before their parent and
+  /// without recursion; before each, `FreeData` (unless empty) may free what it refers to.
+  /// Ownership: the nodes must come from `new`.
+  void DestroyAll(const TFreeData& FreeData = {});
+
+ protected:
+  TSBTree* FLeft = nullptr;
+  TSBTree* FRight = nullptr;
+  TSBTree* FParent = nullptr;
+  int FSize = 1;
+
+ private:
+  static int SizeOf(const TSBTree* Tree) { return Tree ? Tree->FSize : 0; }
+
+  /// Each step below returns the node that stands on top of this tree afterwards.
+  TSBTree* Balanced(bool RightHeavy);
+  TSBTree* RotateLeft();
+  TSBTree* RotateRight();
+
+  /// Counts one node less in this tree and every one above it, and rebalances them; the node went
+  /// missing below this one on that side. Returns the root.
+  TSBTree* ShrinkPath(bool OnRight);
+
+  /// Puts `N` (or nothing) in this node's place below its parent.
+  void ReplaceInParent(TSBTree* N);
+};
+
+/// A node with an unsigned key and a pointer to anything.
+/// Ownership: the data is referenced, not owned.
+class TSBTreeIntKey : public TSBTree {
+ public:
+  explicit TSBTreeIntKey(std::uint32_t AKey, void* AData = nullptr) : Key(AKey), Data(AData) {}
+
+  const std::uint32_t Key;
+  void* Data;
+
+  /// Inserts `Node`, a tree of one node, into the tree in which this node stands, whose nodes are
+  /// all of this class. Returns the root.
+  /// Ties: equal keys go right, so they stay in the order of insertion.
+  /// Errors: a node that is linked already, or `nullptr`, `EParamError`.
+  /// Cost: O(log n).
+  TSBTreeIntKey* Insert(TSBTreeIntKey* Node);
+};
+
+}  // namespace tarnalgo

@@ -1,0 +1,203 @@
+#include "host/tarnds/SBTree.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <random>
+#include <vector>
+
+#include "host/tarnds/ListUtils.h"
+#include "tests/support/Generate.h"
+#include "tests/support/Raises.h"
+
+namespace tarnalgo {
+namespace {
+
+int SizeOf(const TSBTree* Tree) {
+  return Tree ? Tree->Size() : 0;
+}
+
+/// Walks the whole tree and checks links, sizes and the balance of every node; returns its height.
+int CheckedHeight(const TSBTree* Tree) {
+  if (!Tree) return 0;
+  const TSBTree* Left = Tree->LeftChild();
+  const TSBTree* Right = Tree->RightChild();
+  EXPECT_EQ(SizeOf(Left) + SizeOf(Right) + 1, Tree->Size());
+  for (const TSBTree* Child : {Left, Right}) {
+    if (!Child) continue;
+    EXPECT_EQ(Tree, Child->Parent());
+    const TSBTree* Sibling = Child == Left ? Right : Left;
+    EXPECT_LE(SizeOf(Child->LeftChild()), SizeOf(Sibling));
+    EXPECT_LE(SizeOf(Child->RightChild()), SizeOf(Sibling));
+  }
+  return 1 + std::max(CheckedHeight(Left), CheckedHeight(Right));
+}
+
+/// A tree that owns its nodes, beside the sorted list that it must agree with.
+class TTreeAndModel {
+ public:
+  ~TTreeAndModel() {
+    if (FRoot) FRoot->DestroyAll();
+  }
+
+  void Insert(std::uint32_t Key) {
+    auto* Node = new TSBTreeIntKey(Key);
+    FRoot = FRoot ? FRoot->Insert(Node) : Node;
+    const auto Place = std::upper_bound(FModel.begin(), FModel.end(), Key,
+                                        [](std::uint32_t K, auto* N) { return K < N->Key; });
+    FModel.insert(Place, Node);
+  }
+
+  void Delete(int I) {
+    TSBTreeIntKey* Node = FModel[static_cast<std::size_t>(I)];
+    FRoot = static_cast<TSBTreeIntKey*>(Node->Delete());
+    EXPECT_EQ(1, Node->Size());
+    EXPECT_TRUE(!Node->Parent() && !Node->LeftChild() && !Node->RightChild());
+    delete Node;
+    FModel.erase(FModel.begin() + I);
+  }
+
+  int Count() const { return static_cast<int>(FModel.size()); }
+
+  void Check() const {
+    EXPECT_EQ(Count(), SizeOf(FRoot));
+    const int Height = CheckedHeight(FRoot);
+    EXPECT_LE(Height, 1.44 * std::log2(Count() + 1.5));
+    if (!FRoot) return;
+    EXPECT_EQ(nullptr, FRoot->Parent());
+    EXPECT_EQ(nullptr, FRoot->GetIthTree(-1));
+    EXPECT_EQ(nullptr, FRoot->GetIthTree(Count()));
+    TSBTree* Forward = FRoot->FirstTree();
+    for (int I = 0; I < Count(); ++I, Forward = Forward->NextTree()) {
+      ASSERT_EQ(FModel[static_cast<std::size_t>(I)], Forward);
+      EXPECT_EQ(Forward, FRoot->GetIthTree(I));
+    }
+    EXPECT_EQ(nullptr, Forward);
+    TSBTree* Backward = FRoot->LastTree();
+    for (int I = Count() - 1; I >= 0; --I, Backward = Backward->PreviousTree()) {
+      ASSERT_EQ(FModel[static_cast<std::size_t>(I)], Backward);
+    }
+    EXPECT_EQ(nullptr, Backward);
+  }
+
+ private:
+  TSBTreeIntKey* FRoot = nullptr;
+  std::vector<TSBTreeIntKey*> FModel;  // in key order, equal keys in the order of insertion
+};
+
+TEST(TSBTree, AgreesWithASortedListThroughAnyHistory) {
+  std::mt19937 Random(5);
+  for (int Round = 0; Round < 60; ++Round) {
+    SCOPED_TRACE(Round);
+    TTreeAndModel Tree;
+    const int MostKeys = Round % 3 == 0 ? 3 : 1000;  // many equal keys in every third round
+    const int Target = test::RandomInt(Random, 1, 120);
+    for (int Step = 0; Step < 400; ++Step) {
+      const bool Grows = Tree.Count() == 0 || test::RandomInt(Random, 0, 2 * Target) > Tree.Count();
+      if (Grows) {
+        Tree.Insert(static_cast<std::uint32_t>(test::RandomInt(Random, 0, MostKeys)));
+      } else {
+        Tree.Delete(test::RandomInt(Random, 0, Tree.Count() - 1));
+      }
+      Tree.Check();
+      if (testing::Test::HasFailure()) return;
+    }
+  }
+}
+
+TEST(TSBTree, StaysBalancedWhereAPlainTreeDegenerates) {
+  for (const bool Ascending : {true, false}) {
+    for (const bool FromFront : {true, false}) {
+      TTreeAndModel Tree;
+      for (std::uint32_t I = 0; I < 600; ++I) Tree.Insert(Ascending ? I : 600 - I);
+      Tree.Check();
+      while (Tree.Count() > 0) {
+        Tree.Delete(FromFront ? 0 : Tree.Count() - 1);
+        Tree.Check();
+        if (testing::Test::HasFailure()) return;
+      }
+    }
+  }
+}
+
+// Every tree of up to seven nodes that insertions can make, and every deletion from it.
+TEST(TSBTree, EveryDeletionFromEverySmallTreeKeepsTheBalance) {
+  for (int Count = 1; Count <= 7; ++Count) {
+    std::vector<int> Order = TListUtils::CreateOrderList(Count);
+    do {
+      for (int Victim = 0; Victim < Count; ++Victim) {
+        TTreeAndModel Tree;
+        for (const int Key : Order) Tree.Insert(static_cast<std::uint32_t>(Key));
+        Tree.Delete(Victim);
+        Tree.Check();
+      }
+      if (testing::Test::HasFailure()) return;
+    } while (std::next_permutation(Order.begin(), Order.end()));
+  }
+}
+
+TEST(TSBTree, ComparesKeysUnsigned) {
+  TSBTreeIntKey Low(1);
+  TSBTreeIntKey High(0xFFFFFFFFu);
+  TSBTreeIntKey* Root = High.Insert(&Low);
+  EXPECT_EQ(&Low, Root->FirstTree());
+  EXPECT_EQ(&High, Root->LastTree());
+}
+
+TEST(TSBTree, RefusesANodeThatIsLinked) {
+  TSBTreeIntKey A(1);
+  TSBTreeIntKey B(2);
+  A.Insert(&B);
+  const std::string Message = "[Error] TSBTreeIntKey.Insert: 节点为空或已在树中";
+  test::ExpectRaises<EParamError>([&] { A.Insert(&B); }, Message);
+  test::ExpectRaises<EParamError>([&] { A.Insert(&A); }, Message);
+  test::ExpectRaises<EParamError>([&] { A.Insert(nullptr); }, Message);
+  EXPECT_EQ(2, A.RootTree()->Size());
+  EXPECT_EQ(&A, B.Delete());
+  EXPECT_EQ(nullptr, A.Delete());
+}
+
+// A derived tree inserts by hand: the links count nothing, the caller counts on the way down.
+TEST(TSBTree, MaintainMovesTheRootOnlyAtTheTop) {
+  struct TNode : TSBTree {
+    void SetSize(int Size) { FSize = Size; }
+  };
+  TNode Nodes[5];  // a chain to the right
+  for (int I = 0; I < 4; ++I) Nodes[I].SetRightChild(&Nodes[I + 1]);
+  for (int I = 0; I < 5; ++I) EXPECT_EQ(1, Nodes[I].Size());
+  for (int I = 0; I < 5; ++I) Nodes[I].SetSize(5 - I);
+  TSBTree* Root = &Nodes[0];
+  Nodes[2].Maintain(true, Root);
+  EXPECT_EQ(&Nodes[0], Root);
+  EXPECT_EQ(&Nodes[3], Nodes[1].RightChild());
+  Nodes[0].Maintain(true, Root);
+  EXPECT_NE(&Nodes[0], Root);
+  EXPECT_EQ(nullptr, Root->Parent());
+  EXPECT_EQ(5, Root->Size());
+  for (int I = 0; I < 5; ++I) EXPECT_EQ(&Nodes[I], Root->GetIthTree(I));
+}
+
+TEST(TSBTree, DestroyAllFreesDataOnceAndChildrenFirst) {
+  std::vector<int> Data(2000, 0);
+  TSBTreeIntKey* Root = nullptr;
+  for (std::uint32_t I = 0; I < 2000; ++I) {
+    auto* Node = new TSBTreeIntKey(I, &Data[I]);
+    Root = Root ? Root->Insert(Node) : Node;
+  }
+  Root->FirstTree()->DestroyAll([](TSBTree& Node) {  // any node stands for its tree
+    EXPECT_TRUE(!Node.LeftChild() && !Node.RightChild());
+    ++*static_cast<int*>(static_cast<TSBTreeIntKey&>(Node).Data);
+  });
+  EXPECT_EQ(std::vector<int>(2000, 1), Data);
+}
+
+TEST(TListUtils, OrderListCountsFromZero) {
+  EXPECT_EQ((std::vector<int>{0, 1, 2}), TListUtils::CreateOrderList(3));
+  EXPECT_TRUE(TListUtils::CreateOrderList(0).empty());
+  EXPECT_TRUE(TListUtils::CreateOrderList(-7).empty());
+}
+
+}  // namespace
+}  // namespace tarnalgo
