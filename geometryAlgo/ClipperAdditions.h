@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "host/Cadtypes/Point.h"
+
 /// The clipping library's types, declared as it declares them, so that headers need not include it.
 namespace ClipperLib {
 struct IntPoint;
@@ -16,5 +18,10 @@ namespace tarnalgo {
 using TIntPoint = ClipperLib::IntPoint;
 using TPath = ClipperLib::Path;
 using TPaths = ClipperLib::Paths;
+
+/// Model coordinates times `Scale` in extended precision, rounded to the nearest integer, exact
+/// halves to even. What the clipping library cannot take is held at its greatest coordinate
+/// (±4.6e18), NaN becomes 0.
+TIntPoint ScaledIntPoint(const TPoint2D& P, double Scale);
 
 }  // namespace tarnalgo

@@ -42,6 +42,17 @@ std::string DebugText(const TPoint2D& StartPoint, const TPoint2D& EndPoint, TDeb
   return Text;
 }
 
+std::string DebugDrawing(const std::vector<TPoint2D>& Points, std::string_view Colour,
+                         TDebugDigits Digits) {
+  std::string Text(Colour);
+  Text += '\n';
+  for (const TPoint2D& P : Points) {
+    AppendPoint(Text, P, Digits);
+    Text += '\n';
+  }
+  return Text;
+}
+
 void WriteDebugFile(std::string_view Where, const std::string& FileName, std::string_view Text) {
   std::ofstream File(FileName, std::ios::binary);
   File.write(Text.data(), static_cast<std::streamsize>(Text.size()));

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/Cadtypes/Point.h"
 
@@ -21,6 +22,10 @@ std::string DebugText(const TPoint2D& P, TDebugDigits Digits = ddFull);
 /// A segment: " ((1.000000, 2.000000), (3.000000, 4.000000))", with a blank in front.
 std::string DebugText(const TPoint2D& StartPoint, const TPoint2D& EndPoint,
                       TDebugDigits Digits = ddFull);
+
+/// A contour: a line with the colour, then a line for each point.
+std::string DebugDrawing(const std::vector<TPoint2D>& Points, std::string_view Colour,
+                         TDebugDigits Digits = ddFull);
 
 /// Writes `Text` as the whole contents of the file, for the debug dumps.
 /// Errors: the file cannot be written, `EInOutError` "[Error] `Where`: 无法写入文件 `FileName`".

@@ -1,0 +1,255 @@
+#pragma once  // geometryAlgo/VedaType/Polyline.h
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "geometryAlgo/ClipperAdditions.h"
+#include "geometryAlgo/VedaType/DebugText.h"
+#include "geometryAlgo/VedaType/Enums.h"
+#include "geometryAlgo/VedaType/Geometry.h"
+#include "geometryAlgo/VedaType/Line.h"
+#include "geometryAlgo/VedaType/Rect.h"
+#include "host/Cadtypes/Point.h"
+
+namespace tarnalgo {
+
+/// A list of points: the base of the polyline, of use on its own for point sets and results.
+///
+/// A value: copied and moved like the vector it wraps. Points are reached by position; `Points()`
+/// gives the vector itself for hot loops.
+/// Errors: a position outside 0 .. Count − 1 (`Insert`: Count), `EParamError`, nothing changed.
+class TVPoint2DList : public IVGeometry2D {
+ public:
+  using TIterator = std::vector<TPoint2D>::iterator;
+  using TConstIterator = std::vector<TPoint2D>::const_iterator;
+
+  TVPoint2DList() = default;
+  TVPoint2DList(std::initializer_list<TPoint2D> Points) : FPoints(Points) {}
+  explicit TVPoint2DList(std::vector<TPoint2D> Points) : FPoints(std::move(Points)) {}
+
+  /// A fresh empty list of the same class.
+  std::unique_ptr<TVPoint2DList> New() const { return std::unique_ptr<TVPoint2DList>(DoNew()); }
+  std::unique_ptr<TVPoint2DList> Clone() const { return std::unique_ptr<TVPoint2DList>(DoClone()); }
+
+  int Count() const { return static_cast<int>(FPoints.size()); }
+  bool IsEmpty() const { return FPoints.empty(); }
+  const TPoint2D& operator[](int Index) const {
+    CheckIndex(Index, Count());
+    return FPoints[static_cast<std::size_t>(Index)];
+  }
+  TPoint2D& operator[](int Index) {
+    CheckIndex(Index, Count());
+    return FPoints[static_cast<std::size_t>(Index)];
+  }
+  const TPoint2D& First() const { return (*this)[0]; }
+  const TPoint2D& Last() const { return (*this)[Count() - 1]; }
+  TIterator begin() { return FPoints.begin(); }
+  TIterator end() { return FPoints.end(); }
+  TConstIterator begin() const { return FPoints.begin(); }
+  TConstIterator end() const { return FPoints.end(); }
+  /// All points; valid until the list changes.
+  const std::vector<TPoint2D>& Points() const { return FPoints; }
+
+  void Reserve(int Capacity);
+  /// Appends and returns the position.
+  int Add(const TPoint2D& P);
+  void AddRange(const TVPoint2DList& Other);
+  void AddRange(const std::vector<TPoint2D>& Points);
+  void Insert(int Index, const TPoint2D& P);
+  void Delete(int Index);
+  void Clear() { FPoints.clear(); }
+  void Reverse();
+  /// Takes over the points of `Other`, which may be this list.
+  void Assign(const TVPoint2DList& Other);
+  void Assign(std::vector<TPoint2D> Points) { FPoints = std::move(Points); }
+  /// Cuts `ACount` points out, beginning with point `Index`, and hands them over in their order.
+  /// A stretch that reaches beyond an end of the list is cut where the list ends.
+  std::vector<TPoint2D> Snip(int Index, int ACount);
+
+  /// Signed area of the ring through the points, last to first joined: counter-clockwise positive,
+  /// 0 for fewer than three points. A closing repeat of the first point changes nothing.
+  /// Summed relative to the first point: far from the origin only the size of the contour counts.
+  double Area() const override;
+  TVRect2D BoundBox() const override;
+  void RoundTo(int Accuracy) override;
+  void Translate(const TPoint2D& Vector) override;
+  void Rotate(double Angle) override;
+  void Rotate(double Angle, const TPoint2D& Centre) override;
+  void RotateBy90() override;
+  void RotateBy_90() override;
+  void YMirror() override;
+  void Transform(const TMatrix2D& Matrix) override;
+  /// Scaled by `K` about `Centre`; a negative factor turns by half a turn as well.
+  void Zoom(double K, const TPoint2D& Centre = TPoint2D::FZero);
+
+  /// Position of the first point at (X, Y), −1 when there is none.
+  /// Tolerance: at most `Eps` away.
+  int IndexOfByXY(double X, double Y, double Eps = kLinearTolerance) const;
+  /// Position of the point that lies farthest in a direction: `drLeft` the least X, `drUp` the
+  /// greatest Y, and so on; a diagonal direction decides by X, then by Y. −1 for an empty list and
+  /// for `drAny`. Exact.
+  /// Ties: the first in the list.
+  int FindMostValueId(TDir Dir) const;
+
+ protected:
+  virtual TVPoint2DList* DoNew() const { return new TVPoint2DList; }
+  TVPoint2DList* DoClone() const override { return new TVPoint2DList(*this); }
+
+  std::vector<TPoint2D> FPoints;
+
+ private:
+  static void CheckIndex(int Index, int Bound) {
+    if (Index < 0 || Index >= Bound) RaiseError<EParamError>("TVPoint2DList", "index out of range");
+  }
+};
+
+/// A contour: points joined by straight edges. Edge i runs from vertex i to vertex i + 1.
+///
+///     TVPolyline2D Part(TVRect2D({0, 0}, {100, 50}));  // closed, counter-clockwise, five points
+///     if (Part.RelationWithPoint(Pierce) == srIn) ...
+///
+/// Closed when the last point repeats the first (`IsClosed`); there is no flag. A closed polyline
+/// of n corners holds n + 1 points. Questions about a region (`Area`, `IsClockwise`, `Gravity`,
+/// `RelationWithPoint` and the like) take an open polyline as the ring it becomes when its ends are
+/// joined; questions about the curve take the edges that are there.
+///
+/// Parameter: a real u in [0, Count − 1], its integer part the edge and its fraction the place on
+/// that edge. Tolerances are lengths, 1e-6 unless given.
+///
+/// Errors: `Line` and `SubCurve` raise; everything else answers a neutral value for arguments
+/// without a meaning: 0, false, the origin, an empty polyline. Empty and one-point polylines are
+/// valid everywhere.
+class TVPolyline2D : public TVPoint2DList {
+ public:
+  // --- Making and handing over (Polyline.cpp) ---
+
+  TVPolyline2D() = default;
+  TVPolyline2D(std::initializer_list<TPoint2D> Points) : TVPoint2DList(Points) {}
+  explicit TVPolyline2D(const TPoint2D& Point) : TVPoint2DList{Point} {}
+  explicit TVPolyline2D(const TVLine2D& Line) : TVPoint2DList{Line.StartPoint, Line.EndPoint} {}
+  /// Top right, top left, bottom left, bottom right, top right: closed and counter-clockwise.
+  explicit TVPolyline2D(const TVRect2D& Rect);
+  explicit TVPolyline2D(std::vector<TPoint2D> Points) : TVPoint2DList(std::move(Points)) {}
+  explicit TVPolyline2D(const TVPoint2DList& Points) : TVPoint2DList(Points) {}
+  /// Each integer point divided by `Scale`.
+  TVPolyline2D(const TPath& Path, double Scale);
+
+  std::unique_ptr<TVPolyline2D> New() const { return std::unique_ptr<TVPolyline2D>(DoNew()); }
+  std::unique_ptr<TVPolyline2D> Clone() const { return std::unique_ptr<TVPolyline2D>(DoClone()); }
+
+  /// One integer point a vertex: coordinates times `Scale`, rounded as `ScaledIntPoint` does.
+  TPath ToPath(double Scale) const;
+  TDynPoints2D ToTDynPoints2D() const { return FPoints; }
+  std::vector<TPoint2D> ToTPoint2DList() const { return FPoints; }
+  /// For inspection: every point as "(%.16f, %.16f), ", one after another.
+  std::string ToString() const;
+  /// For inspection: a line with the colour, then a line "(%.16f, %.16f)" for each point.
+  /// Errors: the file cannot be written, `EInOutError`.
+  void WriteToFile(const std::string& FileName, std::string_view Colour = kDrawingColour) const;
+
+  // --- Edges, closure, sense of rotation (Polyline.cpp) ---
+
+  /// Edge `I` from vertex `I` to vertex `I` + 1.
+  /// Errors: unless 0 <= `I` < Count − 1, "[Error] TVPolyline2D.Line: 下标越界".
+  TVLine2D Line(int I) const;
+  /// The last point is the first one within `Eps`; true for a single point, false when empty.
+  bool IsClosed(double Eps = kLinearTolerance) const;
+  /// `Area` < 0, exact: a contour without area is not clockwise.
+  bool IsClockwise() const { return Area() < 0.0; }
+  /// Reverses the points when `Clockwise` differs from `IsClockwise`, so also when `Clockwise` is
+  /// wanted of a contour without area (which stays not clockwise). Nothing for an empty polyline.
+  void SetIsClockwise(bool Clockwise);
+  /// Reverses the order of the points.
+  void Negative() { Reverse(); }
+
+  // --- Lengths, distances and parameters (PolylineParam.cpp) ---
+
+  /// Sum of the edge lengths, 0 for fewer than two points.
+  double TotalLength() const;
+  /// Length walked from vertex `From` forward to vertex `To`. A closed polyline walks on past its
+  /// last point to its first one, so `From` may be greater than `To`; an open one answers 0 then.
+  /// 0 for equal positions and for positions that do not exist.
+  double RangeLength(int From, int To) const;
+  /// Least distance from `P` to an edge, `Nearest` the foot point there. 1.7e308 and the origin for
+  /// an empty polyline.
+  /// Ties: the first edge.
+  double DistTo(const TPoint2D& P, TPoint2D& Nearest) const;
+  double DistTo(const TPoint2D& P) const;
+  /// The point at parameter `U`, the origin outside [0, Count − 1]. Exact bounds, no slack: who
+  /// adds up parameters clamps them.
+  TPoint2D CalcPointByParam(double U) const;
+  /// Parameter of the place nearest to `P` on the edges less than `MaxDist` away. 0 when there is
+  /// none, which is also the parameter of the first vertex.
+  /// Ties: the first edge, so a point at vertex k answers k as the end of edge k − 1.
+  double CalcParamByPoint(const TPoint2D& P, double MaxDist = kStartOfMinimum) const;
+  /// Parameter of `P` on the first edge that holds it, −1 when none does. A single point holds
+  /// itself at parameter 0.
+  /// Tolerance: at most `Eps` from the edge.
+  double CalcFirstParamByPoint(const TPoint2D& P, double Eps = kLinearTolerance) const;
+  /// The place reached after `Length` from the first vertex, held within the ends. The origin for
+  /// an empty polyline.
+  TPoint2D CalcTravelPos(double Length) const;
+  /// Direction of the polyline at parameter `U`: the vector of the edge, its length kept (the
+  /// derivative by the parameter). At a vertex `CalcLeftDerivative` takes the edge that arrives and
+  /// `CalcRightDerivative` the one that leaves, round the joint of a closed polyline;
+  /// `CalcDerivative` takes the one that leaves, at the end of an open polyline the one that
+  /// arrives. Edges without length have no direction: the next one on that side is used. The zero
+  /// vector where there is no such edge and outside [0, Count − 1].
+  TPoint2D CalcDerivative(double U) const;
+  TPoint2D CalcLeftDerivative(double U) const;
+  TPoint2D CalcRightDerivative(double U) const;
+  /// The part from parameter `ParamFrom` to `ParamTo`: the two end points interpolated, between
+  /// them the vertices strictly between the two parameters. Equal parameters give that point twice,
+  /// a parameter outside [0, Count − 1] the origin as end. An empty polyline has empty parts.
+  /// Errors: `ParamTo` < `ParamFrom`, "[Error] TVPolyline2D.SubCurve: ParamTo < ParamFrom".
+  TVPolyline2D SubCurve(double ParamFrom, double ParamTo) const;
+  /// `U` lies in one of the closed ranges (Low, High). Exact; the first hit ends the search.
+  static bool IsPointParamInLineParams(double U,
+                                       const std::vector<std::pair<double, double>>& Ranges);
+
+ protected:
+  TVPolyline2D* DoNew() const override { return new TVPolyline2D; }
+  TVPolyline2D* DoClone() const override { return new TVPolyline2D(*this); }
+
+ private:
+  /// Vector of the first edge with a length met from edge `Edge` on, going by `Step`, once round a
+  /// closed polyline.
+  TPoint2D FirstDirection(int Edge, int Step) const;
+};
+
+/// A list of polylines that it owns.
+class TVPolyline2DList : public TVGeometry2DList<TVPolyline2D> {
+ public:
+  using TVGeometry2DList::TVGeometry2DList;
+
+  std::unique_ptr<TVPolyline2DList> New() const {
+    return std::unique_ptr<TVPolyline2DList>(DoNew());
+  }
+  std::unique_ptr<TVPolyline2DList> Clone() const {
+    return std::unique_ptr<TVPolyline2DList>(DoClone());
+  }
+
+  /// One path a polyline, in the order of the list.
+  TPaths ToPaths(double Scale) const;
+  /// Least distance from `P` to a polyline, `Nearest` the foot point there. 1.7e308 and the origin
+  /// when there is no point at all.
+  /// Ties: the first polyline.
+  double DistanceTo(const TPoint2D& P, TPoint2D& Nearest) const;
+  double DistanceTo(const TPoint2D& P) const;
+  /// For inspection: the polylines as `TVPolyline2D::WriteToFile` writes them, one after another,
+  /// each with its colour line.
+  /// Errors: the file cannot be written, `EInOutError`.
+  void WriteToFile(const std::string& FileName, std::string_view Colour = kDrawingColour) const;
+
+ protected:
+  TVPolyline2DList* DoNew() const override { return new TVPolyline2DList; }
+  TVPolyline2DList* DoClone() const override {
+    return static_cast<TVPolyline2DList*>(TVGeometry2DList::DoClone());  // begun by DoNew
+  }
+};
+
+}  // namespace tarnalgo
