@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <iterator>
 #include <memory>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -136,6 +137,19 @@ class TObjectList {
   template <class TComparer>
   void Sort(TComparer Compare) {
     MergeSort(FItems, [&Compare](const T* A, const T* B) { return Compare(*A, *B); });
+  }
+  /// The order `Sort` gives by a comparer that only looks at `MakeKey(item)`, a small value: the
+  /// keys are made once and sorted side by side, which spares long lists a cache miss a comparison.
+  /// `Compare` is `int(const TKey&, const TKey&)`.
+  template <class TMakeKey, class TComparer>
+  void SortByKey(TMakeKey MakeKey, TComparer Compare) {
+    using TKey = std::decay_t<std::invoke_result_t<TMakeKey&, const T&>>;
+    std::vector<std::pair<TKey, T*>> Keyed;
+    Keyed.reserve(FItems.size());
+    for (T* const Item : FItems) Keyed.emplace_back(MakeKey(*Item), Item);
+    MergeSort(Keyed,
+              [&Compare](const auto& A, const auto& B) { return Compare(A.first, B.first); });
+    for (std::size_t I = 0; I < Keyed.size(); ++I) FItems[I] = Keyed[I].second;
   }
 
  protected:

@@ -30,6 +30,25 @@ inline constexpr double kLeastChordError = 1e-9;
 /// circle is then within 1.2e-9 of its radius.
 inline constexpr int kMostChords = 65536;
 
+/// Angle (radians), π − 0.001: a flying-cut edge that points beyond is turned round. The margin
+/// keeps edges that are horizontal but for rounding in one group.
+inline constexpr double kTurnRoundAngle = 3.1405926535897932;
+
+/// Angles (radians): the sharpest corner a cam follows when both legs run along one axis, and when
+/// the corner changes the dominant axis.
+inline constexpr double kCamCornerAngle = 1.0;
+inline constexpr double kCamAxisChangeAngle = 0.5;
+
+/// Length: a connection may touch a hole this near to its own start point. Wider than the point
+/// tolerance because the crossings of sampled curves come with the error of the sampling.
+inline constexpr double kCrossTouchTolerance = 1e-4;
+
+/// Length: margin around a connection within which holes are looked for.
+inline constexpr double kHoleSearchMargin = 0.01;
+
+/// Length: chord error of the sampling where a hole has no exact crossing test.
+inline constexpr double kHoleChordTolerance = 0.1;
+
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
 

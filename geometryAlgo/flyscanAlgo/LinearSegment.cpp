@@ -1,0 +1,75 @@
+#include "geometryAlgo/flyscanAlgo/LinearSegment.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+#include "geometryAlgo/flyscanAlgo/Tunables.h"
+#include "host/Cadtypes/Numeric.h"
+#include "host/Cadutils.h"
+
+namespace tarnalgo {
+
+namespace {
+
+/// Direction of `Line` in [0, 2π); a hair below a full turn is 0.
+double DirectionAngle(const TLine2D& Line) {
+  const double Angle = Line.Angle();
+  if (TMathUtils::FloatEquals(Angle, kFullTurn)) return 0.0;
+  return static_cast<double>(NormalAngle(Angle, false, 0.0L));
+}
+
+/// What `CompareAngleIntercept` looks at.
+struct TSegmentKey {
+  std::int32_t Port;
+  double Angle;
+  double Intercept;
+};
+
+TSegmentKey KeyOf(const TLinearSegment& Segment) {
+  return {Segment.ChannelPort(), Segment.LineAngle, Segment.Intercept};
+}
+
+/// The difference, capped: two ports may be further apart than the result can say.
+int PortDifference(std::int32_t Left, std::int32_t Right) {
+  const std::int64_t Difference = std::int64_t{Left} - Right;
+  return static_cast<int>(std::clamp<std::int64_t>(Difference, std::numeric_limits<int>::min(),
+                                                   std::numeric_limits<int>::max()));
+}
+
+int CompareKeys(const TSegmentKey& Left, const TSegmentKey& Right) {
+  if (Left.Port != Right.Port) return PortDifference(Left.Port, Right.Port);
+  const double AngleBand = AngleTolerance * 0.5;
+  if (TMathUtils::FloatGreater(Left.Angle, Right.Angle, AngleBand)) return 1;
+  if (TMathUtils::FloatLess(Left.Angle, Right.Angle, AngleBand)) return -1;
+  if (TMathUtils::FloatGreater(Left.Intercept, Right.Intercept)) return 1;
+  if (TMathUtils::FloatLess(Left.Intercept, Right.Intercept)) return -1;
+  return 0;
+}
+
+}  // namespace
+
+TLinearSegment::TLinearSegment(TFlyCurve* ACurve, const TLine2D& ALine)
+    : Line(ALine), LineAngle(DirectionAngle(ALine)), RefCurve(ACurve) {
+  if (LineAngle > kTurnRoundAngle) {
+    Line = ALine.ReverseParam();
+    LineAngle -= kPi;
+  }
+  const bool IsVertical = TMathUtils::FloatEquals(LineAngle, kQuarterTurn, AngleTolerance);
+  Intercept = IsVertical ? ALine.EndPoint.X : Line.PointAtX(0.0).Y;
+}
+
+TLinearSegment* TLinearSegments::AddLine(TFlyCurve* ACurve, const TLine2D& ALine) {
+  return (*this)[Add(std::make_unique<TLinearSegment>(ACurve, ALine))];
+}
+
+int TLinearSegments::CompareAngleIntercept(const TLinearSegment& Left,
+                                           const TLinearSegment& Right) {
+  return CompareKeys(KeyOf(Left), KeyOf(Right));
+}
+
+void TLinearSegments::SortByAngleIntercept() {
+  SortByKey(KeyOf, CompareKeys);
+}
+
+}  // namespace tarnalgo
