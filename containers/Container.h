@@ -8,4 +8,5 @@
 #include "containers/Container/MergeSort.h"    // MergeSort: stable, safe with banded comparers
 #include "containers/Container/NodePool.h"     // TNodePool<TNode>: memory for the nodes of a tree
 #include "containers/Container/ObjectList.h"   // TObjectList<T>
+#include "containers/Container/OrderedDic.h"   // TOrderedDic<K, V>: enumerates in order of addition
 #include "containers/Container/OwnValueDic.h"  // TOwnValueDic<K, V>

@@ -1,0 +1,4 @@
+#pragma once  // geometryAlgo/VedaType/RTree.h
+
+#include "geometryAlgo/VedaType/RTree/GenericRTree.h"  // TRTree<T>: items of any type under boxes
+#include "geometryAlgo/VedaType/RTree/RTreeNode.h"     // TRTreeNode<T>

@@ -1,0 +1,175 @@
+#pragma once  // geometryAlgo/VedaType/RTree/GenericRTree.h
+
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "containers/Container/NodePool.h"
+#include "containers/Container/OrderedDic.h"
+#include "geometryAlgo/VedaType/RTree/RTreeNode.h"
+
+namespace tarnalgo {
+
+/// An R-tree that finds items by their boxes: identifiers, records, pointers to shapes.
+///
+///     TRTree<int> Tree(8);
+///     Tree.Insert(7, Part.BoundBox());
+///     for (int Id : Tree.Search(Window)) Use(Id);
+///
+/// An item can be in the tree once. It is told from others by its bytes when a `T` has no padding
+/// (0.0 differs from −0.0), otherwise by `std::hash` and `==`; it is default constructible. A box
+/// may be empty: its item is counted and listed, and found by no search.
+///
+/// The shape of the tree, and with it every order in which items are answered, depends on the
+/// history of the calls alone. `TRTree<>` is another tree, made of objects that carry a pointer.
+/// Ownership: the tree owns its nodes and copies of the items, never what an item points to.
+/// Cost: `Insert`, `Remove` and `Search` O(log n) expected, a search + the items found.
+template <class T = void>
+class TRTree {
+ public:
+  using TNode = TRTreeNode<T>;
+
+  /// A node is split before it would hold more than `MaxChildren` children; 8 is a good number.
+  /// With 2 or 3 a split can spread up to the root again and again, and the tree become as high as
+  /// it has items; all operations stand that.
+  /// Errors: `MaxChildren` below 2, `EParamError`.
+  explicit TRTree(int MaxChildren);
+  TRTree(const TRTree&) = delete;
+  TRTree& operator=(const TRTree&) = delete;
+  virtual ~TRTree() { Clear(); }
+
+  /// Errors: `Data` is in the tree already, `EParamError`, nothing changed.
+  void Insert(T Data, const TVRect2D& Box);
+  /// Nothing happens when `Data` is not in the tree. Ranges of the nodes that stay do not shrink.
+  void Remove(const T& Data);
+  void Clear();
+
+  /// The items whose boxes meet `Box`, depth first in the order of the nodes.
+  /// Tolerance: closed boxes, with `Eps` of slack along each axis. An empty `Box` meets nothing.
+  std::vector<T> Search(const TVRect2D& Box, double Eps = kLinearTolerance) const {
+    std::vector<T> Result;
+    Search(Box, Result, Eps);
+    return Result;
+  }
+  /// The same, appended to `Result`.
+  void Search(const TVRect2D& Box, std::vector<T>& Result, double Eps = kLinearTolerance) const {
+    if (FRoot) FRoot->Search(Box, Result, Eps);
+  }
+  /// A search with a slack of 1e-6 would find something.
+  bool MayIntersect(const TVRect2D& Box) const {
+    return FRoot && !FRoot->VisitMeeting(Box, kLinearTolerance, [](const T&) { return false; });
+  }
+
+  int Count() const { return FNodes.Count(); }
+  bool Contains(const T& Data) const { return FNodes.Contains(Data); }
+  /// All items, in the order of their insertion.
+  std::vector<T> GetAllData() const;
+  /// The item that has been in the tree for the longest time, a default `T` when it is empty.
+  T GetRandomData() const { return FNodes.First() ? *FNodes.First() : T{}; }
+
+  /// The nodes to look at, null for an empty tree.
+  const TNode* Root() const { return FRoot; }
+  /// `MaxChildren` div 2; no node is merged or split because of it.
+  int MinChildren() const { return FMinChildren; }
+  int MaxChildren() const { return FMaxChildren; }
+
+ private:
+  // A node with children brings the room for as many as are usual.
+  static constexpr int kUsualChildren = 8;
+  class TInnerNode : public TNode {
+   public:
+    TInnerNode() : TNode(FChildStorage, FRangeStorage, kUsualChildren) {}
+
+   private:
+    TTreeNode<T>* FChildStorage[kUsualChildren];
+    TVRect2D FRangeStorage[kUsualChildren];
+  };
+
+  TNode* MakeRoom(TNode* Leaf, const TVRect2D& Box);
+  void Free(TNode* Node);
+
+  TNodePool<TInnerNode> FInnerNodes;
+  TNodePool<TNode> FDataNodes;
+  TNode* FRoot = nullptr;
+  int FMinChildren;
+  int FMaxChildren;
+  TOrderedDic<T, TNode> FNodes;  // the data nodes
+  std::vector<TNode*> FFreed;    // scratch of Remove
+};
+
+template <class T>
+TRTree<T>::TRTree(int MaxChildren) : FMinChildren(MaxChildren / 2), FMaxChildren(MaxChildren) {
+  if (MaxChildren < 2) RaiseError<EParamError>("TRTree.Create", "a node needs at least 2 children");
+}
+
+template <class T>
+void TRTree<T>::Insert(T Data, const TVRect2D& Box) {
+  if (FNodes.Contains(Data)) RaiseError<EParamError>("TRTree.Insert", "duplicate item");
+  FNodes.PrepareAdd();
+  if (!FRoot) {
+    FRoot = FInnerNodes.Create();
+    FRoot->FDepth = 0;
+  }
+  TNode* const Leaf = MakeRoom(FRoot->ChooseInsertLeaf(Box), Box);
+  TNode* const DataNode = FDataNodes.Create(Data, Box);
+  Leaf->AddChildNode(DataNode);
+  FNodes.Add(std::move(Data), DataNode);
+}
+
+// Splits `Leaf` and whatever is full above it. Answers the leaf that takes a new item of `Box`.
+template <class T>
+TRTreeNode<T>* TRTree<T>::MakeRoom(TNode* Leaf, const TVRect2D& Box) {
+  TNode* Result = Leaf;
+  for (TNode* Node = Leaf; Node && Node->ChildCount() >= FMaxChildren; Node = Node->Parent()) {
+    const bool IsRoot = Node == FRoot;
+    TNode* const Half =
+        Node->SplitInto(Node == Leaf ? Box : TVRect2D(), [this] { return FInnerNodes.Create(); });
+    if (Node == Leaf) Result = Half;
+    if (IsRoot) {
+      FRoot = Node->Parent();
+      break;
+    }
+  }
+  return Result;
+}
+
+template <class T>
+void TRTree<T>::Remove(const T& Data) {
+  TNode* const DataNode = FNodes.Find(Data);
+  if (!DataNode) return;
+  FFreed.clear();
+  DataNode->RemoveFromParentIfEmpty(FFreed);
+  FNodes.Remove(Data);
+  if (FFreed.back() == FRoot) FRoot = nullptr;
+  for (TNode* Node : FFreed) Free(Node);
+}
+
+template <class T>
+void TRTree<T>::Clear() {
+  if (FRoot) {
+    for (TTreeNode<T>* Node : FRoot->PostOrderTraversal()) Free(static_cast<TNode*>(Node));
+  }
+  FRoot = nullptr;
+  FNodes.Clear();
+  FInnerNodes.Release();
+  FDataNodes.Release();
+}
+
+template <class T>
+void TRTree<T>::Free(TNode* Node) {
+  if (Node->IsDataNode()) {
+    FDataNodes.Destroy(Node);
+  } else {
+    FInnerNodes.Destroy(static_cast<TInnerNode*>(Node));
+  }
+}
+
+template <class T>
+std::vector<T> TRTree<T>::GetAllData() const {
+  std::vector<T> Result;
+  Result.reserve(static_cast<std::size_t>(Count()));
+  FNodes.ForEach([&Result](const T& Data, const TNode&) { Result.push_back(Data); });
+  return Result;
+}
+
+}  // namespace tarnalgo

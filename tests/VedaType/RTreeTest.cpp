@@ -1,0 +1,520 @@
+#include "geometryAlgo/VedaType/RTree.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <memory>
+#include <numeric>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "tests/support/Generate.h"
+#include "tests/support/Raises.h"
+
+namespace tarnalgo {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+const double kNaN = std::nan("");
+
+// --- A slow tree that follows the rules word by word ---
+
+struct TModelNode {
+  bool IsData = false;
+  int Data = 0;
+  TVRect2D Range;
+  int Depth = -1;
+  TModelNode* Parent = nullptr;
+  std::vector<std::unique_ptr<TModelNode>> Children;
+
+  bool IsLeaf() const { return !IsData && (Children.empty() || Children[0]->IsData); }
+  void Adopt(std::unique_ptr<TModelNode> Child) {
+    Child->Parent = this;
+    Child->Depth = Depth + 1;
+    for (TModelNode* Node = this; Node; Node = Node->Parent)
+      Node->Range.ExpandInPlace(Child->Range);
+    Children.push_back(std::move(Child));
+  }
+};
+
+class TModelTree {
+ public:
+  explicit TModelTree(int MaxChildren) : FMax(static_cast<std::size_t>(MaxChildren)) {}
+
+  const TModelNode* Root() const { return FRoot.get(); }
+
+  void Insert(int Data, const TVRect2D& Box) {
+    if (!FRoot) {
+      FRoot = std::make_unique<TModelNode>();
+      FRoot->Depth = 0;
+    }
+    TModelNode* Leaf = FRoot.get();
+    while (!Leaf->IsLeaf()) Leaf = LeastGrowth(*Leaf, Box);
+    TModelNode* Target = Leaf;
+    for (TModelNode* Node = Leaf; Node && Node->Children.size() >= FMax;) {
+      const bool WasRoot = !Node->Parent;
+      TModelNode* const Half = Split(*Node, Box);
+      if (Node == Leaf) Target = Half;
+      if (WasRoot) break;
+      Node = Node->Parent;
+    }
+    auto Node = std::make_unique<TModelNode>();
+    Node->IsData = true;
+    Node->Data = Data;
+    Node->Range = Box;
+    FNodes[Data] = Node.get();
+    Target->Adopt(std::move(Node));
+  }
+
+  void Remove(int Data) {
+    TModelNode* Node = FNodes.at(Data);
+    FNodes.erase(Data);
+    while (Node && Node->Children.empty()) {
+      TModelNode* const Parent = Node->Parent;
+      if (!Parent) {
+        FRoot.reset();
+        return;
+      }
+      std::erase_if(Parent->Children, [Node](const auto& Child) { return Child.get() == Node; });
+      Node = Parent;
+    }
+  }
+
+  // Depth first over everything, looking at nothing but the data boxes.
+  std::vector<int> Search(const TVRect2D& Box, double Eps) const {
+    std::vector<int> Result;
+    if (FRoot) Search(*FRoot, Box, Eps, Result);
+    return Result;
+  }
+
+ private:
+  static TModelNode* LeastGrowth(TModelNode& Node, const TVRect2D& Box) {
+    TModelNode* Best = Node.Children[0].get();
+    double Least = 1.7e308;
+    for (const auto& Child : Node.Children) {
+      const double Growth = Child->Range.Expand(Box).Area() - Child->Range.Area();
+      if (Growth < Least) {
+        Least = Growth;
+        Best = Child.get();
+      }
+    }
+    return Best;
+  }
+
+  static double Centre(double Low, double High, bool IsValid) {
+    const double Middle = Low / 2 + High / 2;
+    return IsValid && !std::isnan(Middle) ? Middle : 0.0;
+  }
+
+  static TVRect2D BoxOf(const std::vector<TModelNode*>& Nodes, std::size_t From, std::size_t To) {
+    TVRect2D Result;
+    for (std::size_t I = From; I < To; ++I) Result.ExpandInPlace(Nodes[I]->Range);
+    return Result;
+  }
+
+  TModelNode* Split(TModelNode& Node, const TVRect2D& Box) {
+    std::vector<TModelNode*> Orders[2];
+    double Costs[2];
+    const std::size_t Count = Node.Children.size();
+    for (int Axis = 0; Axis < 2; ++Axis) {
+      auto& Order = Orders[Axis];
+      for (const auto& Child : Node.Children) Order.push_back(Child.get());
+      const auto Key = [Axis](const TModelNode* Child) {
+        const TVRect2D& R = Child->Range;
+        return Axis == 0 ? Centre(R.Left, R.Right, R.IsValid())
+                         : Centre(R.Bottom, R.Top, R.IsValid());
+      };
+      std::stable_sort(
+          Order.begin(), Order.end(),
+          [&Key](const TModelNode* A, const TModelNode* B) { return Key(A) < Key(B); });
+      Costs[Axis] = BoxOf(Order, 0, Count / 2).Area() + BoxOf(Order, Count / 2, Count).Area();
+    }
+    const auto& Order = Costs[0] <= Costs[1] ? Orders[0] : Orders[1];
+    auto Sibling = std::make_unique<TModelNode>();
+    std::vector<std::unique_ptr<TModelNode>> Kept;
+    for (std::size_t I = 0; I < Count; ++I) {
+      auto& Owner = *std::find_if(Node.Children.begin(), Node.Children.end(),
+                                  [&](const auto& Child) { return Child.get() == Order[I]; });
+      if (I < Count / 2) {
+        Kept.push_back(std::move(Owner));
+      } else {
+        Sibling->Adopt(std::move(Owner));
+      }
+    }
+    Node.Range = BoxOf(Order, 0, Count / 2);
+    Node.Children = std::move(Kept);
+    TModelNode* const SiblingNode = Sibling.get();
+    if (!Node.Parent) {
+      auto NewRoot = std::make_unique<TModelNode>();
+      NewRoot->Depth = 0;
+      NewRoot->Adopt(std::move(FRoot));
+      FRoot = std::move(NewRoot);
+    }
+    Node.Parent->Adopt(std::move(Sibling));
+    if (!Box.IsValid()) return &Node;
+    const double ForNode = Node.Range.Expand(Box).Area() - Node.Range.Area();
+    const double ForSibling = SiblingNode->Range.Expand(Box).Area() - SiblingNode->Range.Area();
+    return ForNode >= ForSibling ? SiblingNode : &Node;
+  }
+
+  static void Search(const TModelNode& Node, const TVRect2D& Box, double Eps,
+                     std::vector<int>& Result) {
+    if (Node.IsData && Node.Range.IsValid() && Box.IsValid() &&  //
+        Node.Range.Left <= Box.Right + Eps && Box.Left <= Node.Range.Right + Eps &&
+        Node.Range.Bottom <= Box.Top + Eps && Box.Bottom <= Node.Range.Top + Eps) {
+      Result.push_back(Node.Data);
+    }
+    for (const auto& Child : Node.Children) Search(*Child, Box, Eps, Result);
+  }
+
+  std::size_t FMax;
+  std::unique_ptr<TModelNode> FRoot;
+  std::map<int, TModelNode*> FNodes;
+};
+
+bool SameBits(const TVRect2D& A, const TVRect2D& B) {
+  const auto Same = [](double X, double Y) { return X == Y || (std::isnan(X) && std::isnan(Y)); };
+  return Same(A.Left, B.Left) && Same(A.Right, B.Right) && Same(A.Top, B.Top) &&
+         Same(A.Bottom, B.Bottom);
+}
+
+// The two trees agree in every node: kind, item, range, depth, order of children.
+void ExpectSameTree(const TModelNode* Model, const TRTreeNode<int>* Node) {
+  ASSERT_EQ(Model == nullptr, Node == nullptr);
+  if (!Model) return;
+  ASSERT_EQ(Model->IsData, Node->IsDataNode());
+  ASSERT_EQ(Model->IsLeaf(), Node->IsLeaf());
+  ASSERT_EQ(Model->Data, Node->Data());
+  ASSERT_EQ(Model->Depth, Node->Depth());
+  ASSERT_TRUE(SameBits(Model->Range, Node->Range()));
+  ASSERT_EQ(static_cast<int>(Model->Children.size()), Node->ChildCount());
+  for (int I = 0; I < Node->ChildCount(); ++I) {
+    ASSERT_EQ(Node, Node->Child(I)->Parent());
+    ExpectSameTree(Model->Children[static_cast<std::size_t>(I)].get(), Node->Child(I));
+    if (testing::Test::HasFatalFailure()) return;
+  }
+}
+
+// --- Boxes to insert ---
+
+using TBoxMaker = TVRect2D (*)(std::mt19937&);
+
+TVRect2D RandomBox(std::mt19937& Random) {
+  const TPoint2D P = test::RandomPoint(Random, 0, 100);
+  return {P, P + test::RandomPoint(Random, 0, 5)};
+}
+// Ties of growth, cost and centre come by themselves.
+TVRect2D GridBox(std::mt19937& Random) {
+  const TPoint2D P = test::RandomGridPoint(Random, 0, 6);
+  return {P, P + test::RandomGridPoint(Random, 0, 2)};
+}
+TVRect2D HostileBox(std::mt19937& Random) {
+  const double Values[] = {kNaN, kInf, -kInf, 1e300, -1e300, 1.7e308, 5e-324, 0.0, -0.0, 1.0, 2.0};
+  const auto Pick = [&] { return Values[test::RandomInt(Random, 0, 10)]; };
+  return test::RandomInt(Random, 0, 1) == 0 ? GridBox(Random)
+                                            : TVRect2D(Pick(), Pick(), Pick(), Pick());
+}
+
+struct THistory {
+  const char* Name;
+  TBoxMaker MakeBox;
+  int MaxChildren;
+  int Steps;
+};
+
+const THistory kHistories[] = {
+    {"random, 8", RandomBox, 8, 3000},     {"random, 4", RandomBox, 4, 1000},
+    {"random, 2", RandomBox, 2, 120},      {"random, 3", RandomBox, 3, 200},
+    {"random, 5", RandomBox, 5, 1000},     {"random, 9", RandomBox, 9, 1000},
+    {"random, 40", RandomBox, 40, 2000},   {"grid, 8", GridBox, 8, 3000},
+    {"grid, 4", GridBox, 4, 1000},         {"grid, 21", GridBox, 21, 2000},
+    {"hostile, 8", HostileBox, 8, 2000},   {"hostile, 3", HostileBox, 3, 150},
+    {"hostile, 17", HostileBox, 17, 2000},
+};
+
+TEST(TRTree, AgreesWithTheRulesThroughHistoriesOfInsertionAndRemoval) {
+  for (const THistory& History : kHistories) {
+    SCOPED_TRACE(History.Name);
+    std::mt19937 Random(77);
+    TRTree<int> Tree(History.MaxChildren);
+    TModelTree Model(History.MaxChildren);
+    std::vector<int> Present;  // in the order of insertion
+    for (int Step = 0; Step < History.Steps; ++Step) {
+      // Growing and shrinking by turns, down to nothing.
+      const int ShareOfInsertions = Step / (History.Steps / 4) % 2 == 0 ? 90 : 15;
+      if (Present.empty() || test::RandomInt(Random, 0, 99) < ShareOfInsertions) {
+        const TVRect2D Box = History.MakeBox(Random);
+        Tree.Insert(Step, Box);
+        Model.Insert(Step, Box);
+        Present.push_back(Step);
+      } else {
+        const auto At =
+            Present.begin() + test::RandomInt(Random, 0, static_cast<int>(Present.size()) - 1);
+        Tree.Remove(*At);
+        Model.Remove(*At);
+        Present.erase(At);
+      }
+      ExpectSameTree(Model.Root(), Tree.Root());
+      if (HasFatalFailure()) return;
+      const TVRect2D Window = History.MakeBox(Random);
+      for (const double Eps : {0.0, 1e-6, 0.5, kNaN, kInf}) {
+        ASSERT_EQ(Model.Search(Window, Eps), Tree.Search(Window, Eps));
+      }
+      ASSERT_EQ(!Model.Search(Window, 1e-6).empty(), Tree.MayIntersect(Window));
+      ASSERT_EQ(Present, Tree.GetAllData());
+      ASSERT_EQ(static_cast<int>(Present.size()), Tree.Count());
+      ASSERT_EQ(Present.empty() ? 0 : Present.front(), Tree.GetRandomData());
+    }
+  }
+}
+
+// --- The rules one by one ---
+
+TVRect2D Square(double X, double Y, double Size = 1.0) {
+  return {X, X + Size, Y + Size, Y};
+}
+
+std::vector<int> ItemsOf(const TRTreeNode<int>& Leaf) {
+  std::vector<int> Result;
+  for (const auto* Child : Leaf.ChildNodes()) Result.push_back(Child->Data());
+  return Result;
+}
+
+TEST(TRTree, TheFirstItemMakesARootWithOneDataChild) {
+  TRTree<int> Tree(8);
+  EXPECT_EQ(nullptr, Tree.Root());
+  Tree.Insert(5, Square(1, 2));
+  ASSERT_EQ(1, Tree.Root()->ChildCount());
+  EXPECT_TRUE(Tree.Root()->IsRoot());
+  EXPECT_TRUE(Tree.Root()->IsLeaf());
+  EXPECT_TRUE(Tree.Root()->Child(0)->IsDataNode());
+  EXPECT_FALSE(Tree.Root()->Child(0)->IsLeaf());
+  EXPECT_EQ(5, Tree.Root()->Child(0)->Data());
+  EXPECT_EQ(Square(1, 2), Tree.Root()->Range());
+  EXPECT_EQ(4, Tree.MinChildren());
+}
+
+TEST(TRTree, TheNinthItemSplitsTheLeafFirst) {
+  TRTree<int> Tree(8);
+  const double X[] = {70, 10, 50, 30, 20, 60, 40, 0};
+  for (int I = 0; I < 8; ++I) Tree.Insert(I, Square(X[I], 0));
+  ASSERT_EQ(8, Tree.Root()->ChildCount());
+  Tree.Insert(8, Square(35, 0));  // grows either half by 5
+  ASSERT_EQ(2, Tree.Root()->ChildCount());
+  EXPECT_THAT(ItemsOf(*Tree.Root()->Child(0)), ElementsAre(7, 1, 4, 3));
+  EXPECT_THAT(ItemsOf(*Tree.Root()->Child(1)), ElementsAre(6, 2, 5, 0, 8));
+  EXPECT_EQ(0, Tree.Root()->Depth());
+}
+
+TEST(TRTree, EqualCostsSplitAlongX) {
+  TRTree<int> Tree(4);
+  Tree.Insert(0, Square(1, 1));
+  Tree.Insert(1, Square(0, 0));
+  Tree.Insert(2, Square(1, 0));
+  Tree.Insert(3, Square(0, 1));
+  Tree.Insert(4, Square(0, 0));
+  EXPECT_THAT(ItemsOf(*Tree.Root()->Child(0)), ElementsAre(1, 3, 4));
+  EXPECT_THAT(ItemsOf(*Tree.Root()->Child(1)), ElementsAre(0, 2));
+}
+
+TEST(TRTree, ASecondInsertionOfAnItemChangesNothing) {
+  TRTree<int> Tree(8);
+  for (int I = 0; I < 8; ++I) Tree.Insert(I, Square(I, 0));
+  test::ExpectRaises<EParamError>([&] { Tree.Insert(3, Square(50, 50)); },
+                                  "[Error] TRTree.Insert: duplicate item");
+  EXPECT_EQ(8, Tree.Root()->ChildCount());  // full, and not split
+  EXPECT_EQ(8, Tree.Count());
+  EXPECT_FALSE(Tree.MayIntersect(Square(50, 50)));
+}
+
+TEST(TRTree, RemovingTheLastItemEmptiesTheTree) {
+  TRTree<int> Tree(8);
+  Tree.Remove(1);
+  Tree.Insert(1, Square(0, 0));
+  Tree.Remove(2);
+  EXPECT_EQ(1, Tree.Count());
+  Tree.Remove(1);
+  EXPECT_EQ(nullptr, Tree.Root());
+  EXPECT_EQ(0, Tree.Count());
+  EXPECT_EQ(0, Tree.GetRandomData());
+  Tree.Insert(1, Square(0, 0));
+  EXPECT_TRUE(Tree.Contains(1));
+}
+
+TEST(TRTree, TouchingWithinTheSlackIsMeeting) {
+  TRTree<int> Tree(8);
+  Tree.Insert(1, Square(0, 0));
+  const struct {
+    const char* Name;
+    TVRect2D Box;
+    bool Meets;
+  } Cases[] = {
+      {"right side touches", Square(1, 0), true},
+      {"corner touches", Square(-1, -1), true},
+      {"a gap of half the slack to the right", Square(1 + 5e-7, 0), true},
+      {"a gap of half the slack below", Square(0, -1 - 5e-7), true},
+      {"a gap of twice the slack to the left", Square(-1 - 2e-6, 0), false},
+      {"a gap of twice the slack above", Square(0, 1 + 2e-6), false},
+      {"a point inside", {0.5, 0.5, 0.5, 0.5}, true},
+      {"turned inside out", {1, 0, 0, 1}, false},
+      {"a side that is no number", {0, kNaN, 1, 0}, false},
+      {"everything", {-kInf, kInf, kInf, -kInf}, true},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    EXPECT_EQ(Case.Meets, Tree.MayIntersect(Case.Box));
+    EXPECT_EQ(Case.Meets, !Tree.Search(Case.Box).empty());
+  }
+}
+
+TEST(TRTree, AnItemWithAnEmptyBoxIsListedButNotFound) {
+  TRTree<int> Tree(4);
+  for (int I = 0; I < 50; ++I) Tree.Insert(I, I % 2 ? Square(I, I) : TVRect2D());
+  EXPECT_EQ(50, Tree.Count());
+  EXPECT_EQ(25u, Tree.Search({-kInf, kInf, kInf, -kInf}).size());
+  EXPECT_TRUE(Tree.Contains(48));
+}
+
+TEST(TRTree, AppendsToTheResultItIsGiven) {
+  TRTree<int> Tree(8);
+  Tree.Insert(4, Square(0, 0));
+  std::vector<int> Result{9};
+  Tree.Search(Square(0, 0), Result);
+  EXPECT_THAT(Result, ElementsAre(9, 4));
+}
+
+TEST(TRTree, RefusesNodesThatCannotBeSplit) {
+  for (const int MaxChildren : {1, 0, -5, std::numeric_limits<int>::min()}) {
+    test::ExpectRaises<EParamError>([&] { TRTree<int> Tree(MaxChildren); },
+                                    "[Error] TRTree.Create: a node needs at least 2 children");
+  }
+  TRTree<int> Flat(std::numeric_limits<int>::max());
+  for (int I = 0; I < 1000; ++I) Flat.Insert(I, Square(I, 0));
+  EXPECT_EQ(1000, Flat.Root()->ChildCount());
+}
+
+TEST(TRTree, HoldsAMillionItemsOfOneBox) {
+  TRTree<int> Tree(8);
+  constexpr int kItems = 1000000;
+  for (int I = 0; I < kItems; ++I) Tree.Insert(I, Square(0, 0));
+  EXPECT_EQ(static_cast<std::size_t>(kItems), Tree.Search(Square(1, 1)).size());
+  for (int I = 0; I < kItems; I += 2) Tree.Remove(I);
+  EXPECT_EQ(kItems / 2, Tree.Count());
+  EXPECT_EQ(1, Tree.GetRandomData());
+}
+
+// With two children each, every split runs up to the root.
+TEST(TRTree, StandsATreeAsHighAsItHasItems) {
+  TRTree<int> Tree(2);
+  for (int I = 0; I < 800; ++I) Tree.Insert(I, Square(I, 0));
+  int Height = 0;
+  for (const auto* Node = Tree.Root(); !Node->IsDataNode(); Node = Node->Child(0)) ++Height;
+  EXPECT_GT(Height, 100);
+  EXPECT_THAT(Tree.Search({500.2, 500.4, 1, 0}), ElementsAre(500));
+}
+
+TEST(TRTree, KeysAreRecordsPointersOrAnythingWithAHash) {
+  TRTree<TPoint2D> Points(8);
+  Points.Insert({0.0, 1.0}, Square(0, 0));
+  EXPECT_TRUE(Points.Contains({0.0, 1.0}));
+  EXPECT_FALSE(Points.Contains({-0.0, 1.0}));  // other bytes
+
+  const std::string Items[2];
+  TRTree<const std::string*> Pointers(8);
+  for (const auto& Item : Items) Pointers.Insert(&Item, Square(0, 0));
+  EXPECT_THAT(Pointers.Search(Square(0, 0)), ElementsAre(&Items[0], &Items[1]));
+
+  TRTree<std::string> Names(8);
+  Names.Insert("a name too long to be kept inside the string itself", Square(0, 0));
+  Names.Insert("b", Square(5, 5));
+  Names.Remove("b");
+  EXPECT_THAT(Names.GetAllData(),
+              ElementsAre("a name too long to be kept inside the string itself"));
+}
+
+// --- Nodes made by hand ---
+
+TEST(TRTreeNode, ADataNodeTakesNoItems) {
+  TRTreeNode<int> Node(1, Square(0, 0));
+  test::ExpectRaises<EAssertionFailed>(
+      [&] { Node.ChooseInsertLeaf(Square(0, 0)); },
+      "Assertion failure: [ERROR] TRTreeNode<T>.ChooseInsertLeaf: 数据节点中不能插入子节点。 "
+      "(geometryAlgo/VedaType, line 9269)");
+}
+
+TEST(TRTreeNode, ANewNodeIsAnEmptyLeaf) {
+  TRTreeNode<int> Node;
+  EXPECT_TRUE(Node.IsLeaf());
+  EXPECT_FALSE(Node.IsDataNode());
+  EXPECT_EQ(TVRect2D(TRect2D::FNull), Node.Range());
+  EXPECT_EQ(&Node, Node.ChooseInsertLeaf(Square(0, 0)));
+  std::vector<int> Result;
+  Node.Search({-kInf, kInf, kInf, -kInf}, Result);
+  EXPECT_THAT(Result, IsEmpty());
+}
+
+TEST(TRTreeNode, AttachingWidensAllAncestors) {
+  TRTreeNode<int> Root;
+  Root.AddChildNode(new TRTreeNode<int>);
+  Root.Child(0)->AddChildNode(new TRTreeNode<int>(1, Square(0, 0)));
+  Root.Child(0)->AddChildNode(new TRTreeNode<int>(2, Square(4, 4)));
+  EXPECT_EQ(TVRect2D(0, 5, 5, 0), Root.Range());
+  std::vector<int> Result;
+  Root.Search(Square(4, 4), Result);
+  EXPECT_THAT(Result, ElementsAre(2));
+  Root.ClearFreeChildNodes(true);
+}
+
+TEST(TRTreeNode, SplitAnswersTheHalfForTheItem) {
+  const struct {
+    const char* Name;
+    TVRect2D Box;
+    int Half;
+  } Cases[] = {
+      {"nearer to the first half", Square(4, 0), 0},
+      {"nearer to the second half", Square(8, 0), 1},
+      {"in the middle: the sibling", Square(6, 0), 1},
+      {"an empty box: the node", TVRect2D(), 0},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    auto* const Node = new TRTreeNode<int>;
+    for (const int X : {10, 0, 12, 2}) Node->AddChildNode(new TRTreeNode<int>(X, Square(X, 0)));
+    auto* const Half = Node->Split(Case.Box);
+    const std::unique_ptr<TRTreeNode<int>> Root(Node->Parent());
+    EXPECT_EQ(Root->Child(Case.Half), Half);
+    EXPECT_THAT(ItemsOf(*Root->Child(0)), ElementsAre(0, 2));
+    EXPECT_THAT(ItemsOf(*Root->Child(1)), ElementsAre(10, 12));
+    EXPECT_EQ(TVRect2D(0, 3, 1, 0), Root->Child(0)->Range());
+    Root->ClearFreeChildNodes(true);
+  }
+}
+
+TEST(TRTreeNode, TakesOutEveryAncestorLeftWithoutChildren) {
+  TRTreeNode<int> Root;
+  TRTreeNode<int> Branches[2];
+  TRTreeNode<int> Leaf;
+  TRTreeNode<int> Item(1, Square(0, 0));
+  Leaf.AddChildNode(&Item);
+  Branches[0].AddChildNode(&Leaf);
+  Root.AddChildNode(&Branches[0]);
+  Root.AddChildNode(&Branches[1]);
+  std::vector<TRTreeNode<int>*> Freed;
+  Leaf.RemoveFromParentIfEmpty(Freed);
+  EXPECT_THAT(Freed, IsEmpty());
+  Item.RemoveFromParentIfEmpty(Freed);
+  EXPECT_THAT(Freed, ElementsAre(&Item, &Leaf, &Branches[0]));
+  EXPECT_EQ(1, Root.ChildCount());
+  EXPECT_EQ(Square(0, 0), Root.Range());  // not shrunk
+}
+
+}  // namespace
+}  // namespace tarnalgo
