@@ -26,10 +26,6 @@ struct TSegmentKey {
   double Intercept;
 };
 
-TSegmentKey KeyOf(const TLinearSegment& Segment) {
-  return {Segment.ChannelPort(), Segment.LineAngle, Segment.Intercept};
-}
-
 /// The difference, capped: two ports may be further apart than the result can say.
 int PortDifference(std::int32_t Left, std::int32_t Right) {
   const std::int64_t Difference = std::int64_t{Left} - Right;
@@ -37,7 +33,12 @@ int PortDifference(std::int32_t Left, std::int32_t Right) {
                                                    std::numeric_limits<int>::max()));
 }
 
-int CompareKeys(const TSegmentKey& Left, const TSegmentKey& Right) {
+// Function objects, not functions: the sort inlines them.
+constexpr auto KeyOf = [](const TLinearSegment& Segment) {
+  return TSegmentKey{Segment.ChannelPort(), Segment.LineAngle, Segment.Intercept};
+};
+
+constexpr auto CompareKeys = [](const TSegmentKey& Left, const TSegmentKey& Right) {
   if (Left.Port != Right.Port) return PortDifference(Left.Port, Right.Port);
   const double AngleBand = AngleTolerance * 0.5;
   if (TMathUtils::FloatGreater(Left.Angle, Right.Angle, AngleBand)) return 1;
@@ -45,7 +46,7 @@ int CompareKeys(const TSegmentKey& Left, const TSegmentKey& Right) {
   if (TMathUtils::FloatGreater(Left.Intercept, Right.Intercept)) return 1;
   if (TMathUtils::FloatLess(Left.Intercept, Right.Intercept)) return -1;
   return 0;
-}
+};
 
 }  // namespace
 

@@ -78,7 +78,7 @@ void TLinearSegmentList::SortByDM() {
     if (Line.EndPoint.DotMul(AngVec) > Line.StartPoint.DotMul(AngVec)) Line = Line.ReverseParam();
   }
   SortByKey([this](const TLinearSegment& S) { return S.Line.EndPoint.DotMul(AngVec); },
-            CompareExact<double>);
+            [](double A, double B) { return CompareExact(A, B); });
 }
 
 int TLinearSegmentList::CompareSegmentDM(const TLinearSegment& Left,
