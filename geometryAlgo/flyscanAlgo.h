@@ -2,6 +2,7 @@
 
 #include "geometryAlgo/flyscanAlgo/FlyCurve.h"           // TFlyCurve, TFlyLine, TFlyCircle
 #include "geometryAlgo/flyscanAlgo/FlyCurves.h"          // TFlyCurves, TOwningFlyCurves
+#include "geometryAlgo/flyscanAlgo/FlyHoles.h"           // TFlyHoles, TGeToDataDic
 #include "geometryAlgo/flyscanAlgo/FlyscanTool.h"        // TFlyscanTool
 #include "geometryAlgo/flyscanAlgo/LinearSegment.h"      // TLinearSegment, TLinearSegments
 #include "geometryAlgo/flyscanAlgo/LinearSegmentList.h"  // TLinearSegmentList

@@ -45,6 +45,10 @@ bool TFlyscanTool::AngleTooSharp(const TPoint2D& PtOut, const TPoint2D& VecOut,
   return MaxSharpAngle * kPi / 180.0 > Sharpest;
 }
 
+TVPolyline2D TFlyscanTool::GetPolyline2D(const TGeCurve2D& GeCurve, double ChordEps) {
+  return TVPolyline2D(GeCurve.Sample(ChordEps));
+}
+
 bool TFlyscanTool::GetSmoothBezierSeg(const TPoint2D& /*PtOut*/, const TPoint2D& /*VecOut*/,
                                       const TPoint2D& /*PtIn*/, const TPoint2D& /*VecIn*/,
                                       TBezierSegment2D& /*BezierSeg*/) {

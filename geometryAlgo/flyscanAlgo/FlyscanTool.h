@@ -1,6 +1,7 @@
 #pragma once  // geometryAlgo/flyscanAlgo/FlyscanTool.h
 
-#include "host/Cadtypes/Bezier.h"
+#include "geometryAlgo/VedaType/Polyline.h"
+#include "host/Cadgeometry.h"
 
 namespace tarnalgo {
 
@@ -20,6 +21,9 @@ class TFlyscanTool {
   /// Tolerance: none; a corner of exactly `MaxSharpAngle` passes.
   static bool AngleTooSharp(const TPoint2D& PtOut, const TPoint2D& VecOut, const TPoint2D& PtIn,
                             const TPoint2D& VecIn, double D);
+
+  /// The curve as a polyline whose chords deviate from it by at most `ChordEps`, ends exact.
+  static TVPolyline2D GetPolyline2D(const TGeCurve2D& GeCurve, double ChordEps);
 
   /// Whether a single smooth Bezier joins `PtOut`, left along `VecOut`, to `PtIn`, entered along
   /// `VecIn`. No joint is offered yet: answers false and leaves `BezierSeg` alone, so that

@@ -73,6 +73,18 @@ TEST(TFlyscanTool, AJointIsTooSharpBelowTheLimit) {
   }
 }
 
+TEST(TFlyscanTool, SamplesKeepTheEndsAndTheChordError) {
+  const TGeCircularArc2D Arc(TPoint2D(1, 1), 10.0, 0.5, -4.0);
+  const TVPolyline2D Samples = TFlyscanTool::GetPolyline2D(Arc, 0.1);
+  ASSERT_GE(Samples.Count(), 3);
+  EXPECT_TRUE(Samples[0].Equals(Arc.StartPoint()));
+  EXPECT_TRUE(Samples[Samples.Count() - 1].Equals(Arc.EndPoint()));
+  for (int I = 0; I + 1 < Samples.Count(); ++I) {
+    const TPoint2D Middle = (Samples[I] + Samples[I + 1]) * 0.5;
+    EXPECT_NEAR(10.0, Middle.DistanceTo({1, 1}), 0.1 + 1e-9);
+  }
+}
+
 TEST(TFlyscanTool, NoSmoothJointIsOfferedAndTheSegmentStays) {
   TBezierSegment2D Segment({1, 2}, {3, 4}, {5, 6}, {7, 8});
   const TBezierSegment2D Before = Segment;
