@@ -6,5 +6,5 @@
 #include "geometryAlgo/VedaType/Line.h"       // TVLine2D
 #include "geometryAlgo/VedaType/Point.h"      // TPointL2D, TLWPoint2D, TPoint2DUtils, TDirUtils
 #include "geometryAlgo/VedaType/Polyline.h"   // TVPoint2DList, TVPolyline2D, TVPolyline2DList
-#include "geometryAlgo/VedaType/RTree.h"      // TRTree<T>, TRTreeNode<T>: items found by their boxes
+#include "geometryAlgo/VedaType/RTree.h"      // TRTree<T>, TRTreeNode<T>: items found by box
 #include "geometryAlgo/VedaType/Rect.h"       // TVRect2D

@@ -11,7 +11,7 @@ install_packages $TEST_PACKAGES
 export CCACHE_DIR=${CCACHE_DIR:-$PWD/.ccache}
 
 say "Format"
-git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror || fail "run clang-format -i on these"
+scripts/format.sh || fail "run scripts/format.sh --fix"
 
 say "GCC build, warnings are errors; every header alone"
 configure dev

@@ -28,9 +28,10 @@ namespace tarnalgo {
 ///     Pool.Destroy(Node);
 ///
 /// A node stays where it is until it is destroyed, also when the pool is moved. Nodes made one
-/// after the other lie next to each other, which is what makes walks over the tree fast. Ownership:
-/// the pool owns the memory, its user the nodes: a node that is still alive when the pool goes is
-/// not destructed, which only matters when its destructor does something. Movable, not copyable.
+/// after the other lie next to each other, which is what makes walks over the tree fast.
+/// Ownership: the pool owns the memory, its user the nodes: a node that is still alive when the
+/// pool goes is not destructed, which only matters when its destructor does something. Movable, not
+/// copyable.
 /// Cost: O(1), one allocation for each slab (32 nodes, each slab double the former up to 4096).
 /// Under AddressSanitizer a destroyed node is poisoned, so that use after it is reported.
 template <class TNode>

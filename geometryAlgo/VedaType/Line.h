@@ -117,9 +117,9 @@ struct TVLine2D {
   /// stretch in the direction of this segment, else 0. Ends that touch count, collinear segments
   /// that share no more than an end answer 1.
   /// Tolerance: `Eps`, a length. An end at most `Eps` from the other segment touches it; two
-  /// touches more than `Eps` apart bound an overlap. Ties: an end within `Eps` of the crossing is
-  /// the answer itself, bit for bit: the first of this start, this end, the other start, the other
-  /// end.
+  /// touches more than `Eps` apart bound an overlap.
+  /// Ties: an end within `Eps` of the crossing is the answer itself, bit for bit: the first of this
+  /// start, this end, the other start, the other end.
   int RelationWithSegLine(const TVLine2D& Other, TPoint2D& P1, TPoint2D& P2,
                           double Eps = kLinearTolerance) const;
   /// The same question, answered with the parameters too: `Param1` on this segment, `Param2` on

@@ -49,8 +49,8 @@ class TFlyCurve {
   /// The point at which cutting starts; the zero point without a curve.
   TPoint2D GetPathStart() const;
   /// Starts cutting at the point of the curve nearest to `AStart`. On a closed curve the seam has
-  /// two parameters; either may be taken. Without a curve nothing happens. Tolerance: the host's
-  /// default.
+  /// two parameters; either may be taken. Without a curve nothing happens.
+  /// Tolerance: the host's default.
   void SetPathStart(const TPoint2D& AStart);
 
  private:
@@ -69,7 +69,8 @@ class TFlyLine : public TFlyCurve {
   /// The curve as a line.
   /// Errors: any other curve, or none, "FlyLine Create Error!".
   TGeLine2D* GeLine() const;
-  /// From the start to the end of the line. Errors: as `GeLine`.
+  /// From the start to the end of the line.
+  /// Errors: as `GeLine`.
   TLine2D Line2D() const;
 };
 
@@ -83,7 +84,8 @@ class TFlyCircle : public TFlyCurve {
   /// The curve as an arc.
   /// Errors: any other curve, or none, "FlyCircle Create Error!".
   TGeCircularArc2D* GeCircle() const;
-  /// The circle that carries the arc. Errors: as `GeCircle`.
+  /// The circle that carries the arc.
+  /// Errors: as `GeCircle`.
   TCircle2D Circle2D() const;
 };
 

@@ -46,9 +46,9 @@ class TLinearSegments : public TObjectList<TLinearSegment> {
   TLinearSegment* AddLine(TFlyCurve* ACurve, const TLine2D& ALine);
 
   /// Order by channel, angle, intercept. The channels answer with their difference itself (capped
-  /// to the range of the result), angle and intercept with −1, 0 or 1. Tolerance: angles less than
-  /// or exactly half `AngleTolerance` apart (1.5 degrees) tie, intercepts up to 1e-6 apart tie;
-  /// neither is transitive.
+  /// to the range of the result), angle and intercept with −1, 0 or 1.
+  /// Tolerance: angles less than or exactly half `AngleTolerance` apart (1.5 degrees) tie,
+  /// intercepts up to 1e-6 apart tie; neither is transitive.
   static int CompareAngleIntercept(const TLinearSegment& Left, const TLinearSegment& Right);
   /// Sorts by `CompareAngleIntercept`.
   /// Ties: the order of addition.

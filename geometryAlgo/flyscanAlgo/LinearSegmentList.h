@@ -47,9 +47,10 @@ class TLinearSegmentList : public TObjectList<TLinearSegment> {
   /// `Result` is cleared first and holds a `TFlyLine` on a new `TGeLine2D` for each cut and each
   /// gap line, a `TFlyCurve` on a new `TGePolyBezier2D` for each joint. All carry the channel of
   /// the first edge. Sets `AngVec`; more than one edge is sorted by `SortByDM`. A single edge is
-  /// neither turned nor sorted: it is cut from its end to its start, as it is stored. Tolerance:
-  /// 1e-6 on the length of a gap. Ownership: the host curves in `Result` belong to the caller, who
-  /// frees them before clearing the list or passes a `TOwningFlyCurves`, which does.
+  /// neither turned nor sorted: it is cut from its end to its start, as it is stored.
+  /// Tolerance: 1e-6 on the length of a gap.
+  /// Ownership: the host curves in `Result` belong to the caller, who frees them before clearing
+  /// the list or passes a `TOwningFlyCurves`, which does.
   void BuildResult(TFlyCurves& Result);
 };
 

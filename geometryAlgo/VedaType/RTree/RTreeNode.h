@@ -62,8 +62,9 @@ class TRTreeNode : public TTreeNode<T> {
   /// along X and along Y by the centres of their boxes, and the order is taken in which the boxes
   /// of the two halves have the smaller sum of areas; both halves keep that order. Answers the half
   /// that should take a new item of `Box`: the one whose range has to grow less. For an empty box,
-  /// this node. Ties: equal centres keep the order of the child list; equal sums, along X; equal
-  /// growth, the sibling.
+  /// this node.
+  /// Ties: equal centres keep the order of the child list; equal sums, along X; equal growth, the
+  /// sibling.
   TRTreeNode* Split(const TVRect2D& Box) {
     return SplitInto(Box, [] { return new TRTreeNode; });
   }
