@@ -1,0 +1,16 @@
+# The program that the README shows is the one that is built and run.
+#   cmake -DREADME=... -DSOURCE=... -DPROGRAM=... -P ReadmeProgram.cmake
+file(READ "${README}" Readme)
+file(READ "${SOURCE}" Source)
+string(FIND "${Readme}" "${Source}" Found)
+if(Found EQUAL -1)
+  message(FATAL_ERROR "README.md does not show ${SOURCE} as it is")
+endif()
+execute_process(COMMAND "${PROGRAM}" OUTPUT_VARIABLE Output RESULT_VARIABLE Result)
+if(NOT Result EQUAL 0)
+  message(FATAL_ERROR "${PROGRAM} answers ${Result}")
+endif()
+string(FIND "${Readme}" "${Output}" Found)
+if(Found EQUAL -1)
+  message(FATAL_ERROR "README.md does not show what the program prints:\n${Output}")
+endif()
