@@ -20,9 +20,10 @@ function(tarnalgo_unit)
   cmake_parse_arguments(UNIT "" "" "HEADERS;SOURCES" ${ARGN})
   list(TRANSFORM UNIT_HEADERS PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
   list(TRANSFORM UNIT_SOURCES PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR PARENT_PATH Base)
   target_sources(tarnalgo
     PRIVATE ${UNIT_SOURCES}
-    PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${UNIT_HEADERS})
+    PUBLIC FILE_SET HEADERS BASE_DIRS "${Base}" FILES ${UNIT_HEADERS})
 endfunction()
 
 # One test binary for a unit: tarnalgo_test(Name file.cpp ...). ctest runs it as one test.
