@@ -31,7 +31,7 @@ class TGeToDataDic {
   void Add(std::unique_ptr<TGeCurve2D> Key, TData* Data) {
     const auto [Entry, IsNew] = FEntries.try_emplace(Key.get(), TEntry{nullptr, Data});
     if (!IsNew) {
-      Key.release();  // the same object is owned here already
+      static_cast<void>(Key.release());  // the same object is owned here already
       RaiseError<EParamError>("TGeToDataDic.Add", "the key is present already");
     }
     Entry->second.Key = std::move(Key);

@@ -57,7 +57,7 @@ class TPassBuilder {
   template <class TPiece>
   void AddPiece(std::unique_ptr<TGeCurve2D> Curve, bool IsFlyGap) {
     FPass.Add(std::make_unique<TPiece>(Curve.get(), 0.0, IsFlyGap, FPort, 0));
-    Curve.release();  // the caller's from here on, through the piece
+    static_cast<void>(Curve.release());  // the caller's from here on, through the piece
   }
 
   TFlyCurves& FPass;

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <limits>
 #include <memory>
 #include <random>
 #include <vector>
@@ -141,6 +144,22 @@ TEST(TLinearSegmentList, ThePassTakesTheChannelOfTheEdgeThatComesFirst) {
   Run.BuildResult(Pass);
   ASSERT_EQ(3, Pass.Count());
   for (const TFlyCurve* const Piece : Pass) EXPECT_EQ(9, Piece->ChannelPort());
+}
+
+TEST(TLinearSegmentList, CutsEdgesOfAnyCoordinates) {
+  const double Odd[] = {std::nan(""), std::numeric_limits<double>::infinity(), 1e300, -1e300, 0.0};
+  std::vector<TLine2D> Edges;
+  for (const double A : Odd) {
+    for (const double B : Odd) Edges.push_back({{A, B}, {B, 1}});
+  }
+  for (const double Angle : Odd) {
+    TRunOf Any(Edges, Angle);
+    TOwningFlyCurves Pass;
+    Any.Run.BuildResult(Pass);
+    Any.Run.CheckOverlap(Edges[0]);
+    const auto IsCut = [](const TFlyCurve* Piece) { return !Piece->IsFlyGap(); };
+    EXPECT_EQ(std::ssize(Edges), std::count_if(Pass.begin(), Pass.end(), IsCut));
+  }
 }
 
 TEST(TLinearSegmentList, EdgesAcrossTheRunAreNotTurned) {
