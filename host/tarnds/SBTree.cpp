@@ -34,10 +34,9 @@ TSBTree* TSBTree::RotateRight() {
   return Top;
 }
 
-TSBTree* TSBTree::Balanced(bool RightHeavy) {
+TSBTree* TSBTree::Turned(bool RightHeavy) {
   TSBTree* const Heavy = RightHeavy ? FRight : FLeft;
   if (!Heavy) return this;
-  // Sizes of nodes off the path follow from the others: what is not read need not be in the cache.
   const int Light = FSize - 1 - Heavy->FSize;
   if (Heavy->FSize - 1 <= Light) return this;
   const int Outer = SizeOf(RightHeavy ? Heavy->FRight : Heavy->FLeft);
@@ -52,20 +51,32 @@ TSBTree* TSBTree::Balanced(bool RightHeavy) {
     if (Outer <= Light) Heavy->RotateLeft();
     Top = RotateRight();
   }
-  // Which sides can be too heavy now follows from a change by one node.
-  if (Top->FLeft) Top->FLeft->Balanced(false);
-  if (Top->FRight) Top->FRight->Balanced(true);
-  return Top->Balanced(false)->Balanced(true);
+  // Every node with new children is looked at again, from below, until none turns. That ends: each
+  // turn brings nodes nearer to the top and lets the sum of all depths fall.
+  for (TSBTree* const Child : {Top->FLeft, Top->FRight}) {
+    if (Child) Child->Turned(false)->Turned(true);
+  }
+  return Top->Turned(false)->Turned(true);
 }
 
 void TSBTree::Maintain(bool RightHeavy, TSBTree*& Root) {
-  TSBTree* const Top = Balanced(RightHeavy);
+  TSBTree* const Top = Turned(RightHeavy);
   if (!Top->FParent) Root = Top;
 }
 
 TSBTree* TSBTree::MaintainPath() {
   TSBTree* Top = this;
-  while (TSBTree* const Above = Top->FParent) Top = Above->Balanced(Above->FRight == Top);
+  int Grown = 0;  // the larger of those children of `Top` that can have become too large
+  while (TSBTree* const Above = Top->FParent) {
+    // The sizes of other nodes follow from those of the path: what is not read need not be cached.
+    const int Light = Above->FSize - 1 - Top->FSize;
+    TSBTree* NewTop = Above;
+    if (Grown > Light || IsLopsided(Top->FSize, Light)) {
+      NewTop = Above->Turned(Above->FRight == Top);
+    }
+    Grown = NewTop == Above ? Top->FSize : std::max(SizeOf(NewTop->FLeft), SizeOf(NewTop->FRight));
+    Top = NewTop;
+  }
   return Top;
 }
 
@@ -122,7 +133,7 @@ TSBTree* TSBTree::Delete() {
   TSBTree* Top = FLeft ? FLeft : FRight;
   if (FLeft && FRight) {
     // The in-order neighbour from the larger side takes this node's place.
-    const bool FromRight = FRight->FSize >= FLeft->FSize;
+    const bool FromRight = FRight->FSize >= FSize - 1 - FRight->FSize;
     TSBTree* const Heir = FromRight ? FRight->FirstTree() : FLeft->LastTree();
     const bool IsChild = Heir->FParent == this;
     Above = IsChild ? Heir : Heir->FParent;
@@ -141,15 +152,17 @@ TSBTree* TSBTree::Delete() {
 }
 
 TSBTree* TSBTree::ShrinkPath(bool OnRight) {
-  TSBTree* Top = nullptr;
-  for (TSBTree* Tree = this; Tree; Tree = Top->FParent) {
-    if (Top) OnRight = Tree->FRight == Top;
-    const int Shrunk = SizeOf(OnRight ? Tree->FRight : Tree->FLeft);
-    const int Other = --Tree->FSize - 1 - Shrunk;
-    // Most often the sizes alone show the balance, and the other side is not touched.
-    Top = Other - 1 <= Shrunk ? Tree : Tree->Balanced(!OnRight);
+  int Shrunk = SizeOf(OnRight ? FRight : FLeft);
+  TSBTree* Tree = this;
+  for (;;) {
+    --Tree->FSize;
+    if (IsLopsided(Tree->FSize - 1 - Shrunk, Shrunk)) Tree = Tree->Turned(!OnRight);
+    TSBTree* const Above = Tree->FParent;
+    if (!Above) return Tree;
+    OnRight = Above->FRight == Tree;
+    Shrunk = Tree->FSize;
+    Tree = Above;
   }
-  return Top;
 }
 
 void TSBTree::DestroyAll(const TFreeData& FreeData) {
@@ -171,21 +184,9 @@ TSBTreeIntKey* TSBTreeIntKey::Insert(TSBTreeIntKey* Node) {
   if (!Node || Node == this || Node->FParent || Node->FLeft || Node->FRight) {
     RaiseError<EParamError>("TSBTreeIntKey.Insert", "节点为空或已在树中");
   }
-  auto* Tree = static_cast<TSBTreeIntKey*>(RootTree());
-  for (;;) {
-    ++Tree->FSize;
-    const bool GoesRight = Node->Key >= Tree->Key;
-    TSBTree* const Child = GoesRight ? Tree->FRight : Tree->FLeft;
-    if (!Child) {
-      if (GoesRight) {
-        Tree->SetRightChild(Node);
-      } else {
-        Tree->SetLeftChild(Node);
-      }
-      return static_cast<TSBTreeIntKey*>(Node->MaintainPath());
-    }
-    Tree = static_cast<TSBTreeIntKey*>(Child);
-  }
+  return static_cast<TSBTreeIntKey*>(Node->InsertInto(RootTree(), [Node](const TSBTree& Tree) {
+    return Node->Key >= static_cast<const TSBTreeIntKey&>(Tree).Key;
+  }));
 }
 
 }  // namespace tarnalgo

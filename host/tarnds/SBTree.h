@@ -2,14 +2,17 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 
 namespace tarnalgo {
 
 /// A node of a size-balanced binary search tree (Chen Qifeng, 2007), and the tree below it: every
 /// node is a tree. Derived nodes carry the keys; this class knows only the links and the sizes.
 ///
-/// Balance: no subtree is smaller than a child of its sibling. A tree of n nodes is then at most
-/// 1.44·log2(n + 1.5) high. Insertion and `Delete` both restore it.
+/// Balance: after insertions alone no subtree is smaller than a child of its sibling, and n nodes
+/// are at most 1.44·log2(n + 1.5) high. `Delete` keeps the weaker rule that no subtree holds more
+/// than twice its sibling and one, which the sizes on its path tell without a look at any other
+/// node; from then on the height is below 1 + 1.71·log2(n).
 ///
 /// How a derived node inserts: walk down from the root by the key, raise `FSize` by one at every
 /// node passed, attach the new node with `SetLeftChild` or `SetRightChild` (which count nothing),
@@ -44,15 +47,24 @@ class TSBTree {
     if (N) N->FParent = this;
   }
 
-  /// Restores the balance of this tree after its right (`RightHeavy`) or left child has grown by
-  /// one node, or the other one has lost one. `Root` follows when another node comes to the top of
-  /// the whole tree.
+  /// Restores the balance of this tree where its right (`RightHeavy`) or left child has grown, or
+  /// the other one shrunk. `Root` follows when another node comes to the top of the whole tree.
   /// Cost: O(1) without a rotation, touching this node, that child and one grandchild; rotations
   /// are O(1) amortised.
   void Maintain(bool RightHeavy, TSBTree*& Root);
 
   /// `Maintain` of every node above this one, which has just been attached. Returns the root.
   TSBTree* MaintainPath();
+
+  /// Inserts this node, a tree of one node, into the tree below `Root` (its top; `nullptr` for an
+  /// empty tree) and rebalances. `GoesRight(Node)` tells for each node met whether this one belongs
+  /// behind it. Returns the root.
+  ///
+  /// The same tree comes out as from counting on the way down, linking and `MaintainPath`, but the
+  /// way back up is spared when the sizes seen on the way down show that nothing has to turn.
+  /// Cost: O(log n), the calls of `GoesRight` inlined.
+  template <class TGoesRight>
+  TSBTree* InsertInto(TSBTree* Root, const TGoesRight& GoesRight);
 
   /// First and last node of this tree, in order.
   TSBTree* FirstTree();
@@ -87,8 +99,12 @@ class TSBTree {
  private:
   static int SizeOf(const TSBTree* Tree) { return Tree ? Tree->FSize : 0; }
 
+  /// `Heavy` holds more than twice `Light` and one. A child of the heavy tree is then larger than
+  /// the light one, so that `Turned` finds something to do.
+  static bool IsLopsided(int Heavy, int Light) { return Heavy / 2 > Light; }
+
   /// Each step below returns the node that stands on top of this tree afterwards.
-  TSBTree* Balanced(bool RightHeavy);
+  TSBTree* Turned(bool RightHeavy);
   TSBTree* RotateLeft();
   TSBTree* RotateRight();
 
@@ -99,6 +115,37 @@ class TSBTree {
   /// Puts `N` (or nothing) in this node's place below its parent.
   void ReplaceInParent(TSBTree* N);
 };
+
+template <class TGoesRight>
+TSBTree* TSBTree::InsertInto(TSBTree* Root, const TGoesRight& GoesRight) {
+  if (!Root) return this;
+  // Sizes are those after the insertion. A node must not outgrow the sibling of its parent, nor
+  // become lopsided with its own.
+  TSBTree* Tree = Root;
+  TSBTree* Lowest = nullptr;  // the lowest node that does
+  int SizeAbove = std::numeric_limits<int>::max();
+  int Uncle = SizeAbove;
+  for (;;) {
+    const int Size = ++Tree->FSize;
+    const int Sibling = SizeAbove - 1 - Size;
+    if (Size > Uncle || IsLopsided(Size, Sibling)) Lowest = Tree;
+    Uncle = Sibling;
+    SizeAbove = Size;
+    const bool IsRight = GoesRight(*Tree);
+    TSBTree* const Child = IsRight ? Tree->FRight : Tree->FLeft;
+    if (!Child) {
+      if (IsRight) {
+        Tree->SetRightChild(this);
+      } else {
+        Tree->SetLeftChild(this);
+      }
+      break;
+    }
+    Tree = Child;
+  }
+  if (Uncle < 1) Lowest = this;
+  return Lowest ? Lowest->MaintainPath() : Root;
+}
 
 /// A node with an unsigned key and a pointer to anything.
 /// Ownership: the data is referenced, not owned.

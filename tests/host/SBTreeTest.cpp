@@ -19,8 +19,9 @@ int SizeOf(const TSBTree* Tree) {
   return Tree ? Tree->Size() : 0;
 }
 
-/// Walks the whole tree and checks links, sizes and the balance of every node; returns its height.
-int CheckedHeight(const TSBTree* Tree) {
+/// Walks the whole tree, checks links, sizes and that no subtree holds more than twice its sibling
+/// and one; returns the height. `OnlyGrown`: the stronger rule of trees without deletions.
+int CheckedHeight(const TSBTree* Tree, bool OnlyGrown) {
   if (!Tree) return 0;
   const TSBTree* Left = Tree->LeftChild();
   const TSBTree* Right = Tree->RightChild();
@@ -28,11 +29,13 @@ int CheckedHeight(const TSBTree* Tree) {
   for (const TSBTree* Child : {Left, Right}) {
     if (!Child) continue;
     EXPECT_EQ(Tree, Child->Parent());
-    const TSBTree* Sibling = Child == Left ? Right : Left;
-    EXPECT_LE(SizeOf(Child->LeftChild()), SizeOf(Sibling));
-    EXPECT_LE(SizeOf(Child->RightChild()), SizeOf(Sibling));
+    const int Sibling = SizeOf(Child == Left ? Right : Left);
+    EXPECT_LE(SizeOf(Child), 2 * Sibling + 1);
+    if (!OnlyGrown) continue;
+    EXPECT_LE(SizeOf(Child->LeftChild()), Sibling);
+    EXPECT_LE(SizeOf(Child->RightChild()), Sibling);
   }
-  return 1 + std::max(CheckedHeight(Left), CheckedHeight(Right));
+  return 1 + std::max(CheckedHeight(Left, OnlyGrown), CheckedHeight(Right, OnlyGrown));
 }
 
 /// A tree that owns its nodes, beside the sorted list that it must agree with.
@@ -57,15 +60,17 @@ class TTreeAndModel {
     EXPECT_TRUE(!Node->Parent() && !Node->LeftChild() && !Node->RightChild());
     delete Node;
     FModel.erase(FModel.begin() + I);
+    FHasDeleted = true;
   }
 
   int Count() const { return static_cast<int>(FModel.size()); }
 
   void Check() const {
     EXPECT_EQ(Count(), SizeOf(FRoot));
-    const int Height = CheckedHeight(FRoot);
-    EXPECT_LE(Height, 1.44 * std::log2(Count() + 1.5));
+    const int Height = CheckedHeight(FRoot, !FHasDeleted);
     if (!FRoot) return;
+    EXPECT_LE(Height,
+              FHasDeleted ? 1 + 1.71 * std::log2(Count()) : 1.44 * std::log2(Count() + 1.5));
     EXPECT_EQ(nullptr, FRoot->Parent());
     EXPECT_EQ(nullptr, FRoot->GetIthTree(-1));
     EXPECT_EQ(nullptr, FRoot->GetIthTree(Count()));
@@ -84,6 +89,7 @@ class TTreeAndModel {
 
  private:
   TSBTreeIntKey* FRoot = nullptr;
+  bool FHasDeleted = false;
   std::vector<TSBTreeIntKey*> FModel;  // in key order, equal keys in the order of insertion
 };
 
@@ -111,8 +117,10 @@ TEST(TSBTree, StaysBalancedWhereAPlainTreeDegenerates) {
   for (const bool Ascending : {true, false}) {
     for (const bool FromFront : {true, false}) {
       TTreeAndModel Tree;
-      for (std::uint32_t I = 0; I < 600; ++I) Tree.Insert(Ascending ? I : 600 - I);
-      Tree.Check();
+      for (std::uint32_t I = 0; I < 600; ++I) {
+        Tree.Insert(Ascending ? I : 600 - I);
+        if (I % 16 == 0) Tree.Check();
+      }
       while (Tree.Count() > 0) {
         Tree.Delete(FromFront ? 0 : Tree.Count() - 1);
         Tree.Check();
@@ -157,6 +165,55 @@ TEST(TSBTree, RefusesANodeThatIsLinked) {
   EXPECT_EQ(2, A.RootTree()->Size());
   EXPECT_EQ(&A, B.Delete());
   EXPECT_EQ(nullptr, A.Delete());
+}
+
+/// A node as a derived tree might write it: it counts, links and maintains level by level.
+struct THandMadeNode : TSBTree {
+  explicit THandMadeNode(int AKey) : Key(AKey) {}
+  int Key;
+
+  void Insert(THandMadeNode* Node, TSBTree*& Root) {
+    ++FSize;
+    const bool GoesRight = Node->Key >= Key;
+    auto* Child = static_cast<THandMadeNode*>(GoesRight ? FRight : FLeft);
+    if (Child) {
+      Child->Insert(Node, Root);
+    } else if (GoesRight) {
+      SetRightChild(Node);
+    } else {
+      SetLeftChild(Node);
+    }
+    Maintain(GoesRight, Root);
+  }
+};
+
+bool HaveOneShape(const TSBTree* A, const TSBTree* B) {
+  if (!A || !B) return A == B;
+  return A->Size() == B->Size() && HaveOneShape(A->LeftChild(), B->LeftChild()) &&
+         HaveOneShape(A->RightChild(), B->RightChild());
+}
+
+TEST(TSBTree, InsertionSparesStepsButBuildsTheSameTree) {
+  std::mt19937 Random(23);
+  for (int Round = 0; Round < 40; ++Round) {
+    std::vector<std::unique_ptr<THandMadeNode>> Nodes;
+    TSBTree* Stepwise = nullptr;
+    TSBTree* Sparing = nullptr;
+    for (int I = 0; I < 200; ++I) {
+      const int Key = Round % 4 == 0 ? I : test::RandomInt(Random, 0, 10 + 30 * Round);
+      THandMadeNode* A = Nodes.emplace_back(std::make_unique<THandMadeNode>(Key)).get();
+      THandMadeNode* B = Nodes.emplace_back(std::make_unique<THandMadeNode>(Key)).get();
+      if (Stepwise) {
+        static_cast<THandMadeNode*>(Stepwise)->Insert(A, Stepwise);
+      } else {
+        Stepwise = A;
+      }
+      Sparing = B->InsertInto(Sparing, [Key](const TSBTree& Tree) {
+        return Key >= static_cast<const THandMadeNode&>(Tree).Key;
+      });
+      ASSERT_TRUE(HaveOneShape(Stepwise, Sparing)) << "round " << Round << ", node " << I;
+    }
+  }
 }
 
 // A derived tree inserts by hand: the links count nothing, the caller counts on the way down.
