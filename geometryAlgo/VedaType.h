@@ -1,5 +1,7 @@
 #pragma once  // geometryAlgo/VedaType.h
 
+#include "geometryAlgo/VedaType/Arc.h"        // TVArc2D
+#include "geometryAlgo/VedaType/Circle.h"     // TVCircle2D
 #include "geometryAlgo/VedaType/DebugText.h"  // texts and files of the debug dumps
 #include "geometryAlgo/VedaType/Enums.h"      // TShapeRelation, TRangeRelation, TDir
 #include "geometryAlgo/VedaType/Geometry.h"   // IVGeometry2D, TVGeometry2DList

@@ -1,121 +1,25 @@
 #include "geometryAlgo/VedaType/Line.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 
 #include "geometryAlgo/VedaType/Point.h"
+#include "host/Cadtypes/ExtendedPoint.h"
 #include "host/Cadutils.h"
 
 namespace tarnalgo {
 
 namespace {
 
-/// Parameters of the crossing of two infinite lines. Not finite, or NaN, where there is none.
-struct TCrossingParams {
-  double OnA;
-  double OnB;
-};
-
-TCrossingParams CrossingParams(const TVLine2D& A, const TVLine2D& B) {
-  const TPoint2D VA = A.Vector();
-  const TPoint2D VB = B.Vector();
-  const TPoint2D D = B.StartPoint - A.StartPoint;
-  const double Cross = VA.CrossMul(VB);
-  const TCrossingParams Params{D.CrossMul(VB) / Cross, D.CrossMul(VA) / Cross};
-  if (std::isfinite(Cross)) return Params;
-  // The product overflows: the same quotients by unit directions.
-  const TPoint2D UA = VA.Normal();
-  const TPoint2D UB = VB.Normal();
-  const double Sine = UA.CrossMul(UB);
-  return {D.CrossMul(UB) / Sine / VA.Mag(), D.CrossMul(UA) / Sine / VB.Mag()};
-}
-
-bool InsideSegment(double T) {
-  return TMathUtils::IsInRange(T, 0.0, 1.0, true, true);
-}
-
-/// The meeting of two segments: their ends that touch the other one, then their crossing.
-class TSegmentMeeting {
- public:
-  TSegmentMeeting(const TVLine2D& A, const TVLine2D& B, double Eps) : FA(A), FB(B), FEps(Eps) {}
-
-  int Find(TIntersectPoint2D& I1, TIntersectPoint2D& I2) {
-    CollectTouches();
-    if (FindOverlap(I1, I2)) return 2;
-    if (FindCrossing(I1) || FindNearestTouch(I1)) return 1;
-    return 0;
-  }
-
- private:
-  /// Every end that lies within `FEps` of the other segment is in `FTouches`, A's ends first.
-  void CollectTouches() {
-    double T = 0.0;
-    for (const double OnA : {0.0, 1.0}) {
-      const TPoint2D P = FA.EvalPoint(OnA);
-      const double Dist = FB.SegmentDistanceTo(P, T);
-      if (Dist <= FEps) FTouches[FCount++] = {{P, OnA, T}, Dist};
-    }
-    for (const double OnB : {0.0, 1.0}) {
-      const TPoint2D P = FB.EvalPoint(OnB);
-      const double Dist = FA.SegmentDistanceTo(P, T);
-      if (Dist <= FEps) FTouches[FCount++] = {{P, T, OnB}, Dist};
-    }
-  }
-
-  /// The stretch from the first touch along A to the last. Both ends of it are near both segments,
-  /// and the distance of two straight lines is convex: all between is near as well.
-  bool FindOverlap(TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
-    if (FCount < 2) return false;
-    const auto [First, Last] = std::minmax_element(FTouches.begin(), FTouches.begin() + FCount,
-                                                   [](const TTouch& Left, const TTouch& Right) {
-                                                     return Left.Place.Param1 < Right.Place.Param1;
-                                                   });
-    if (First->Place.Point.Equals(Last->Place.Point, FEps)) return false;
-    I1 = First->Place;
-    I2 = Last->Place;
-    return true;
-  }
-
-  bool FindCrossing(TIntersectPoint2D& I) const {
-    const auto [OnA, OnB] = CrossingParams(FA, FB);
-    if (!InsideSegment(OnA) || !InsideSegment(OnB)) return false;
-    I = {FA.EvalPoint(OnA), OnA, OnB};
-    for (int Index = 0; Index < FCount; ++Index) {
-      if (!FTouches[Index].Place.Point.Equals(I.Point, FEps)) continue;
-      I = FTouches[Index].Place;
-      break;
-    }
-    return true;
-  }
-
-  bool FindNearestTouch(TIntersectPoint2D& I) const {
-    if (FCount == 0) return false;
-    I = std::min_element(
-            FTouches.begin(), FTouches.begin() + FCount,
-            [](const TTouch& Left, const TTouch& Right) { return Left.Dist < Right.Dist; })
-            ->Place;
-    return true;
-  }
-
-  struct TTouch {
-    TIntersectPoint2D Place;
-    double Dist = 0.0;
-  };
-
-  const TVLine2D& FA;
-  const TVLine2D& FB;
-  double FEps;
-  std::array<TTouch, 4> FTouches{};
-  int FCount = 0;
-};
-
-/// The value at `X` of the straight line through (X1, Y1) and (X2, Y2), X1 <> X2; exact at both.
-double Interpolate(double X, double X1, double X2, double Y1, double Y2) {
-  // Halves: the difference of two huge coordinates would overflow.
-  const double T = (0.5 * X - 0.5 * X1) / (0.5 * X2 - 0.5 * X1);
-  return T == 1.0 ? Y2 : Y1 + 2.0 * ((0.5 * Y2 - 0.5 * Y1) * T);
+/// Parameter on `Line` of its crossing with `Other`, both infinite. Not finite, or NaN, where there
+/// is none.
+double CrossingParam(const TVLine2D& Line, const TVLine2D& Other) {
+  const TExtPoint2D Start(Line.StartPoint);
+  const TExtPoint2D OtherStart(Other.StartPoint);
+  const TExtPoint2D V = TExtPoint2D(Line.EndPoint) - Start;
+  const TExtPoint2D OtherV = TExtPoint2D(Other.EndPoint) - OtherStart;
+  return static_cast<double>((OtherStart - Start).CrossMul(OtherV) / V.CrossMul(OtherV));
 }
 
 /// One end of a clipped segment: its parameter, and which side of the box cut it there.
@@ -134,7 +38,8 @@ bool ClipCoordinate(double Start, double End, double Low, double High, TCut::TBy
   if (Start == End) return Low <= Start && Start <= High;  // exact: never enters or leaves
   const bool Rising = Start < End;
   const auto CutAt = [&](double Side) {
-    return TCut{Interpolate(Side, Start, End, 0.0, 1.0), By, Side};
+    // Halves: the difference of two huge coordinates would overflow.
+    return TCut{(0.5 * Side - 0.5 * Start) / (0.5 * End - 0.5 * Start), By, Side};
   };
   // Whether there is a cut at all is asked of the coordinates: parameters round.
   if (Rising ? Start < Low : Start > High) {
@@ -289,21 +194,31 @@ bool TVLine2D::OnBorder(const TVRect2D& Box, double Eps) const {
 }
 
 double TVLine2D::CalculateX(double Y) const {
-  if (StartPoint.Y == EndPoint.Y) return StartPoint.X;  // exact: any other line reaches every Y
-  return Interpolate(Y, StartPoint.Y, EndPoint.Y, StartPoint.X, EndPoint.X);
+  return PointOfLineAtY(Y).X;
 }
 
 double TVLine2D::CalculateY(double X) const {
-  if (StartPoint.X == EndPoint.X) return StartPoint.Y;  // exact: any other line reaches every X
-  return Interpolate(X, StartPoint.X, EndPoint.X, StartPoint.Y, EndPoint.Y);
+  return PointOfLineAtX(X).Y;
 }
 
 TPoint2D TVLine2D::PointOfLineAtX(double X) const {
-  return {X, CalculateY(X)};
+  return ToLine2D().PointAtX(X);
 }
 
 TPoint2D TVLine2D::PointOfLineAtY(double Y) const {
-  return {CalculateX(Y), Y};
+  return ToLine2D().PointAtY(Y);
+}
+
+int TVLine2D::PointsWithin(int Count, const TPoint2D& Q1, const TPoint2D& Q2, TPoint2D& P1,
+                           TPoint2D& P2, double Eps) const {
+  const TPoint2D Points[] = {Q1, Q2};
+  int Found = 0;
+  for (int I = 0; I < Count; ++I) {
+    const double T = CalcParamByPointProjection(Points[I]);
+    if (!TMathUtils::IsInFloatRange(T, 0.0, 1.0, true, true, Eps)) continue;
+    (Found++ == 0 ? P1 : P2) = Points[I];
+  }
+  return Found;
 }
 
 // --- Relations of lines ---
@@ -319,22 +234,22 @@ int TVLine2D::RelationWithLine(const TVLine2D& Other, double ParallelEps,
 int TVLine2D::RelationWithLine(const TVLine2D& Other, TPoint2D& P, double ParallelEps,
                                double CoincidentEps) const {
   const int Code = RelationWithLine(Other, ParallelEps, CoincidentEps);
-  if (Code == 1) P = EvalPoint(CrossingParams(*this, Other).OnA);
+  if (Code == 1) P = EvalPoint(CrossingParam(*this, Other));
   return Code;
 }
 
 int TVLine2D::RelationSeglineWithLine(const TVLine2D& Line, TPoint2D& P) const {
   const int Code = RelationWithLine(Line, kLinearTolerance, kLinearTolerance);
   if (Code != 1) return Code;
-  const double T = CrossingParams(*this, Line).OnA;
-  if (!InsideSegment(T)) return 0;
+  const double T = CrossingParam(*this, Line);
+  if (!TMathUtils::IsInRange(T, 0.0, 1.0, true, true)) return 0;
   P = EvalPoint(T);
   return 1;
 }
 
 bool TVLine2D::InternalCrossWithLine(const TVLine2D& Line, TPoint2D& P, double Eps) const {
   if (RelationWithLine(Line) != 1) return false;
-  const double T = CrossingParams(*this, Line).OnA;
+  const double T = CrossingParam(*this, Line);
   if (!TMathUtils::IsInFloatRange(T, 0.0, 1.0, false, false, Eps)) return false;
   P = EvalPoint(T);
   return true;
@@ -353,7 +268,7 @@ int TVLine2D::RelationWithSegLine(const TVLine2D& Other, TPoint2D& P1, TPoint2D&
 int TVLine2D::RelationWithSegLine2(const TVLine2D& Other, TIntersectPoint2D& I1,
                                    TIntersectPoint2D& I2, double Eps) const {
   if (!BoundBox().Inflate(Eps).Intersect(Other.BoundBox()).IsValid()) return 0;
-  return TSegmentMeeting(*this, Other, Eps).Find(I1, I2);
+  return ToLine2D().Intersect(Other.ToLine2D(), I1, I2, Eps);
 }
 
 bool TVLine2D::CrossWithSegLine(const TVLine2D& Other, TPoint2D& P, double Eps) const {
@@ -366,7 +281,7 @@ bool TVLine2D::CrossWithSegLine(const TVLine2D& Other, TPoint2D& P, double Eps) 
 
 void TVLine2D::WriteToFile(const std::string& FileName, std::string_view Colour) const {
   WriteDebugFile("TVLine2D.WriteToFile", FileName,
-                 DebugText(StartPoint, EndPoint) + ' ' + std::string(Colour) + '\n');
+                 std::string(Colour) + '\n' + DebugText(StartPoint, EndPoint) + '\n');
 }
 
 }  // namespace tarnalgo

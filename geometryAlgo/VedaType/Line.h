@@ -93,6 +93,12 @@ struct TVLine2D {
   TPoint2D PointOfLineAtX(double X) const;
   TPoint2D PointOfLineAtY(double Y) const;
 
+  /// Those of the first `Count` points of `Q1`, `Q2` that have their parameter on this segment, put
+  /// into `P1`, `P2` in their order; the result counts them. For points known to lie on the line.
+  /// Tolerance: `Eps`, slack of the parameter.
+  int PointsWithin(int Count, const TPoint2D& Q1, const TPoint2D& Q2, TPoint2D& P1, TPoint2D& P2,
+                   double Eps = kLinearTolerance) const;
+
   // --- Relations of lines ---
 
   /// The infinite lines: 1 when they cross, 2 when they coincide, 0 when they are parallel and
@@ -116,10 +122,7 @@ struct TVLine2D {
   /// The two segments: 1 with their common point `P1`, 2 with the ends `P1`, `P2` of their common
   /// stretch in the direction of this segment, else 0. Ends that touch count, collinear segments
   /// that share no more than an end answer 1.
-  /// Tolerance: `Eps`, a length. An end at most `Eps` from the other segment touches it; two
-  /// touches more than `Eps` apart bound an overlap.
-  /// Ties: an end within `Eps` of the crossing is the answer itself, bit for bit: the first of this
-  /// start, this end, the other start, the other end.
+  /// Tolerance, ties: as `TLine2D::Intersect`.
   int RelationWithSegLine(const TVLine2D& Other, TPoint2D& P1, TPoint2D& P2,
                           double Eps = kLinearTolerance) const;
   /// The same question, answered with the parameters too: `Param1` on this segment, `Param2` on
@@ -129,7 +132,7 @@ struct TVLine2D {
   /// The two segments have exactly one common point: `RelationWithSegLine` answers 1.
   bool CrossWithSegLine(const TVLine2D& Other, TPoint2D& P, double Eps = kLinearTolerance) const;
 
-  /// Writes the debug text of the segment and a drawing colour as the one line of a text file.
+  /// For inspection: a line with the colour, then the segment's debug text.
   /// Errors: the file cannot be written, `EInOutError`.
   void WriteToFile(const std::string& FileName, std::string_view Colour = kDrawingColour) const;
 };

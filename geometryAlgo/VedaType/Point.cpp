@@ -142,8 +142,7 @@ TPoint2D TPoint2DUtils::InCenter(const TPoint2D& A, const TPoint2D& B, const TPo
 
 void TPoint2DUtils::WriteToFile(const TPoint2D& P, const std::string& FileName,
                                 std::string_view Colour) {
-  WriteDebugFile("TPoint2DUtils.WriteToFile", FileName,
-                 DebugText(P) + ' ' + std::string(Colour) + '\n');
+  WriteDebugFile("TPoint2DUtils.WriteToFile", FileName, DebugDrawing({P}, Colour));
 }
 
 // --- TDirUtils ---

@@ -122,7 +122,7 @@ class TPoint2DUtils {
     return (B.X - A.X) * (C.Y - A.Y) - (C.X - A.X) * (B.Y - A.Y);
   }
 
-  /// Writes the debug text of the point and a drawing colour as the one line of a text file.
+  /// For inspection: a line with the colour, then the point's debug text.
   /// Errors: the file cannot be written, `EInOutError`.
   static void WriteToFile(const TPoint2D& P, const std::string& FileName,
                           std::string_view Colour = kDrawingColour);

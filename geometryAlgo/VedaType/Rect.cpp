@@ -1,5 +1,7 @@
 #include "geometryAlgo/VedaType/Rect.h"
 
+#include <algorithm>
+
 #include "host/Cadutils.h"
 #include "host/Exceptions.h"
 
@@ -104,11 +106,13 @@ TShapeRelation TVRect2D::RelationWith(const TVRect2D& R, double Eps) const {
   if (SameAs(R, Eps)) return srEqual;
   if (Covers(*this, R, Eps)) return srContained;
   if (Covers(R, *this, Eps)) return srContain;
-  const bool Meet = TMathUtils::FloatLessEquals(Left, R.Right, Eps) &&
-                    TMathUtils::FloatLessEquals(R.Left, Right, Eps) &&
-                    TMathUtils::FloatLessEquals(Bottom, R.Top, Eps) &&
-                    TMathUtils::FloatLessEquals(R.Bottom, Top, Eps);
-  return Meet ? srCross : srDeviate;
+  // Of the four ways in which one box can lie beyond a side of the other, the one that comes
+  // farthest: 1 past it, 0 at it, −1 short of it.
+  const int Beyond = std::max(
+      {TMathUtils::CompareFloat(R.Left, Right, Eps), TMathUtils::CompareFloat(Left, R.Right, Eps),
+       TMathUtils::CompareFloat(R.Bottom, Top, Eps), TMathUtils::CompareFloat(Bottom, R.Top, Eps)});
+  if (Beyond > 0) return srDeviate;
+  return Beyond == 0 ? srOn : srCross;
 }
 
 TShapeRelation TVRect2D::RelationWithRectangle(const TVRect2D& R, double Eps) const {

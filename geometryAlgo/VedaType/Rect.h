@@ -125,8 +125,9 @@ struct TVRect2D {
   TShapeRelation RelationWith(const TPoint2D& P, double Eps = kLinearTolerance) const;
   /// Where the other box lies, the other box being the subject: `srEqual` when no side differs by
   /// more than `Eps`; `srContained` when it lies in this one, `srContain` when this one lies in it,
-  /// both with slack `Eps`; `srDeviate` when more than `Eps` apart, or one is empty; otherwise
-  /// `srCross`, a mere touch included. `RelationWithRectangle` is the same operation.
+  /// both with slack `Eps`; `srOn` when they only touch from outside; `srDeviate` when more than
+  /// `Eps` apart, or one is empty; otherwise `srCross`. `RelationWithRectangle` is the same
+  /// operation.
   TShapeRelation RelationWith(const TVRect2D& R, double Eps = kLinearTolerance) const;
   TShapeRelation RelationWithRectangle(const TVRect2D& R, double Eps = kLinearTolerance) const;
 

@@ -53,7 +53,7 @@ TPoint2D PointOfParam(const TLine2D& Line, long double T) {
 /// crossing of their insides.
 class TSegmentMeeting {
  public:
-  TSegmentMeeting(const TLine2D& A, const TLine2D& B) : FA(A), FB(B) {}
+  TSegmentMeeting(const TLine2D& A, const TLine2D& B, double Eps) : FA(A), FB(B), FEps(Eps) {}
 
   int Find(TIntersectPoint2D& I1, TIntersectPoint2D& I2) {
     FindTouchingEnds();
@@ -64,7 +64,7 @@ class TSegmentMeeting {
     }
     TIntersectPoint2D Crossing;
     const bool Crosses = FindCrossing(Crossing);
-    if (FCount > 0 && (!Crosses || FNearest->Point.Equals(Crossing.Point, kLinearTolerance))) {
+    if (FCount > 0 && (!Crosses || FNearest->Point.Equals(Crossing.Point, FEps))) {
       I1 = *FNearest;  // an end names the place better than a crossing a rounding beside it
       return 1;
     }
@@ -80,6 +80,8 @@ class TSegmentMeeting {
       const TPoint2D OfA = FA.EvalPoint(End);
       const double OnB = std::clamp(FB.ParamOfPoint(OfA), 0.0, 1.0);
       AddTouch({OfA, End, OnB}, FB.EvalPoint(OnB));
+    }
+    for (const double End : {0.0, 1.0}) {
       const TPoint2D OfB = FB.EvalPoint(End);
       const double OnA = std::clamp(FA.ParamOfPoint(OfB), 0.0, 1.0);
       AddTouch({OfB, OnA, End}, FA.EvalPoint(OnA));
@@ -93,7 +95,7 @@ class TSegmentMeeting {
 
   void AddTouch(const TIntersectPoint2D& Touch, const TPoint2D& OnOther) {
     const double Gap = Touch.Point.DistanceTo(OnOther);
-    if (!(Gap <= kLinearTolerance)) return;
+    if (!(Gap <= FEps)) return;
     FGaps[FCount] = Gap;
     FTouches[FCount++] = Touch;
   }
@@ -104,7 +106,8 @@ class TSegmentMeeting {
     if (FCount < 2) return false;
     const double AlongA = (FLast->Param1 - FFirst->Param1) * FA.Length();
     const double AlongB = std::abs(FLast->Param2 - FFirst->Param2) * FB.Length();
-    return TMathUtils::FloatGreater(AlongA, 0.0) && TMathUtils::FloatGreater(AlongB, 0.0);
+    return TMathUtils::FloatGreater(AlongA, 0.0, FEps) &&
+           TMathUtils::FloatGreater(AlongB, 0.0, FEps);
   }
 
   /// The crossing of the insides, without slack: the ends have theirs already.
@@ -119,6 +122,7 @@ class TSegmentMeeting {
 
   const TLine2D& FA;
   const TLine2D& FB;
+  const double FEps;
   std::array<TIntersectPoint2D, 4> FTouches;
   std::array<double, 4> FGaps{};
   int FCount = 0;
@@ -172,8 +176,9 @@ bool TLine2D::Cross(const TLine2D& L, TPoint2D& P) const {
   return true;
 }
 
-int TLine2D::Intersect(const TLine2D& L, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
-  return TSegmentMeeting(*this, L).Find(I1, I2);
+int TLine2D::Intersect(const TLine2D& L, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
+                       double Eps) const {
+  return TSegmentMeeting(*this, L, Eps).Find(I1, I2);
 }
 
 }  // namespace tarnalgo

@@ -271,8 +271,8 @@ TEST(TVLine2D, WritesItsDebugTextOrSaysThatItCannot) {
   Contents << std::ifstream(Name).rdbuf();
   std::filesystem::remove(Name);
   EXPECT_EQ(
-      " ((0.0000000000000000, 1.0000000000000000), (2.0000000000000000, 3.0000000000000000))"
-      " #ff0000\n",
+      "#ff0000\n"
+      " ((0.0000000000000000, 1.0000000000000000), (2.0000000000000000, 3.0000000000000000))\n",
       Contents.str());
   const std::string Nowhere = testing::TempDir() + "no such folder/LineTest.txt";
   test::ExpectRaises<EInOutError>([&] { kFlat.WriteToFile(Nowhere); },

@@ -93,19 +93,21 @@ TEST(TVRect2D, EmptyBoxesStayEmptyWhateverIsDoneToThem) {
   EXPECT_FALSE(TVRect2D(0, 2, 2, 0).Inflate(-2).IsValid());
 }
 
-// Every lattice point is a witness: a box of lattice points is the set of points it holds.
+// Boxes with corners on even numbers are told apart by the lattice points they hold; the odd ones
+// lie inside of whatever holds them.
 TEST(TVRect2D, SetOperationsAgreeWithTheLatticePointsTheyHold) {
   std::mt19937 Random(3);
   for (int Round = 0; Round < 500; ++Round) {
-    const TVRect2D A = RandomBox(Random);
-    const TVRect2D B = RandomBox(Random);
+    const TVRect2D A = RandomBox(Random).Zoom(2);
+    const TVRect2D B = RandomBox(Random).Zoom(2);
     const TVRect2D Common = A * B;
     TVRect2D Hull;
     int OnlyA = 0;
     int OnlyB = 0;
     int Both = 0;
-    for (int X = 0; X <= 6; ++X) {
-      for (int Y = 0; Y <= 6; ++Y) {
+    int Inside = 0;
+    for (int X = 0; X <= 12; ++X) {
+      for (int Y = 0; Y <= 12; ++Y) {
         const TPoint2D P(X, Y);
         const bool InA = A.IsPointIn(P, 0.0);
         const bool InB = B.IsPointIn(P, 0.0);
@@ -114,14 +116,17 @@ TEST(TVRect2D, SetOperationsAgreeWithTheLatticePointsTheyHold) {
         OnlyA += InA && !InB;
         OnlyB += InB && !InA;
         Both += InA && InB;
+        Inside += InA && InB && X % 2 != 0 && Y % 2 != 0;
       }
     }
     EXPECT_EQ(Hull, A.Expand(B));
     EXPECT_EQ(Hull, B.Expand(A));
+    if (A.Area() == 0.0 || B.Area() == 0.0) continue;  // no inside to judge a touch by
     const TShapeRelation Expected = Both == 0                  ? srDeviate
                                     : OnlyA == 0 && OnlyB == 0 ? srEqual
                                     : OnlyB == 0               ? srContained
                                     : OnlyA == 0               ? srContain
+                                    : Inside == 0              ? srOn
                                                                : srCross;
     EXPECT_EQ(Expected, A.RelationWith(B));
     EXPECT_EQ(Expected, A.RelationWithRectangle(B));
@@ -134,7 +139,10 @@ TEST(TVRect2D, RelationsChangeAtTheEdgesOfTheToleranceBand) {
   EXPECT_EQ(srContained, Box.RelationWith(TVRect2D(2e-6, 10, 4, 0)));
   EXPECT_EQ(srContained, Box.RelationWith(TVRect2D(-9e-7, 5, 4, 0)));
   EXPECT_EQ(srCross, Box.RelationWith(TVRect2D(-2e-6, 5, 4, 0)));
-  EXPECT_EQ(srCross, Box.RelationWith(TVRect2D(10 + 9e-7, 15, 4, 0)));
+  EXPECT_EQ(srOn, Box.RelationWith(TVRect2D(10 + 9e-7, 15, 4, 0)));
+  EXPECT_EQ(srOn, Box.RelationWith(TVRect2D(10, 15, 9, 4)));    // in a corner
+  EXPECT_EQ(srCross, Box.RelationWith(TVRect2D(5, 15, 2, 2)));  // a line through the side
+  EXPECT_EQ(srOn, Box.RelationWith(TVRect2D(5, 15, 4, 4)));     // a line along the side
   EXPECT_EQ(srDeviate, Box.RelationWith(TVRect2D(10 + 2e-6, 15, 4, 0)));
   EXPECT_EQ(srDeviate, Box.RelationWith(TVRect2D()));
 
