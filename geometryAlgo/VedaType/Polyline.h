@@ -211,6 +211,67 @@ class TVPolyline2D : public TVPoint2DList {
   static bool IsPointParamInLineParams(double U,
                                        const std::vector<std::pair<double, double>>& Ranges);
 
+  // --- Crossings and relations (PolylineCross.cpp) ---
+  //
+  // Edges meet where they come within `Eps` of each other, touching ends included. Cost, unless
+  // said otherwise: O(n + m + k) for contours as they occur, k pairs of edges that meet, by boxes
+  // over runs of edges; a hatch of long parallel edges at any angle keeps to it too. O(n m) where
+  // the boxes of most edges overlap.
+
+  /// Everything this polyline has in common with the other, appended to the lists in the order in
+  /// which this polyline runs: the single points into `Points`, the stretches where edges run along
+  /// each other into `Lines`, directed as this polyline, one for each pair of edges. Each place is
+  /// reported once, however many edges meet there, and no point that lies on a stretch. True when
+  /// anything was found.
+  /// Ties: a vertex within `Eps` of a crossing is reported itself, bit for bit.
+  bool CrossWith(const TVLine2D& Line, std::vector<TPoint2D>& Points, std::vector<TVLine2D>& Lines,
+                 double Eps = kLinearTolerance) const;
+  bool CrossWith(const TVPolyline2D& Other, std::vector<TPoint2D>& Points,
+                 std::vector<TVLine2D>& Lines, double Eps = kLinearTolerance) const;
+  /// The last place that this polyline has in common with the other on its way; false, `LastPt`
+  /// untouched, when there is none.
+  bool CrossWithLastPt(const TVLine2D& Line, TPoint2D& LastPt, double Eps = kLinearTolerance) const;
+  bool CrossWithLastPt(const TVPolyline2D& Other, TPoint2D& LastPt,
+                       double Eps = kLinearTolerance) const;
+  /// The common place nearest to `From`; on a stretch its nearest point. False, `Nearest`
+  /// untouched, when there is none. Ties: points before stretches, then the first along this
+  /// polyline.
+  bool NearestCrossPoint(const TVLine2D& Line, const TPoint2D& From, TPoint2D& Nearest,
+                         double Eps = kLinearTolerance) const;
+  bool NearestCrossPoint(const TVPolyline2D& Other, const TPoint2D& From, TPoint2D& Nearest,
+                         double Eps = kLinearTolerance) const;
+  /// There is a common place; stops at the first one found.
+  bool IsCrossWith(const TVLine2D& Line, double Eps = kLinearTolerance) const;
+  bool IsCrossWith(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
+  /// Two edges meet that do not follow each other, or two that do run back over one another.
+  /// Touching is meeting: a contour that comes back to one of its vertices intersects itself. The
+  /// joint of a closed polyline does not count. Edges shorter than `Eps` are passed over.
+  bool IsSelfIntersect(double Eps = kLinearTolerance) const;
+  /// Where `P` lies: `srOn` within `Eps` of the ring, else `srIn` or `srOut`, told by the number of
+  /// edges between the point and infinity (even-odd: what a self-crossing ring encloses twice is
+  /// outside).
+  /// Cost: O(n).
+  TShapeRelation RelationWithPoint(const TPoint2D& P, double Eps = kLinearTolerance) const;
+  /// Where the region of `Other` lies, `Other` being the subject: `srEqual` the same ring, whatever
+  /// its vertices; `srContained` in this region, `srContain` around it, both also where the rings
+  /// touch or share edges; `srOn` without area on this ring; `srDeviate` more than `Eps` apart, or
+  /// one of them empty; otherwise `srCross`, a mere touch from outside included, as with boxes.
+  /// Regions are meant to be free of self-intersections.
+  /// Cost: as above, times O(log n) for each common place.
+  TShapeRelation RelationWith(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
+  /// Cuts off the ends of an open polyline that overshoot: where it crosses or touches itself, the
+  /// loop is kept, closed exactly, and the two tails are dropped. Of several loops the one that
+  /// drops least; no tail longer than `MaxTail` is dropped. False, nothing changed, when there is
+  /// no such loop or the polyline is closed already.
+  bool Trim(double MaxTail = kStartOfMinimum, double Eps = kLinearTolerance);
+
+  // --- Edits (PolylineEdit.cpp) ---
+
+  /// Deletes vertices at most `Eps` from the vertex kept before them. The first and the last point
+  /// stay what they are, so a closed polyline stays closed; of a polyline all in one place one
+  /// point is left.
+  void DeleteNeighbourClosed(double Eps = kLinearTolerance);
+
  protected:
   TVPolyline2D* DoNew() const override { return new TVPolyline2D; }
   TVPolyline2D* DoClone() const override { return new TVPolyline2D(*this); }

@@ -1,22 +1,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "geometryAlgo/VedaType/EdgeTree.h"
 #include "geometryAlgo/VedaType/Polyline.h"
 #include "host/Cadutils.h"
 
 namespace tarnalgo {
-
-namespace {
-
-/// `P` lies in the box of the edge grown by `MaxDist`; the point test has the usual slack.
-bool LiesNearEdgeBox(const TVLine2D& Edge, const TPoint2D& P, double MaxDist) {
-  const double Reach = MaxDist + kLinearTolerance;
-  const auto [Left, Right] = std::minmax(Edge.StartPoint.X, Edge.EndPoint.X);
-  const auto [Bottom, Top] = std::minmax(Edge.StartPoint.Y, Edge.EndPoint.Y);
-  return P.X >= Left - Reach && P.X <= Right + Reach && P.Y >= Bottom - Reach && P.Y <= Top + Reach;
-}
-
-}  // namespace
 
 double TVPolyline2D::TotalLength() const {
   double Sum = 0.0;
@@ -75,7 +64,7 @@ double TVPolyline2D::CalcParamByPoint(const TPoint2D& P, double MaxDist) const {
   double Param = 0.0;
   for (int I = 0; I < Count() - 1; ++I) {
     const TVLine2D Edge = Line(I);
-    if (IsLimited && !LiesNearEdgeBox(Edge, P, MaxDist)) continue;
+    if (IsLimited && !IsNearBoxOf(Edge, P, MaxDist + kLinearTolerance)) continue;
     double T = 0.0;
     const double Dist = Edge.SegmentDistanceTo(P, T);
     if (!(Dist < Least)) continue;
@@ -90,7 +79,7 @@ double TVPolyline2D::CalcFirstParamByPoint(const TPoint2D& P, double Eps) const 
   for (int I = 0; I < Count() - 1; ++I) {
     const TVLine2D Edge = Line(I);
     double T = 0.0;
-    if (LiesNearEdgeBox(Edge, P, Eps) && Edge.SegmentDistanceTo(P, T) <= Eps) return I + T;
+    if (IsNearBoxOf(Edge, P, Eps) && Edge.SegmentDistanceTo(P, T) <= Eps) return I + T;
   }
   return -1.0;
 }

@@ -1,0 +1,82 @@
+#include "geometryAlgo/VedaType/EdgeTree.h"
+
+#include <cmath>
+
+namespace tarnalgo {
+
+namespace {
+
+/// Share of the total length that must run along or across a direction to make boxes follow it.
+constexpr double kClearShare = 0.7;
+/// Sine of the angle up to which upright boxes are as good as turned ones.
+constexpr double kUprightSine = 0.01;
+/// Rounding of a turned coordinate, relative to the greatest coordinate: three roundings of 2^-53.
+constexpr double kTurnRounding = 4e-16;
+
+}  // namespace
+
+TEdgeTree::TEdgeTree(const std::vector<TPoint2D>& Points, const TPoint2D& Axis)
+    : FPoints(Points), FAxis(Axis) {
+  const int PointCount = static_cast<int>(Points.size());
+  FEdgeCount = PointCount > 1 ? PointCount - 1 : PointCount;
+  if (FEdgeCount == 0) return;
+  const bool IsOnePlace = std::all_of(Points.begin(), Points.end(),
+                                      [&](const TPoint2D& P) { return P == Points.front(); });
+  FPlaceEdge = IsOnePlace ? 0 : -1;
+  std::vector<TBox> Leaves(static_cast<std::size_t>((FEdgeCount - 1) / kLeafEdges + 1));
+  for (int I = 0; I < FEdgeCount; ++I) {
+    Leaves[static_cast<std::size_t>(I / kLeafEdges)].Expand(EdgeBox(I));
+  }
+  FLevels.push_back(std::move(Leaves));
+  while (FLevels.back().size() > 1) {
+    const std::vector<TBox>& Lower = FLevels.back();
+    std::vector<TBox> Upper((Lower.size() - 1) / kBranches + 1);
+    for (std::size_t I = 0; I < Lower.size(); ++I) Upper[I / kBranches].Expand(Lower[I]);
+    FLevels.push_back(std::move(Upper));
+  }
+  if (FAxis == DcsX) return;  // exact: an upright tree takes coordinates as they are
+  const TBox& All = FLevels.back().front();
+  FSlack = kTurnRounding * (std::fmax(std::abs(All.Left), std::abs(All.Right)) +
+                            std::fmax(std::abs(All.Bottom), std::abs(All.Top)));
+}
+
+TPoint2D TEdgeTree::HatchAxis(const std::vector<TPoint2D>& Points) {
+  // Directions as complex numbers to the fourth power: the four directions of a cross become one.
+  TPoint2D Sum;
+  double Total = 0.0;
+  for (std::size_t I = 1; I < Points.size(); ++I) {
+    const TPoint2D V = Points[I] - Points[I - 1];
+    const double Length = V.Mag();
+    if (!(Length > 0.0) || !std::isfinite(Length)) continue;
+    const TPoint2D U = V / Length;
+    const TPoint2D Squared(U.X * U.X - U.Y * U.Y, 2.0 * U.X * U.Y);
+    Sum =
+        Sum + TPoint2D(Squared.X * Squared.X - Squared.Y * Squared.Y, 2.0 * Squared.X * Squared.Y) *
+                  Length;
+    Total += Length;
+  }
+  if (!(Sum.Mag() > kClearShare * Total)) return DcsX;
+  const double Angle = std::atan2(Sum.Y, Sum.X) / 4.0;
+  const TPoint2D Axis(std::cos(Angle), std::sin(Angle));
+  return std::abs(Axis.Y) > kUprightSine ? Axis : DcsX;
+}
+
+void TEdgeTree::TBox::Expand(const TBox& Other) {
+  Left = std::min(Left, Other.Left);
+  Right = std::max(Right, Other.Right);
+  Bottom = std::min(Bottom, Other.Bottom);
+  Top = std::max(Top, Other.Top);
+}
+
+TEdgeTree::TBox TEdgeTree::EdgeBox(int I) const {
+  auto [P, Q] = Edge(I);
+  if (P == Q && I != FPlaceEdge) return {};  // exact: the neighbours have the place as their end
+  if (FAxis != DcsX) {
+    P = {FAxis.DotMul(P), FAxis.CrossMul(P)};
+    Q = {FAxis.DotMul(Q), FAxis.CrossMul(Q)};
+  }
+  if (std::isnan(P.X) || std::isnan(P.Y) || std::isnan(Q.X) || std::isnan(Q.Y)) return {};
+  return {std::min(P.X, Q.X), std::max(P.X, Q.X), std::min(P.Y, Q.Y), std::max(P.Y, Q.Y)};
+}
+
+}  // namespace tarnalgo

@@ -1,0 +1,192 @@
+#pragma once  // geometryAlgo/VedaType/EdgeTree.h
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <vector>
+
+#include "geometryAlgo/VedaType/Line.h"
+#include "host/Cadtypes/Point.h"
+
+namespace tarnalgo {
+
+/// `P` lies in the box of the edge grown by `Reach` on every side.
+inline bool IsNearBoxOf(const TVLine2D& Edge, const TPoint2D& P, double Reach) {
+  const auto [Bottom, Top] = std::minmax(Edge.StartPoint.Y, Edge.EndPoint.Y);
+  if (P.Y < Bottom - Reach || P.Y > Top + Reach) return false;
+  const auto [Left, Right] = std::minmax(Edge.StartPoint.X, Edge.EndPoint.X);
+  return P.X >= Left - Reach && P.X <= Right + Reach;
+}
+
+/// The edges of a polyline under a pyramid of boxes, to find what lies near something without
+/// looking at every edge. Internal to the pages of this unit.
+///
+///     const TEdgeTree Tree(Contour.Points());
+///     Tree.VisitNear(P, Eps, [&](int Edge) { return Edge == Wanted; });  // true stops
+///
+/// Neighbouring edges lie near each other, so the boxes are taken over runs of edges in their
+/// order: nothing is sorted and memory is a quarter of the points. Visitors answer true to stop; a
+/// visit answers whether it was stopped. Edges with a NaN are never visited; a single point is one
+/// edge of no length. Ownership: refers to the points, which must outlive the tree unchanged. Cost:
+/// construction O(n). A visit touches what the boxes cannot tell apart: O(log n + hits) for a
+/// point, O(n + m + hits) for the pairs of contours as they occur.
+class TEdgeTree {
+ public:
+  /// The boxes are parallel to the direction `Axis` (a unit vector); (1, 0) unless the edges run
+  /// across both axes, see `HatchAxis`.
+  explicit TEdgeTree(const std::vector<TPoint2D>& Points, const TPoint2D& Axis = DcsX);
+
+  /// The direction along or across which most of the length of the edges runs, for long parallel
+  /// edges at an angle: a hatch whose upright boxes would all overlap. (1, 0) without a clear one.
+  static TPoint2D HatchAxis(const std::vector<TPoint2D>& Points);
+
+  int EdgeCount() const { return FEdgeCount; }
+  TVLine2D Edge(int I) const {
+    const auto Index = static_cast<std::size_t>(I);
+    return {FPoints[Index], FPoints[std::min(Index + 1, FPoints.size() - 1)]};
+  }
+
+  /// Edges whose box lies within `Eps` of `P`, in their order. Upright trees only.
+  template <class TVisitor>
+  bool VisitNear(const TPoint2D& P, double Eps, TVisitor Visit) const {
+    return VisitBox({P.X, P.X, P.Y, P.Y}, Eps, Visit);
+  }
+  /// Edges whose box meets the ray from `P` to the right, in their order. Upright trees only.
+  template <class TVisitor>
+  bool VisitRay(const TPoint2D& P, TVisitor Visit) const {
+    return VisitBox({P.X, kEndless, P.Y, P.Y}, 0.0, Visit);
+  }
+  /// Pairs (edge of this tree, edge of `Other`) whose boxes lie within `Eps`, each once. Both trees
+  /// have the same axis.
+  template <class TVisitor>
+  bool VisitPairs(const TEdgeTree& Other, double Eps, TVisitor Visit) const {
+    if (FEdgeCount == 0 || Other.FEdgeCount == 0) return false;
+    return PairNodes(TopLevel(), 0, Other, Other.TopLevel(), 0, Eps + FSlack + Other.FSlack, Visit);
+  }
+  /// Pairs of edges of this tree, the smaller number first, each once.
+  template <class TVisitor>
+  bool VisitOwnPairs(double Eps, TVisitor Visit) const {
+    if (FEdgeCount == 0) return false;
+    return PairWithin(TopLevel(), 0, Eps + 2.0 * FSlack, Visit);
+  }
+
+ private:
+  static constexpr int kLeafEdges = 8;
+  static constexpr int kBranches = 4;
+  static constexpr double kEndless = std::numeric_limits<double>::infinity();
+
+  struct TBox {
+    double Left = kEndless;
+    double Right = -kEndless;
+    double Bottom = kEndless;
+    double Top = -kEndless;
+
+    bool IsApart(const TBox& Other, double Eps) const {
+      return Left > Other.Right + Eps || Other.Left > Right + Eps || Bottom > Other.Top + Eps ||
+             Other.Bottom > Top + Eps;
+    }
+    void Expand(const TBox& Other);
+  };
+
+  int TopLevel() const { return static_cast<int>(FLevels.size()) - 1; }
+  int NodeCount(int Level) const {
+    return static_cast<int>(FLevels[static_cast<std::size_t>(Level)].size());
+  }
+  const TBox& Node(int Level, int Index) const {
+    return FLevels[static_cast<std::size_t>(Level)][static_cast<std::size_t>(Index)];
+  }
+  int EndOfChildren(int Level, int Index) const {
+    return std::min((Index + 1) * kBranches, NodeCount(Level - 1));
+  }
+  int EndOfEdges(int Leaf) const { return std::min((Leaf + 1) * kLeafEdges, FEdgeCount); }
+  TBox EdgeBox(int I) const;
+
+  template <class TVisitor>
+  bool VisitBox(const TBox& Box, double Eps, TVisitor& Visit) const {
+    return FEdgeCount > 0 && VisitNode(TopLevel(), 0, Box, Eps + FSlack, Visit);
+  }
+
+  template <class TVisitor>
+  bool VisitNode(int Level, int Index, const TBox& Box, double Eps, TVisitor& Visit) const {
+    if (Node(Level, Index).IsApart(Box, Eps)) return false;
+    if (Level == 0) {
+      for (int I = Index * kLeafEdges; I < EndOfEdges(Index); ++I) {
+        if (!EdgeBox(I).IsApart(Box, Eps) && Visit(I)) return true;
+      }
+      return false;
+    }
+    for (int Child = Index * kBranches; Child < EndOfChildren(Level, Index); ++Child) {
+      if (VisitNode(Level - 1, Child, Box, Eps, Visit)) return true;
+    }
+    return false;
+  }
+
+  template <class TVisitor>
+  bool PairNodes(int Level, int Index, const TEdgeTree& Other, int OtherLevel, int OtherIndex,
+                 double Eps, TVisitor& Visit) const {
+    if (Node(Level, Index).IsApart(Other.Node(OtherLevel, OtherIndex), Eps)) return false;
+    if (Level == 0 && OtherLevel == 0) return PairLeaves(Index, Other, OtherIndex, Eps, Visit);
+    if (Level >= OtherLevel) {
+      for (int Child = Index * kBranches; Child < EndOfChildren(Level, Index); ++Child) {
+        if (PairNodes(Level - 1, Child, Other, OtherLevel, OtherIndex, Eps, Visit)) return true;
+      }
+      return false;
+    }
+    for (int Child = OtherIndex * kBranches; Child < Other.EndOfChildren(OtherLevel, OtherIndex);
+         ++Child) {
+      if (PairNodes(Level, Index, Other, OtherLevel - 1, Child, Eps, Visit)) return true;
+    }
+    return false;
+  }
+
+  template <class TVisitor>
+  bool PairLeaves(int Leaf, const TEdgeTree& Other, int OtherLeaf, double Eps,
+                  TVisitor& Visit) const {
+    std::array<TBox, kLeafEdges> OtherBoxes;
+    const int First = OtherLeaf * kLeafEdges;
+    const int Count = Other.EndOfEdges(OtherLeaf) - First;
+    for (int J = 0; J < Count; ++J)
+      OtherBoxes[static_cast<std::size_t>(J)] = Other.EdgeBox(First + J);
+    for (int I = Leaf * kLeafEdges; I < EndOfEdges(Leaf); ++I) {
+      const TBox Box = EdgeBox(I);
+      if (Box.IsApart(Other.Node(0, OtherLeaf), Eps)) continue;
+      for (int J = 0; J < Count; ++J) {
+        if (!Box.IsApart(OtherBoxes[static_cast<std::size_t>(J)], Eps) && Visit(I, First + J)) {
+          return true;
+        }
+      }
+    }
+    return false;
+  }
+
+  template <class TVisitor>
+  bool PairWithin(int Level, int Index, double Eps, TVisitor& Visit) const {
+    if (Level == 0) {
+      const int End = EndOfEdges(Index);
+      for (int I = Index * kLeafEdges; I < End; ++I) {
+        const TBox Box = EdgeBox(I);
+        for (int J = I + 1; J < End; ++J) {
+          if (!Box.IsApart(EdgeBox(J), Eps) && Visit(I, J)) return true;
+        }
+      }
+      return false;
+    }
+    const int End = EndOfChildren(Level, Index);
+    for (int Child = Index * kBranches; Child < End; ++Child) {
+      if (PairWithin(Level - 1, Child, Eps, Visit)) return true;
+      for (int Next = Child + 1; Next < End; ++Next) {
+        if (PairNodes(Level - 1, Child, *this, Level - 1, Next, Eps, Visit)) return true;
+      }
+    }
+    return false;
+  }
+
+  const std::vector<TPoint2D>& FPoints;
+  TPoint2D FAxis;
+  double FSlack = 0.0;  // length: rounding of coordinates turned into the axis
+  int FEdgeCount = 0;
+  int FPlaceEdge = -1;  // the edge without length that stands for all, −1 for none
+  std::vector<std::vector<TBox>> FLevels;  // runs of kLeafEdges edges, runs of kBranches runs, ...
+};
+
+}  // namespace tarnalgo

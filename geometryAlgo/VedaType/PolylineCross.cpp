@@ -1,0 +1,415 @@
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "geometryAlgo/VedaType/EdgeTree.h"
+#include "geometryAlgo/VedaType/PlaceIndex.h"
+#include "geometryAlgo/VedaType/Polyline.h"
+#include "host/Cadutils.h"
+
+namespace tarnalgo {
+
+namespace {
+
+/// Number of pairs of edges up to which it does not pay to ask for the direction of a hatch.
+constexpr long long kFewPairs = 400;
+
+/// What two edges have in common: one place, or the stretch between two. The parameters are those
+/// of the polylines.
+struct TMeeting {
+  TIntersectPoint2D From;
+  TIntersectPoint2D To;  // as `From` for a single place
+  bool IsStretch = false;
+};
+
+/// The meeting of edge `I` of one polyline with edge `J` of the other, if there is one.
+std::optional<TMeeting> MeetingOfEdges(const TVLine2D& A, int I, const TVLine2D& B, int J,
+                                       double Eps) {
+  TMeeting Meeting;
+  const int Code = A.RelationWithSegLine2(B, Meeting.From, Meeting.To, Eps);
+  if (Code == 0) return std::nullopt;
+  Meeting.IsStretch = Code == 2;
+  if (!Meeting.IsStretch) Meeting.To = Meeting.From;
+  for (TIntersectPoint2D* Place : {&Meeting.From, &Meeting.To}) {
+    Place->Param1 += I;
+    Place->Param2 += J;
+  }
+  return Meeting;
+}
+
+TPoint2D AxisForPairs(const std::vector<TPoint2D>& A, const std::vector<TPoint2D>& B) {
+  if (static_cast<long long>(A.size()) * static_cast<long long>(B.size()) <= kFewPairs) return DcsX;
+  return TEdgeTree::HatchAxis(A.size() < B.size() ? B : A);
+}
+
+/// Calls `Visit(Meeting)` for every pair of edges that meet until it answers true; answers whether
+/// it did.
+template <class TVisitor>
+bool VisitMeetings(const std::vector<TPoint2D>& A, const std::vector<TPoint2D>& B, double Eps,
+                   TVisitor Visit) {
+  const TPoint2D Axis = AxisForPairs(A, B);
+  const TEdgeTree TreeOfA(A, Axis);
+  const TEdgeTree TreeOfB(B, Axis);
+  return TreeOfA.VisitPairs(TreeOfB, Eps, [&](int I, int J) {
+    const auto Meeting = MeetingOfEdges(TreeOfA.Edge(I), I, TreeOfB.Edge(J), J, Eps);
+    return Meeting && Visit(*Meeting);
+  });
+}
+
+/// The same for the pairs of edges of one polyline that do not follow each other, and for those
+/// that follow each other but run back over one another. The first parameter is the smaller one.
+template <class TVisitor>
+bool VisitOwnMeetings(const TVPolyline2D& A, double Eps, TVisitor Visit) {
+  const TEdgeTree Tree(A.Points(), AxisForPairs(A.Points(), A.Points()));
+  const bool IsRing = A.IsClosed(Eps);
+  return Tree.VisitOwnPairs(Eps, [&](int I, int J) {
+    const auto Meeting = MeetingOfEdges(Tree.Edge(I), I, Tree.Edge(J), J, Eps);
+    if (!Meeting) return false;
+    const bool AreNeighbours = J == I + 1 || (IsRing && I == 0 && J == Tree.EdgeCount() - 1);
+    return (!AreNeighbours || Meeting->IsStretch) && Visit(*Meeting);
+  });
+}
+
+bool ComesFirst(const TMeeting& A, const TMeeting& B) {
+  if (A.From.Param1 != B.From.Param1) return A.From.Param1 < B.From.Param1;
+  return A.From.Param2 < B.From.Param2;
+}
+
+/// Everything two polylines have in common, in the order of the first one.
+class TMeetingCollector {
+ public:
+  TMeetingCollector(const TVPolyline2D& A, const TVPolyline2D& B, double Eps) {
+    VisitMeetings(A.Points(), B.Points(), Eps, [this](const TMeeting& Meeting) {
+      (Meeting.IsStretch ? FStretches : FPlaces).push_back(Meeting);
+      return false;
+    });
+    std::stable_sort(FStretches.begin(), FStretches.end(), ComesFirst);
+    std::stable_sort(FPlaces.begin(), FPlaces.end(), ComesFirst);
+    DropPlacesOfStretches(Eps);
+    DropRepeatedPlaces(Eps);
+  }
+
+  const std::vector<TMeeting>& Places() const { return FPlaces; }
+  const std::vector<TMeeting>& Stretches() const { return FStretches; }
+
+ private:
+  /// No place lies on a stretch, whichever pass of the polyline found them.
+  void DropPlacesOfStretches(double Eps) {
+    if (FStretches.empty()) return;
+    std::vector<TPoint2D> Ends;  // edge 2 i is stretch i, the edges between lead to the next one
+    for (const TMeeting& Stretch : FStretches) {
+      Ends.insert(Ends.end(), {Stretch.From.Point, Stretch.To.Point});
+    }
+    const TEdgeTree Tree(Ends);
+    std::erase_if(FPlaces, [&](const TMeeting& Place) {
+      const TPoint2D& P = Place.From.Point;
+      return Tree.VisitNear(
+          P, Eps, [&](int I) { return I % 2 == 0 && Tree.Edge(I).SegmentDistanceTo(P) <= Eps; });
+    });
+  }
+
+  /// Every place stands for all within the tolerance, the first along the polyline for the others.
+  void DropRepeatedPlaces(double Eps) {
+    TPlaceIndex Taken(Eps);
+    std::erase_if(FPlaces, [&](const TMeeting& Place) {
+      if (Taken.HasNear(Place.From.Point)) return true;
+      Taken.Add(Place.From.Point, 0);
+      return false;
+    });
+  }
+
+  std::vector<TMeeting> FPlaces;
+  std::vector<TMeeting> FStretches;
+};
+
+/// The ray from `P` to the right passes the edge from `A` to `B`. The lower end of an edge belongs
+/// to it and the upper one does not, so a ray through a vertex is counted right and level edges
+/// never.
+bool IsPassedByRay(const TPoint2D& A, const TPoint2D& B, const TPoint2D& P) {
+  const bool GoesUp = A.Y <= P.Y && P.Y < B.Y;
+  const bool GoesDown = B.Y <= P.Y && P.Y < A.Y;
+  if (!GoesUp && !GoesDown) return false;
+  if (std::max(A.X, B.X) < P.X) return false;
+  if (std::min(A.X, B.X) > P.X) return true;
+  // Extended precision: the products of huge coordinates stay finite, near misses keep their sign.
+  const long double DX = static_cast<long double>(P.X) - A.X;
+  const long double DY = static_cast<long double>(P.Y) - A.Y;
+  const long double Left =
+      (static_cast<long double>(B.X) - A.X) * DY - (static_cast<long double>(B.Y) - A.Y) * DX;
+  return GoesUp ? Left > 0.0L : Left < 0.0L;
+}
+
+/// Where `P` lies with respect to the ring of the tree.
+TShapeRelation RelationWithRing(const TEdgeTree& Ring, const TPoint2D& P, double Eps) {
+  if (Ring.VisitNear(P, Eps, [&](int I) { return Ring.Edge(I).SegmentDistanceTo(P) <= Eps; })) {
+    return srOn;
+  }
+  bool IsInside = false;
+  Ring.VisitRay(P, [&](int I) {
+    const TVLine2D Edge = Ring.Edge(I);
+    if (IsPassedByRay(Edge.StartPoint, Edge.EndPoint, P)) IsInside = !IsInside;
+    return false;
+  });
+  return IsInside ? srIn : srOut;
+}
+
+/// The relation of two regions, told by the sides on which the parts of their rings lie.
+class TRegionRelation {
+ public:
+  TRegionRelation(const TVPolyline2D& A, const TVPolyline2D& B, double Eps)
+      : FRingOfA(RingOf(A)),
+        FRingOfB(RingOf(B)),
+        FTreeOfA(FRingOfA),
+        FTreeOfB(FRingOfB),
+        FEps(Eps) {}
+
+  /// Where B lies with respect to A.
+  TShapeRelation Find() {
+    CollectCuts();
+    const TSides SidesOfB = FindSides(FRingOfB, FCutsOfB, FTreeOfA);
+    if (SidesOfB.IsCut()) return srCross;
+    const TSides SidesOfA = FindSides(FRingOfA, FCutsOfA, FTreeOfB);
+    if (SidesOfA.IsCut()) return srCross;
+    if (SidesOfB.HasIn) return srContained;
+    if (SidesOfA.HasIn) return srContain;
+    if (SidesOfB.HasOut && SidesOfA.HasOut) return FTouches ? srCross : srDeviate;
+    if (SidesOfB.HasOut) return srContain;  // A runs on the outline of B
+    return SidesOfA.HasOut ? srOn : srEqual;
+  }
+
+ private:
+  /// On which sides of the other ring the parts of a ring lie; a part on the ring itself has none.
+  struct TSides {
+    bool HasIn = false;
+    bool HasOut = false;
+    bool IsCut() const { return HasIn && HasOut; }
+  };
+
+  static std::vector<TPoint2D> RingOf(const TVPolyline2D& Contour) {
+    std::vector<TPoint2D> Ring = Contour.Points();
+    // A gap within the tolerance would still let a ray slip through.
+    if (Contour.Last() != Contour.First()) Ring.push_back(Contour.First());
+    return Ring;
+  }
+
+  /// Between two neighbouring cuts a ring does not come near the other one, or runs along it.
+  void CollectCuts() {
+    FCutsOfA = {0.0, static_cast<double>(FRingOfA.size()) - 1.0};
+    FCutsOfB = {0.0, static_cast<double>(FRingOfB.size()) - 1.0};
+    VisitMeetings(FRingOfA, FRingOfB, FEps, [this](const TMeeting& Meeting) {
+      FCutsOfA.insert(FCutsOfA.end(), {Meeting.From.Param1, Meeting.To.Param1});
+      FCutsOfB.insert(FCutsOfB.end(), {Meeting.From.Param2, Meeting.To.Param2});
+      FTouches = true;
+      return false;
+    });
+    for (std::vector<double>* Cuts : {&FCutsOfA, &FCutsOfB}) {
+      std::sort(Cuts->begin(), Cuts->end());
+      Cuts->erase(std::unique(Cuts->begin(), Cuts->end()), Cuts->end());
+    }
+  }
+
+  TSides FindSides(const std::vector<TPoint2D>& Ring, const std::vector<double>& Cuts,
+                   const TEdgeTree& Other) const {
+    TSides Sides;
+    const auto Look = [&](const TPoint2D& P) {
+      const TShapeRelation Relation = RelationWithRing(Other, P, FEps);
+      Sides.HasIn |= Relation == srIn;
+      Sides.HasOut |= Relation == srOut;
+    };
+    if (Ring.size() == 1) Look(Ring.front());
+    for (std::size_t I = 1; I < Cuts.size() && !Sides.IsCut(); ++I) {
+      Look(MiddleOfPart(Ring, Cuts[I - 1], Cuts[I]));
+    }
+    return Sides;
+  }
+
+  /// The middle of the longest edge, or piece of an edge, between two parameters: the place of the
+  /// part that is surest to be far from its ends.
+  static TPoint2D MiddleOfPart(const std::vector<TPoint2D>& Ring, double From, double To) {
+    double Longest = -1.0;
+    TPoint2D Middle = Ring[static_cast<std::size_t>(From)];
+    for (auto I = static_cast<std::size_t>(From); I + 1 < Ring.size(); ++I) {
+      const double Start = std::max(From - static_cast<double>(I), 0.0);
+      const double End = std::min(To - static_cast<double>(I), 1.0);
+      if (!(Start < End)) break;
+      const double Length = (End - Start) * Ring[I].DistanceTo(Ring[I + 1]);
+      if (!(Length > Longest)) continue;
+      Longest = Length;
+      Middle = Lerp(Ring[I], Ring[I + 1], 0.5 * (Start + End));
+    }
+    return Middle;
+  }
+
+  std::vector<TPoint2D> FRingOfA;
+  std::vector<TPoint2D> FRingOfB;
+  TEdgeTree FTreeOfA;
+  TEdgeTree FTreeOfB;
+  double FEps;
+  bool FTouches = false;
+  std::vector<double> FCutsOfA;  // parameters, ascending, the two ends of the ring among them
+  std::vector<double> FCutsOfB;
+};
+
+/// The place of the meetings nearest to `From`; a stretch offers its nearest point.
+class TNearestPlace {
+ public:
+  explicit TNearestPlace(const TPoint2D& From) : FFrom(From) {}
+
+  void Offer(const TMeeting& Meeting) {
+    const TVLine2D Stretch(Meeting.From.Point, Meeting.To.Point);
+    double T = 0.0;
+    const double Dist = Stretch.SegmentDistanceTo(FFrom, T);
+    if (!(Dist < FLeast)) return;
+    FLeast = Dist;
+    FNearest = Stretch.EvalPoint(T);
+  }
+  bool Take(TPoint2D& Nearest) const {
+    if (!(FLeast < kStartOfMinimum)) return false;
+    Nearest = FNearest;
+    return true;
+  }
+
+ private:
+  TPoint2D FFrom;
+  double FLeast = kStartOfMinimum;
+  TPoint2D FNearest;
+};
+
+/// The self-crossing at which an open polyline loses least when its two ends are cut off there.
+class TEndTrimmer {
+ public:
+  TEndTrimmer(const std::vector<TPoint2D>& Points, double MaxTail, double Eps)
+      : FMaxTail(MaxTail), FLeastLoop(kLeastLoop * Eps), FTravelled(Points.size()) {
+    for (std::size_t I = 1; I < Points.size(); ++I) {
+      FTravelled[I] = FTravelled[I - 1] + Points[I - 1].DistanceTo(Points[I]);
+    }
+  }
+
+  void Offer(const TIntersectPoint2D& Place) {
+    const double From = LengthAt(Place.Param1);
+    const double To = LengthAt(Place.Param2);
+    const double Tail = FTravelled.back() - To;
+    if (From > FMaxTail || Tail > FMaxTail || To - From <= FLeastLoop) return;
+    if (!(From + Tail < FLeastWaste)) return;
+    FLeastWaste = From + Tail;
+    FJoint = Place;
+  }
+  bool HasFound() const { return FLeastWaste < kStartOfMinimum; }
+  const TIntersectPoint2D& Joint() const { return FJoint; }
+
+ private:
+  /// Length of the shortest loop, in tolerances: edges shorter than the tolerance make their
+  /// neighbours touch without any crossing.
+  static constexpr double kLeastLoop = 4.0;
+
+  double LengthAt(double Param) const {
+    const auto I = static_cast<std::size_t>(Param);
+    if (I + 1 >= FTravelled.size()) return FTravelled.back();
+    return std::lerp(FTravelled[I], FTravelled[I + 1], Param - static_cast<double>(I));
+  }
+
+  double FMaxTail;
+  double FLeastLoop;
+  std::vector<double> FTravelled;  // from the first vertex to each
+  double FLeastWaste = kStartOfMinimum;
+  TIntersectPoint2D FJoint;
+};
+
+}  // namespace
+
+bool TVPolyline2D::CrossWith(const TVLine2D& Line, std::vector<TPoint2D>& Points,
+                             std::vector<TVLine2D>& Lines, double Eps) const {
+  return CrossWith(TVPolyline2D(Line), Points, Lines, Eps);
+}
+
+bool TVPolyline2D::CrossWith(const TVPolyline2D& Other, std::vector<TPoint2D>& Points,
+                             std::vector<TVLine2D>& Lines, double Eps) const {
+  const TMeetingCollector Found(*this, Other, Eps);
+  for (const TMeeting& Place : Found.Places()) Points.push_back(Place.From.Point);
+  for (const TMeeting& Stretch : Found.Stretches()) {
+    Lines.emplace_back(Stretch.From.Point, Stretch.To.Point);
+  }
+  return !Found.Places().empty() || !Found.Stretches().empty();
+}
+
+bool TVPolyline2D::CrossWithLastPt(const TVLine2D& Line, TPoint2D& LastPt, double Eps) const {
+  return CrossWithLastPt(TVPolyline2D(Line), LastPt, Eps);
+}
+
+bool TVPolyline2D::CrossWithLastPt(const TVPolyline2D& Other, TPoint2D& LastPt, double Eps) const {
+  double Param = -1.0;
+  VisitMeetings(FPoints, Other.FPoints, Eps, [&](const TMeeting& Meeting) {
+    if (Meeting.To.Param1 > Param) {
+      Param = Meeting.To.Param1;
+      LastPt = Meeting.To.Point;
+    }
+    return false;
+  });
+  return Param >= 0.0;
+}
+
+bool TVPolyline2D::NearestCrossPoint(const TVLine2D& Line, const TPoint2D& From, TPoint2D& Nearest,
+                                     double Eps) const {
+  return NearestCrossPoint(TVPolyline2D(Line), From, Nearest, Eps);
+}
+
+bool TVPolyline2D::NearestCrossPoint(const TVPolyline2D& Other, const TPoint2D& From,
+                                     TPoint2D& Nearest, double Eps) const {
+  const TMeetingCollector Found(*this, Other, Eps);
+  TNearestPlace Place(From);
+  for (const TMeeting& Meeting : Found.Places()) Place.Offer(Meeting);
+  for (const TMeeting& Meeting : Found.Stretches()) Place.Offer(Meeting);
+  return Place.Take(Nearest);
+}
+
+bool TVPolyline2D::IsCrossWith(const TVLine2D& Line, double Eps) const {
+  return IsCrossWith(TVPolyline2D(Line), Eps);
+}
+
+bool TVPolyline2D::IsCrossWith(const TVPolyline2D& Other, double Eps) const {
+  return VisitMeetings(FPoints, Other.FPoints, Eps, [](const TMeeting&) { return true; });
+}
+
+bool TVPolyline2D::IsSelfIntersect(double Eps) const {
+  // Edges shorter than the tolerance would make the neighbours on both sides of them touch.
+  TVPolyline2D Course = *this;
+  Course.DeleteNeighbourClosed(Eps);
+  return VisitOwnMeetings(Course, Eps, [](const TMeeting&) { return true; });
+}
+
+TShapeRelation TVPolyline2D::RelationWithPoint(const TPoint2D& P, double Eps) const {
+  if (FPoints.empty()) return srOut;
+  bool IsInside = false;
+  TPoint2D Start = FPoints.back();
+  for (const TPoint2D& End : FPoints) {
+    const TVLine2D Edge(Start, End);
+    if (IsNearBoxOf(Edge, P, Eps) && Edge.SegmentDistanceTo(P) <= Eps) return srOn;
+    if (IsPassedByRay(Start, End, P)) IsInside = !IsInside;
+    Start = End;
+  }
+  return IsInside ? srIn : srOut;
+}
+
+TShapeRelation TVPolyline2D::RelationWith(const TVPolyline2D& Other, double Eps) const {
+  if (FPoints.empty() || Other.FPoints.empty()) return srDeviate;
+  if (BoundBox().RelationWith(Other.BoundBox(), Eps) == srDeviate) return srDeviate;
+  return TRegionRelation(*this, Other, Eps).Find();
+}
+
+bool TVPolyline2D::Trim(double MaxTail, double Eps) {
+  if (IsClosed(Eps)) return false;
+  TEndTrimmer Trimmer(FPoints, MaxTail, Eps);
+  VisitOwnMeetings(*this, Eps, [&](const TMeeting& Meeting) {
+    if (!Meeting.IsStretch) Trimmer.Offer(Meeting.From);
+    return false;
+  });
+  if (!Trimmer.HasFound()) return false;
+  const TIntersectPoint2D Joint = Trimmer.Joint();
+  TVPolyline2D Loop = SubCurve(Joint.Param1, Joint.Param2);
+  Loop.FPoints.front() = Joint.Point;
+  Loop.FPoints.back() = Joint.Point;
+  FPoints = std::move(Loop.FPoints);
+  return true;
+}
+
+}  // namespace tarnalgo
