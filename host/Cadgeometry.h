@@ -7,3 +7,5 @@
 #include "host/Cadgeometry/GeObject.h"          // TGeObject
 #include "host/Cadgeometry/GePolyBezier.h"      // TGePolyBezier2D
 #include "host/Cadgeometry/GePolyline.h"        // TGePolyline2D
+#include "host/Cadgeometry/Intersect.h"         // TPointOnCurve2D, TIntersect2D
+#include "host/Cadgeometry/PieceCrossing.h"     // TPieceCrossing, over TCurvePiece

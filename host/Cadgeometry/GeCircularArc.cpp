@@ -109,19 +109,7 @@ TPoint2D TGeCircularArc2D::PointAtParam(double T) const {
 }
 
 double TGeCircularArc2D::NearestParam(const TPoint2D& P, double& Distance) const {
-  const double Turn = std::abs(FSweepAngle);
-  const double Angle = (P - FCenter).Angle();
-  const double Offset = std::signbit(FSweepAngle)
-                            ? TMathUtils::CycInc(FStartAngle, -Angle, kFullTurn)
-                            : TMathUtils::CycInc(Angle, -FStartAngle, kFullTurn);
-  if (Turn > 0.0 && Offset <= Turn) {
-    Distance = std::abs(P.DistanceTo(FCenter) - FRadius);
-    return Offset / Turn;
-  }
-  const double ToStart = P.DistanceTo(FStartPoint);
-  const double ToEnd = P.DistanceTo(FEndPoint);
-  Distance = std::fmin(ToStart, ToEnd);
-  return ToEnd < ToStart ? 1.0 : 0.0;
+  return NearestOnArc(Arc2D(), FStartPoint, FEndPoint, P, Distance);
 }
 
 void TGeCircularArc2D::Reverse() {
@@ -141,6 +129,10 @@ void TGeCircularArc2D::AppendSamples(double ChordEps, std::vector<TPoint2D>& Poi
     Points.push_back(PointAtAngle(FStartAngle + FSweepAngle * (I / static_cast<double>(Chords))));
   }
   Points.push_back(FEndPoint);
+}
+
+void TGeCircularArc2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
+  Pieces.push_back(TCurvePiece::OfArc(Arc2D(), FStartPoint, FEndPoint, 0.0, 1.0));
 }
 
 }  // namespace tarnalgo

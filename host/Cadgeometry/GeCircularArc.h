@@ -61,6 +61,7 @@ class TGeCircularArc2D : public TGeCurve2D {
   TRect2D GetBoundBox() const override;
   double CurveLength() const override { return Arc2D().CurveLength(); }
   void AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const override;
+  void AppendPieces(std::vector<TCurvePiece>& Pieces) const override;
 
  protected:
   TGeCircularArc2D* NewClone() const override { return new TGeCircularArc2D(*this); }

@@ -130,4 +130,19 @@ void TGeCompositeCurve2D::AppendSamples(double ChordEps, std::vector<TPoint2D>& 
   for (const TMember& Member : FCurves) Member->AppendSamples(ChordEps, Points);
 }
 
+void TGeCompositeCurve2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
+  for (int I = 0; I < GetCurveCount(); ++I) {
+    const TGeCurve2D& Member = *GetCurve(I);
+    const double From = Member.ParamFrom();
+    const double Range = Member.ParamTo() - From;
+    std::size_t Index = Pieces.size();
+    Member.AppendPieces(Pieces);
+    const auto ToOwnParam = [&](double T) { return Range > 0.0 ? I + (T - From) / Range : I; };
+    for (; Index < Pieces.size(); ++Index) {
+      Pieces[Index].From = ToOwnParam(Pieces[Index].From);
+      Pieces[Index].To = ToOwnParam(Pieces[Index].To);
+    }
+  }
+}
+
 }  // namespace tarnalgo

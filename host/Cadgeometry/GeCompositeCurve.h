@@ -53,6 +53,7 @@ class TGeCompositeCurve2D : public TGeCurve2D {
   TRect2D GetBoundBox() const override;
   double CurveLength() const override;
   void AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const override;
+  void AppendPieces(std::vector<TCurvePiece>& Pieces) const override;
 
  protected:
   TGeCompositeCurve2D* NewClone() const override { return new TGeCompositeCurve2D(*this); }

@@ -3,7 +3,9 @@
 #include <memory>
 #include <vector>
 
+#include "host/Cadgeometry/CurvePiece.h"
 #include "host/Cadgeometry/GeObject.h"
+#include "host/Cadgeometry/Intersect.h"
 #include "host/Cadtypes/Point.h"
 #include "host/Cadtypes/Rect.h"
 #include "host/Cadtypes/Tolerance.h"
@@ -65,6 +67,20 @@ class TGeCurve2D : public TGeObject {
   std::vector<TPoint2D> Sample(double ChordEps) const;
   /// Appends the samples; the first is left out when it coincides (1e-6) with the last present.
   virtual void AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const = 0;
+
+  /// Appends where this curve (the first) meets `Other` (the second), ascending along this one;
+  /// `Results` is not cleared. Every pair of kinds can meet; a place counts once, however many
+  /// pieces share it: crossings, tangents, touching ends, and overlaps as stretches.
+  /// Tolerance: `Tol.EqualPoint`, a length: curves meet wherever they come as near. Two crossings
+  /// between which they stay as near are one; a stretch along which they do is an overlap when it
+  /// is longer than that and ends where a piece of one of them ends. `TPieceCrossing` says more.
+  /// Ties: of several meetings in one place the first along this curve stays.
+  /// Cost: O((n + m) log m + k) for n and m pieces, k pairs of them near each other.
+  void IntersectCurve(const TGeCurve2D& Other, std::vector<TIntersect2D>& Results,
+                      const TGeTolerance& Tol = DefTol) const;
+  /// Appends the primitive pieces of the curve in its order, each with its range of the parameter:
+  /// what `IntersectCurve` works on.
+  virtual void AppendPieces(std::vector<TCurvePiece>& Pieces) const = 0;
 
  protected:
   TGeCurve2D* NewClone() const override = 0;

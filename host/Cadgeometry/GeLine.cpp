@@ -18,4 +18,8 @@ void TGeLine2D::AppendSamples(double /*ChordEps*/, std::vector<TPoint2D>& Points
   Points.push_back(FLine.EndPoint);
 }
 
+void TGeLine2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
+  Pieces.push_back(TCurvePiece::OfLine(FLine, 0.0, 1.0));
+}
+
 }  // namespace tarnalgo

@@ -30,6 +30,7 @@ class TGeLine2D : public TGeCurve2D {
   TRect2D GetBoundBox() const override { return FLine.GetBoundBox(); }
   double CurveLength() const override { return FLine.Length(); }
   void AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const override;
+  void AppendPieces(std::vector<TCurvePiece>& Pieces) const override;
 
  protected:
   TGeLine2D* NewClone() const override { return new TGeLine2D(*this); }

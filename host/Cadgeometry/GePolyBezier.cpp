@@ -87,4 +87,10 @@ void TGePolyBezier2D::AppendSamples(double ChordEps, std::vector<TPoint2D>& Poin
   }
 }
 
+void TGePolyBezier2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
+  for (int I = 0; I < GetBezierCount(); ++I) {
+    TCurvePiece::AppendBezier(GetBezier(I), I, I + 1, Pieces);
+  }
+}
+
 }  // namespace tarnalgo

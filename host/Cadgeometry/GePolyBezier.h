@@ -31,6 +31,7 @@ class TGePolyBezier2D : public TGeCurve2D {
   TRect2D GetBoundBox() const override;
   double CurveLength() const override;
   void AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const override;
+  void AppendPieces(std::vector<TCurvePiece>& Pieces) const override;
 
  protected:
   TGePolyBezier2D* NewClone() const override { return new TGePolyBezier2D(*this); }

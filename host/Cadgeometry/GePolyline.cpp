@@ -82,4 +82,12 @@ void TGePolyline2D::AppendSamples(double /*ChordEps*/, std::vector<TPoint2D>& Po
   Points.insert(Points.end(), FPoints.begin() + 1, FPoints.end());
 }
 
+void TGePolyline2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
+  if (GetPointCount() == 1) {
+    Pieces.push_back(TCurvePiece::OfLine({FPoints[0], FPoints[0]}, 0.0, 0.0));
+  }
+  Pieces.reserve(Pieces.size() + static_cast<std::size_t>(EdgeCount()));
+  for (int I = 0; I < EdgeCount(); ++I) Pieces.push_back(TCurvePiece::OfLine(Edge(I), I, I + 1));
+}
+
 }  // namespace tarnalgo

@@ -38,6 +38,7 @@ class TGePolyline2D : public TGeCurve2D {
   TRect2D GetBoundBox() const override;
   double CurveLength() const override;
   void AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const override;
+  void AppendPieces(std::vector<TCurvePiece>& Pieces) const override;
 
  protected:
   TGePolyline2D* NewClone() const override { return new TGePolyline2D(*this); }

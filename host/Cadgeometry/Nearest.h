@@ -1,5 +1,6 @@
 #pragma once  // host/Cadgeometry/Nearest.h
 
+#include "host/Cadtypes/Arc.h"
 #include "host/Cadtypes/Line.h"
 
 namespace tarnalgo {
@@ -7,6 +8,11 @@ namespace tarnalgo {
 /// Parameter in [0, 1] of the point of a segment nearest to `P`, 0 for a segment of no length;
 /// `Distance` receives how far `P` is from there.
 double NearestOnSegment(const TLine2D& Line, const TPoint2D& P, double& Distance);
+
+/// The same for an arc whose ends are known as `Start` and `End`.
+/// Ties: the smallest parameter; the centre is nearest to all and answers 0.
+double NearestOnArc(const TArc2D& Arc, const TPoint2D& Start, const TPoint2D& End,
+                    const TPoint2D& P, double& Distance);
 
 /// `T` moved into [0, `High`]; NaN becomes 0.
 inline double ClampParam(double T, double High) {

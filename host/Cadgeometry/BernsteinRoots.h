@@ -1,0 +1,114 @@
+#pragma once  // host/Cadgeometry/BernsteinRoots.h
+
+#include <array>
+#include <cstddef>
+
+namespace tarnalgo {
+
+/// The roots in (0, 1) of a polynomial of degree `N` in Bernstein form, ascending.
+///
+/// Its coefficients change sign at least as often as it has roots, and halving an interval adds no
+/// change; so an interval without a change is dropped, one with a single change holds one root,
+/// which is bracketed and refined, and no more than `N` intervals are ever open. Roots closer than
+/// the last interval can be told apart come out as one. Coefficients that are not finite have none.
+/// Cost: no allocation, at most `N` · depth subdivisions.
+template <std::size_t N>
+class TBernsteinRoots {
+ public:
+  using TCoefficients = std::array<double, N + 1>;
+
+  explicit TBernsteinRoots(const TCoefficients& C) { Isolate(C, 0.0, 1.0, 0); }
+
+  const double* begin() const { return FRoots.data(); }
+  const double* end() const { return FRoots.data() + FCount; }
+
+  /// The value at `T`, by de Casteljau.
+  static double Eval(TCoefficients C, double T) {
+    for (std::size_t Level = N; Level > 0; --Level) {
+      for (std::size_t I = 0; I < Level; ++I) C[I] += (C[I + 1] - C[I]) * T;
+    }
+    return C[0];
+  }
+
+ private:
+  static constexpr int kDeepest = 46;  // intervals of 1e-14
+
+  static int SignChanges(const TCoefficients& C) {
+    int Changes = 0;
+    double Last = 0.0;
+    for (const double Value : C) {
+      if ((Value < 0.0 && Last > 0.0) || (Value > 0.0 && Last < 0.0)) ++Changes;
+      if (Value != 0.0) Last = Value;
+    }
+    return Changes;
+  }
+
+  void Isolate(const TCoefficients& C, double From, double To, int Depth) {
+    const int Changes = SignChanges(C);
+    if (Changes == 0) return;
+    if (Changes == 1 || Depth == kDeepest) {
+      Add(From + (To - From) * (Changes == 1 ? Refine(C) : 0.5));
+      return;
+    }
+    TCoefficients Left = C;
+    TCoefficients Right = C;
+    for (std::size_t Level = 1; Level <= N; ++Level) {
+      for (std::size_t I = 0; I + Level <= N; ++I) Right[I] = (Right[I] + Right[I + 1]) / 2;
+      Left[Level] = Right[0];
+    }
+    const double Middle = From + (To - From) / 2;
+    Isolate(Left, From, Middle, Depth + 1);
+    if (Right[0] == 0.0) Add(Middle);  // exact: a root that neither half counts
+    Isolate(Right, Middle, To, Depth + 1);
+  }
+
+  /// The only sign change in [0, 1]: false position with the Illinois weight, kept in its bracket.
+  static double Refine(const TCoefficients& C) {
+    double Low = 0.0;
+    double High = 1.0;
+    double AtLow = C[0];
+    double AtHigh = C[N];
+    if (AtLow == 0.0 || AtHigh == 0.0) return BisectBySign(C);
+    for (int Step = 0; Step < 100 && High - Low > 1e-16 * High; ++Step) {
+      double T = (Low * AtHigh - High * AtLow) / (AtHigh - AtLow);
+      if (!(T > Low && T < High) || Step % 4 == 3) T = Low + (High - Low) / 2;
+      if (!(T > Low && T < High)) break;
+      const double Value = Eval(C, T);
+      if (Value == 0.0) return T;
+      if ((Value < 0.0) == (AtLow < 0.0)) {
+        Low = T;
+        AtLow = Value;
+        AtHigh /= 2;
+      } else {
+        High = T;
+        AtHigh = Value;
+        AtLow /= 2;
+      }
+    }
+    return Low + (High - Low) / 2;
+  }
+
+  /// The same where an end value is exactly 0 and cannot steer the false position.
+  static double BisectBySign(const TCoefficients& C) {
+    double FirstSign = 0.0;
+    for (std::size_t I = 0; I <= N && FirstSign == 0.0; ++I) FirstSign = C[I];
+    double Low = 0.0;
+    double High = 1.0;
+    for (int Step = 0; Step < 60; ++Step) {
+      const double T = Low + (High - Low) / 2;
+      const double Value = Eval(C, T);
+      if (Value == 0.0) return T;
+      ((Value < 0.0) == (FirstSign < 0.0) ? Low : High) = T;
+    }
+    return Low + (High - Low) / 2;
+  }
+
+  void Add(double Root) {
+    if (FCount < N) FRoots[FCount++] = Root;
+  }
+
+  std::array<double, N> FRoots{};
+  std::size_t FCount = 0;
+};
+
+}  // namespace tarnalgo

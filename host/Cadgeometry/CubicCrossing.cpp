@@ -1,0 +1,282 @@
+#include "host/Cadgeometry/CubicCrossing.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/Cadgeometry/Nearest.h"
+
+namespace tarnalgo {
+
+namespace {
+
+/// Count: the most pairs of parts looked at, and the most places kept, before the rest is let go.
+constexpr int kMostPairs = 1 << 16;
+constexpr std::size_t kMostPlaces = 64;
+
+/// Sine of the least angle between the directions of two parts for which Newton's method is tried.
+constexpr double kClearSine = 0.05;
+
+/// Relative to the size of a cubic: flatter than this is not asked for. Two crossings with a deeper
+/// lens between them are told apart.
+constexpr double kLeastFlatness = 1e-10;
+
+constexpr int kNewtonSteps = 16;
+
+/// A part of a cubic with the strip that holds it.
+struct TPart {
+  TBezierSegment2D Curve;
+  TPieceSpan Span;
+  TPoint2D Unit;     // direction of the chord, zero where the ends coincide
+  double Low = 0.0;  // the strip: signed distances from the chord
+  double High = 0.0;
+  double Sine = 1.0;  // no direction of the part is further from the chord's than this
+
+  TPart() = default;
+  TPart(const TBezierSegment2D& ACurve, TPieceSpan ASpan) : Curve(ACurve), Span(ASpan) {
+    Unit = (Curve.P3 - Curve.P0).Normal();
+    const double D1 = Unit.CrossMul(Curve.P1 - Curve.P0);
+    const double D2 = Unit.CrossMul(Curve.P2 - Curve.P0);
+    Low = std::min({0.0, D1, D2});
+    High = std::max({0.0, D1, D2});
+    Sine =
+        std::max({Turn(Curve.P1 - Curve.P0), Turn(Curve.P2 - Curve.P1), Turn(Curve.P3 - Curve.P2)});
+  }
+
+  double Flatness() const {
+    // Without a chord the strip says nothing; the controls do.
+    if (Unit == TPoint2D::FZero) {
+      return std::max((Curve.P1 - Curve.P0).Mag(), (Curve.P2 - Curve.P0).Mag());
+    }
+    return High - Low;
+  }
+  double ChordLength() const { return Curve.P0.DistanceTo(Curve.P3); }
+  double Middle() const { return (Span.From + Span.To) / 2; }
+
+  /// The other part lies wholly on one side of this part's strip.
+  bool Misses(const TPart& Other, double Slack) const {
+    const TPoint2D Controls[] = {Other.Curve.P0, Other.Curve.P1, Other.Curve.P2, Other.Curve.P3};
+    double Least = kStartOfMinimum;
+    double Most = -kStartOfMinimum;
+    for (const TPoint2D& P : Controls) {
+      const double D = Unit.CrossMul(P - Curve.P0);
+      Least = std::min(Least, D);
+      Most = std::max(Most, D);
+    }
+    return Least > High + Slack || Most < Low - Slack;
+  }
+
+  void Halve(TPart& Left, TPart& Right) const {
+    TBezierSegment2D First;
+    TBezierSegment2D Second;
+    Curve.SplitMiddle(First, Second);
+    Left = TPart(First, {Span.From, Middle()});
+    Right = TPart(Second, {Middle(), Span.To});
+  }
+
+ private:
+  double Turn(const TPoint2D& Leg) const {
+    const TPoint2D Direction = Leg.Normal();
+    return Unit.DotMul(Direction) > 0.0 || Direction == TPoint2D::FZero
+               ? std::abs(Unit.CrossMul(Direction))
+               : 1.0;
+  }
+};
+
+struct TPair {
+  TPart A;
+  TPart B;
+};
+
+TBezierSegment2D Restricted(const TBezierSegment2D& Whole, TPieceSpan Span) {
+  TBezierSegment2D Result = Whole;
+  TBezierSegment2D Dropped;
+  if (Span.To < 1.0) Result.Split(Span.To, Result, Dropped);
+  if (Span.From > 0.0) Result.Split(Span.From / Span.To, Dropped, Result);
+  return Result;
+}
+
+class TCubicCrosser {
+ public:
+  TCubicCrosser(const TCurvePiece& A, const TCurvePiece& B, double Tol)
+      : FA(A.Bezier()), FB(B.Bezier()), FTol(Tol) {
+    const double Size = std::max({A.Box.Width(), A.Box.Height(), B.Box.Width(), B.Box.Height()});
+    FFlat = std::max(Tol / 4, kLeastFlatness * Size);
+  }
+
+  void Search(TPieceSpan SpanA, TPieceSpan SpanB) {
+    FOpen.push_back({TPart(Restricted(FA, SpanA), SpanA), TPart(Restricted(FB, SpanB), SpanB)});
+    for (int Seen = 0; !FOpen.empty() && Seen < kMostPairs && FFound.size() < kMostPlaces; ++Seen) {
+      const TPair Pair = FOpen.back();
+      FOpen.pop_back();
+      LookAt(Pair);
+    }
+  }
+
+  std::vector<std::pair<double, double>> TakeFound() { return std::move(FFound); }
+
+ private:
+  void LookAt(const TPair& Pair) {
+    const TPart& A = Pair.A;
+    const TPart& B = Pair.B;
+    if (BoxesAreApart(A, B) || A.Misses(B, FTol) || B.Misses(A, FTol)) return;
+    if (DirectionsDiffer(A, B) && FindOnlyCrossing(A, B)) return;
+    if (A.Flatness() <= FFlat && B.Flatness() <= FFlat) return LookAtFlat(A, B);
+    Split(A, B);
+  }
+
+  /// Parts of a monotone cubic are boxed by their ends.
+  bool BoxesAreApart(const TPart& A, const TPart& B) const {
+    const auto Apart = [&](double A0, double A1, double B0, double B1) {
+      return std::min(A0, A1) > std::max(B0, B1) + FTol ||
+             std::min(B0, B1) > std::max(A0, A1) + FTol;
+    };
+    return Apart(A.Curve.P0.X, A.Curve.P3.X, B.Curve.P0.X, B.Curve.P3.X) ||
+           Apart(A.Curve.P0.Y, A.Curve.P3.Y, B.Curve.P0.Y, B.Curve.P3.Y);
+  }
+
+  /// No direction of one is parallel to one of the other: at most one crossing.
+  static bool DirectionsDiffer(const TPart& A, const TPart& B) {
+    return std::abs(A.Unit.CrossMul(B.Unit)) > A.Sine + B.Sine + kClearSine;
+  }
+
+  bool FindOnlyCrossing(const TPart& A, const TPart& B) {
+    double U1 = A.Middle();
+    double U2 = B.Middle();
+    if (!Polish(U1, U2)) return false;
+    const bool IsInside =
+        U1 >= A.Span.From && U1 <= A.Span.To && U2 >= B.Span.From && U2 <= B.Span.To;
+    if (IsInside) Keep(U1, U2);
+    return IsInside;
+  }
+
+  /// Newton's method for A(U1) = B(U2); false when it does not settle. The parameters may leave the
+  /// range by the steps taken.
+  bool Polish(double& U1, double& U2) const {
+    for (int Step = 0; Step < kNewtonSteps; ++Step) {
+      const TPoint2D Gap = FB.EvalPoint(U2) - FA.EvalPoint(U1);
+      const TPoint2D WayA = FA.Derivative(U1);
+      const TPoint2D WayB = FB.Derivative(U2);
+      const double Sine = WayA.CrossMul(WayB);
+      if (Sine == 0.0) return Gap == TPoint2D::FZero;
+      const double Step1 = Gap.CrossMul(WayB) / Sine;
+      const double Step2 = Gap.CrossMul(WayA) / Sine;
+      if (!(std::abs(Step1) < 2.0 && std::abs(Step2) < 2.0)) return false;
+      U1 += Step1;
+      U2 += Step2;
+      if (std::abs(Step1) <= 1e-15 && std::abs(Step2) <= 1e-15) return true;
+    }
+    return FA.EvalPoint(U1).Equals(FB.EvalPoint(U2), FTol * 1e-3);
+  }
+
+  /// Both are as good as straight: the place where the chords come nearest, polished.
+  void LookAtFlat(const TPart& A, const TPart& B) {
+    double U1 = 0.0;
+    double U2 = 0.0;
+    NearestOfChords(A, B, U1, U2);
+    if (!WithinTolerance(U1, U2)) Approach(U1, U2);
+    double Crossing1 = U1;
+    double Crossing2 = U2;
+    if (Polish(Crossing1, Crossing2) && IsNear(A, Crossing1) && IsNear(B, Crossing2)) {
+      return Keep(ClampParam(Crossing1, 1.0), ClampParam(Crossing2, 1.0));
+    }
+    Approach(U1, U2);
+    if (WithinTolerance(U1, U2)) Keep(U1, U2);
+  }
+
+  /// `U` lies in the part, with as much beside it as the part is wide.
+  static bool IsNear(const TPart& Part, double U) {
+    const double Width = Part.Span.To - Part.Span.From;
+    return U >= std::max(0.0, Part.Span.From - Width) && U <= std::min(1.0, Part.Span.To + Width);
+  }
+
+  bool WithinTolerance(double U1, double U2) const {
+    return FA.EvalPoint(U1).Equals(FB.EvalPoint(U2), FTol);
+  }
+
+  static void NearestOfChords(const TPart& A, const TPart& B, double& U1, double& U2) {
+    const TLine2D ChordA(A.Curve.P0, A.Curve.P3);
+    const TLine2D ChordB(B.Curve.P0, B.Curve.P3);
+    double Best = kStartOfMinimum;
+    const auto Try = [&](double T1, double T2, double Distance) {
+      if (!(Distance < Best)) return;
+      Best = Distance;
+      U1 = A.Span.From + T1 * (A.Span.To - A.Span.From);
+      U2 = B.Span.From + T2 * (B.Span.To - B.Span.From);
+    };
+    for (const double End : {0.0, 1.0}) {
+      double Distance = 0.0;
+      const double OnB = NearestOnSegment(ChordB, ChordA.EvalPoint(End), Distance);
+      Try(End, OnB, Distance);
+      const double OnA = NearestOnSegment(ChordA, ChordB.EvalPoint(End), Distance);
+      Try(OnA, End, Distance);
+    }
+  }
+
+  /// Steps towards the nearest approach of the two: Newton's method on the derivative of the square
+  /// of the distance, for as long as it falls.
+  void Approach(double& U1, double& U2) const {
+    double Distance = FA.EvalPoint(U1).DistanceTo(FB.EvalPoint(U2));
+    for (int Step = 0; Step < kNewtonSteps; ++Step) {
+      const TPoint2D Gap = FA.EvalPoint(U1) - FB.EvalPoint(U2);
+      const TPoint2D WayA = FA.Derivative(U1);
+      const TPoint2D WayB = FB.Derivative(U2);
+      const double H11 = WayA.DotMul(WayA) + Gap.DotMul(FA.SecondDerivative(U1));
+      const double H22 = WayB.DotMul(WayB) - Gap.DotMul(FB.SecondDerivative(U2));
+      const double H12 = -WayA.DotMul(WayB);
+      const double G1 = Gap.DotMul(WayA);
+      const double G2 = -Gap.DotMul(WayB);
+      const double Determinant = H11 * H22 - H12 * H12;
+      const double Next1 = ClampParam(U1 - (G1 * H22 - G2 * H12) / Determinant, 1.0);
+      const double Next2 = ClampParam(U2 - (G2 * H11 - G1 * H12) / Determinant, 1.0);
+      const double Next = FA.EvalPoint(Next1).DistanceTo(FB.EvalPoint(Next2));
+      if (!(Next < Distance)) return;
+      Distance = Next;
+      U1 = Next1;
+      U2 = Next2;
+    }
+  }
+
+  /// Halves the longer one.
+  void Split(const TPart& A, const TPart& B) {
+    const double LengthA = std::max(A.ChordLength(), A.Flatness());
+    const double LengthB = std::max(B.ChordLength(), B.Flatness());
+    TPair First{A, B};
+    TPair Second{A, B};
+    if (LengthA >= LengthB) {
+      A.Halve(First.A, Second.A);
+    } else {
+      B.Halve(First.B, Second.B);
+    }
+    FOpen.push_back(Second);
+    FOpen.push_back(First);  // looked at first
+  }
+
+  /// A place beside one that is known, with nothing wider than the tolerance in between, is not
+  /// new.
+  void Keep(double U1, double U2) {
+    const bool IsKnown = std::any_of(FFound.begin(), FFound.end(), [&](const auto& Place) {
+      return WithinTolerance((U1 + Place.first) / 2, (U2 + Place.second) / 2) &&
+             WithinTolerance(U1 + (Place.first - U1) / 4, U2 + (Place.second - U2) / 4);
+    });
+    if (!IsKnown) FFound.emplace_back(U1, U2);
+  }
+
+  const TBezierSegment2D FA;
+  const TBezierSegment2D FB;
+  const double FTol;
+  double FFlat;
+  std::vector<TPair> FOpen;
+  std::vector<std::pair<double, double>> FFound;
+};
+
+}  // namespace
+
+std::vector<std::pair<double, double>> CrossCubicSpans(const TCurvePiece& A, TPieceSpan SpanA,
+                                                       const TCurvePiece& B, TPieceSpan SpanB,
+                                                       double Tol) {
+  TCubicCrosser Crosser(A, B, Tol);
+  Crosser.Search(SpanA, SpanB);
+  return Crosser.TakeFound();
+}
+
+}  // namespace tarnalgo

@@ -1,0 +1,292 @@
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <unordered_map>
+#include <utility>
+
+#include "host/Cadgeometry/BoxTree.h"
+#include "host/Cadgeometry/CurvePiece.h"
+#include "host/Cadgeometry/GeCurve.h"
+#include "host/Cadgeometry/PieceCrossing.h"
+
+namespace tarnalgo {
+
+namespace {
+
+using TPieces = std::vector<TCurvePiece>;
+
+/// Count: up to so many pairs of pieces a box test each is cheaper than a tree.
+constexpr std::size_t kFewPairs = 256;
+
+/// Binary exponent of coordinates whose fourth powers neither overflow nor vanish.
+constexpr int kSafeExponent = 200;
+
+const TCurvePiece& PieceAt(const TPieces& Pieces, int Index) {
+  return Pieces[static_cast<std::size_t>(Index)];
+}
+
+/// The pieces of a curve without those that are not finite and without points that lie on the end
+/// of the piece before: a million equal points come down to one piece.
+TPieces GatherPieces(const TGeCurve2D& Curve) {
+  TPieces Pieces;
+  Curve.AppendPieces(Pieces);
+  std::size_t Kept = 0;
+  for (std::size_t I = 0; I < Pieces.size(); ++I) {
+    if (!Pieces[I].Box.IsValid() || !std::isfinite(Pieces[I].Magnitude())) continue;
+    if (Kept > 0 && Pieces[I].IsPoint() && Pieces[I].Start == Pieces[Kept - 1].End) continue;
+    if (Kept == 1 && Pieces[0].IsPoint() && Pieces[0].End == Pieces[I].Start) Kept = 0;
+    Pieces[Kept++] = Pieces[I];
+  }
+  Pieces.resize(Kept);
+  return Pieces;
+}
+
+double LargestMagnitude(const TPieces& Pieces) {
+  double Largest = 0.0;
+  for (const TCurvePiece& Piece : Pieces) Largest = std::max(Largest, Piece.Magnitude());
+  return Largest;
+}
+
+TPieces ScaledPieces(const TPieces& Pieces, double Factor) {
+  TPieces Result;
+  Result.reserve(Pieces.size());
+  for (const TCurvePiece& Piece : Pieces) Result.push_back(Piece.Scaled(Factor));
+  return Result;
+}
+
+/// Points of which no two are as near as the tolerance. A grid of cells as wide as the tolerance:
+/// what is near to a point lies in its cell or in one of the eight round it.
+class TDistinctPoints {
+ public:
+  explicit TDistinctPoints(double Tol) : FTol(Tol), FCell(Tol > 0.0 ? 2.0 * Tol : 1.0) {}
+
+  bool Holds(const TPoint2D& P) const {
+    if (FPoints.size() <= kFew) return HoldsAmong(P);
+    const TCell Cell = CellOf(P);
+    for (int DX = -1; DX <= 1; ++DX) {
+      for (int DY = -1; DY <= 1; ++DY) {
+        const auto [First, Last] = FGrid.equal_range({Cell.X + DX, Cell.Y + DY});
+        for (auto It = First; It != Last; ++It) {
+          if (It->second.Equals(P, FTol)) return true;
+        }
+      }
+    }
+    return false;
+  }
+
+  /// False when a point as near is there already.
+  bool Add(const TPoint2D& P) {
+    if (Holds(P)) return false;
+    FPoints.push_back(P);
+    if (FPoints.size() == kFew + 1) {
+      for (const TPoint2D& Q : FPoints) FGrid.emplace(CellOf(Q), Q);
+    } else if (FPoints.size() > kFew) {
+      FGrid.emplace(CellOf(P), P);
+    }
+    return true;
+  }
+
+ private:
+  static constexpr std::size_t kFew = 16;  // a list is faster up to here
+
+  struct TCell {
+    double X = 0.0;
+    double Y = 0.0;
+    friend bool operator==(const TCell&, const TCell&) = default;
+  };
+  struct THash {
+    std::size_t operator()(const TCell& Cell) const {
+      return std::hash<double>()(Cell.X) * 1000003u ^ std::hash<double>()(Cell.Y);
+    }
+  };
+
+  TCell CellOf(const TPoint2D& P) const {
+    return {std::floor(P.X / FCell) + 0.0, std::floor(P.Y / FCell) + 0.0};
+  }
+  bool HoldsAmong(const TPoint2D& P) const {
+    return std::any_of(FPoints.begin(), FPoints.end(),
+                       [&](const TPoint2D& Q) { return Q.Equals(P, FTol); });
+  }
+
+  double FTol;
+  double FCell;
+  std::vector<TPoint2D> FPoints;
+  std::unordered_multimap<TCell, TPoint2D, THash> FGrid;
+};
+
+/// A contact or an overlap with the pieces it lies on.
+struct TPlace {
+  int Piece1 = 0;
+  int Piece2 = 0;
+  TPieceContact At;
+};
+
+struct TStretch {
+  TPlace From;
+  TPlace To;
+};
+
+/// Gathers what the pieces of two curves have in common and puts it together again as meetings of
+/// the curves.
+class TCurveMeeting {
+ public:
+  TCurveMeeting(const TGeCurve2D& First, const TGeCurve2D& Second, const TGeTolerance& Tol)
+      : FFirst(GatherPieces(First)), FSecond(GatherPieces(Second)), FTol(Tol.EqualPoint) {}
+
+  void CrossPieces() {
+    if (FFirst.empty() || FSecond.empty()) return;
+    const double Magnitude = std::max(LargestMagnitude(FFirst), LargestMagnitude(FSecond));
+    FTol = ToleranceWithRounding(FTol, Magnitude);
+    FPlaces = TDistinctPoints(FTol);
+    FOverlapEnds = TDistinctPoints(FTol);
+    int Exponent = 0;
+    std::frexp(Magnitude, &Exponent);
+    if (std::abs(Exponent) <= kSafeExponent || Magnitude == 0.0) {
+      return CrossAll(FFirst, FSecond, FTol);
+    }
+    const double Factor = std::ldexp(1.0, std::clamp(-Exponent, -1000, 1000));
+    CrossAll(ScaledPieces(FFirst, Factor), ScaledPieces(FSecond, Factor), FTol * Factor);
+  }
+
+  /// Overlaps that go on from piece to piece on both curves are one.
+  void JoinOverlaps() {
+    if (FStretches.size() < 2) return;
+    std::stable_sort(FStretches.begin(), FStretches.end(),
+                     [](const TStretch& L, const TStretch& R) {
+                       return L.From.Piece1 != R.From.Piece1 ? L.From.Piece1 < R.From.Piece1
+                                                             : L.From.At.U1 < R.From.At.U1;
+                     });
+    std::vector<TStretch> Joined;
+    std::unordered_multimap<std::uint64_t, std::size_t> ByEnd;  // positions in `Joined`
+    for (const TStretch& Stretch : FStretches) {
+      TStretch* const Former = FormerOf(Stretch, Joined, ByEnd);
+      if (Former) Former->To = Stretch.To;
+      if (!Former) Joined.push_back(Stretch);
+      const TStretch* const Grown = Former ? Former : &Joined.back();
+      ByEnd.emplace(PairKey(Stretch.To.Piece1, Stretch.To.Piece2),
+                    static_cast<std::size_t>(Grown - Joined.data()));
+    }
+    FStretches = std::move(Joined);
+  }
+
+  /// One record for each place, ascending along the first curve.
+  void Give(std::vector<TIntersect2D>& Results) const {
+    std::vector<TIntersect2D> Found;
+    Found.reserve(FContacts.size() + FStretches.size());
+    for (const TPlace& Place : FContacts) {
+      if (FOverlapEnds.Holds(PointOnFirst(Place))) continue;
+      Found.push_back({OnFirst(Place), OnSecond(Place), false, OnFirst(Place), OnSecond(Place)});
+    }
+    for (const TStretch& Stretch : FStretches) {
+      Found.push_back({OnFirst(Stretch.From), OnSecond(Stretch.From), true, OnFirst(Stretch.To),
+                       OnSecond(Stretch.To)});
+    }
+    std::stable_sort(Found.begin(), Found.end(), [](const TIntersect2D& L, const TIntersect2D& R) {
+      return L.OnFirst.Param != R.OnFirst.Param ? L.OnFirst.Param < R.OnFirst.Param
+                                                : L.OnSecond.Param < R.OnSecond.Param;
+    });
+    Results.insert(Results.end(), Found.begin(), Found.end());
+  }
+
+ private:
+  /// `First` and `Second` are the pieces, or the pieces brought into the range of safe squares.
+  void CrossAll(const TPieces& First, const TPieces& Second, double Tol) {
+    if (First.size() * Second.size() <= kFewPairs) {
+      for (int I = 0; I < static_cast<int>(First.size()); ++I) {
+        for (int J = 0; J < static_cast<int>(Second.size()); ++J) {
+          CrossPair(First, I, Second, J, Tol);
+        }
+      }
+      return;
+    }
+    const TBoxTree Tree(Second);
+    std::vector<int> Near;
+    for (int I = 0; I < static_cast<int>(First.size()); ++I) {
+      Near.clear();
+      Tree.Search(PieceAt(First, I).Box, Tol, Near);
+      for (const int J : Near) CrossPair(First, I, Second, J, Tol);
+    }
+  }
+
+  void CrossPair(const TPieces& First, int I, const TPieces& Second, int J, double Tol) {
+    const TPieceCrossing Crossing(PieceAt(First, I), PieceAt(Second, J), Tol);
+    for (const TPieceContact& Contact : Crossing.Contacts()) {
+      const TPlace Place{I, J, Contact};
+      if (FPlaces.Add(PointOnFirst(Place))) FContacts.push_back(Place);
+    }
+    for (const TPieceOverlap& Overlap : Crossing.Overlaps()) {
+      const TStretch Stretch{{I, J, Overlap.From}, {I, J, Overlap.To}};
+      FOverlapEnds.Add(PointOnFirst(Stretch.From));
+      FOverlapEnds.Add(PointOnFirst(Stretch.To));
+      FStretches.push_back(Stretch);
+    }
+  }
+
+  TPoint2D PointOnFirst(const TPlace& Place) const {
+    return PieceAt(FFirst, Place.Piece1).Eval(Place.At.U1);
+  }
+  TPointOnCurve2D OnFirst(const TPlace& Place) const {
+    return {PointOnFirst(Place), PieceAt(FFirst, Place.Piece1).CurveParam(Place.At.U1)};
+  }
+  TPointOnCurve2D OnSecond(const TPlace& Place) const {
+    const TCurvePiece& Piece = PieceAt(FSecond, Place.Piece2);
+    return {Piece.Eval(Place.At.U2), Piece.CurveParam(Place.At.U2)};
+  }
+
+  static std::uint64_t PairKey(int Piece1, int Piece2) {
+    return static_cast<std::uint64_t>(Piece1) << 32 | static_cast<std::uint32_t>(Piece2);
+  }
+
+  /// The stretch that `Next` continues, nullptr where it starts afresh.
+  TStretch* FormerOf(const TStretch& Next, std::vector<TStretch>& Joined,
+                     const std::unordered_multimap<std::uint64_t, std::size_t>& ByEnd) const {
+    for (int Piece1 = Next.From.Piece1 - 1; Piece1 <= Next.From.Piece1; ++Piece1) {
+      for (int Step = -1; Step <= 1; ++Step) {
+        const auto [First, Last] = ByEnd.equal_range(PairKey(Piece1, Next.From.Piece2 + Step));
+        for (auto It = First; It != Last; ++It) {
+          if (GoesOn(Joined[It->second], Next)) return &Joined[It->second];
+        }
+      }
+    }
+    return nullptr;
+  }
+
+  bool GoesOn(const TStretch& Former, const TStretch& Next) const {
+    return IsSamePlace(FFirst, Former.To.Piece1, Former.To.At.U1, Next.From.Piece1,
+                       Next.From.At.U1) &&
+           IsSamePlace(FSecond, Former.To.Piece2, Former.To.At.U2, Next.From.Piece2,
+                       Next.From.At.U2);
+  }
+
+  /// One place of a curve, seen from one piece or from two neighbours. The two ends of a circle are
+  /// not one place.
+  bool IsSamePlace(const TPieces& Pieces, int Piece1, double U1, int Piece2, double U2) const {
+    const bool IsNeighbour = (Piece2 == Piece1 + 1 && U1 == 1.0 && U2 == 0.0) ||
+                             (Piece2 == Piece1 - 1 && U1 == 0.0 && U2 == 1.0);
+    const bool IsWithin = Piece1 == Piece2 && std::abs(U1 - U2) < 0.5;
+    return (IsNeighbour || IsWithin) &&
+           PieceAt(Pieces, Piece1).Eval(U1).Equals(PieceAt(Pieces, Piece2).Eval(U2), FTol);
+  }
+
+  const TPieces FFirst;
+  const TPieces FSecond;
+  double FTol;
+  TDistinctPoints FPlaces{0.0};
+  TDistinctPoints FOverlapEnds{0.0};
+  std::vector<TPlace> FContacts;
+  std::vector<TStretch> FStretches;
+};
+
+}  // namespace
+
+void TGeCurve2D::IntersectCurve(const TGeCurve2D& Other, std::vector<TIntersect2D>& Results,
+                                const TGeTolerance& Tol) const {
+  TCurveMeeting Meeting(*this, Other, Tol);
+  Meeting.CrossPieces();
+  Meeting.JoinOverlaps();
+  Meeting.Give(Results);
+}
+
+}  // namespace tarnalgo

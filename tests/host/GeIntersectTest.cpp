@@ -1,0 +1,567 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <random>
+#include <vector>
+
+#include "host/Cadgeometry.h"
+#include "tests/support/Generate.h"
+
+namespace tarnalgo {
+namespace {
+
+using TCurve = std::unique_ptr<TGeCurve2D>;
+
+std::vector<TIntersect2D> Meet(const TGeCurve2D& A, const TGeCurve2D& B,
+                               const TGeTolerance& Tol = DefTol) {
+  std::vector<TIntersect2D> Results;
+  A.IntersectCurve(B, Results, Tol);
+  return Results;
+}
+
+// --- Random curves of every kind ---
+
+const char* const kKinds[] = {"line", "arc", "circle", "polyline", "poly-Bezier", "composite"};
+constexpr int kKindCount = 6;
+
+/// Makes curves from random numbers; mirrored it makes the mirror images (X negated) of the same.
+class TCurveMaker {
+ public:
+  TCurveMaker(unsigned Seed, bool IsMirrored) : FRandom(Seed), FIsMirrored(IsMirrored) {}
+
+  TCurve Make(int Kind) {
+    switch (Kind) {
+      case 0:
+        return std::make_unique<TGeLine2D>(Point(), Point());
+      case 1:
+        return Arc(Point(), Point());
+      case 2: {
+        const double Angle = test::RandomDouble(FRandom, 0, kFullTurn);
+        const double Sweep = test::RandomInt(FRandom, 0, 1) == 0 ? kFullTurn : -kFullTurn;
+        return std::make_unique<TGeCircularArc2D>(Point(), test::RandomDouble(FRandom, 1, 5),
+                                                  FIsMirrored ? kPi - Angle : Angle,
+                                                  FIsMirrored ? -Sweep : Sweep);
+      }
+      case 3: {
+        TDynPoints2D Points(static_cast<std::size_t>(test::RandomInt(FRandom, 3, 7)));
+        for (TPoint2D& P : Points) P = Point();
+        return std::make_unique<TGePolyline2D>(Points);
+      }
+      case 4: {
+        auto Curve = std::make_unique<TGePolyBezier2D>();
+        TPoint2D Last = Point();
+        for (int I = test::RandomInt(FRandom, 1, 3); I > 0; --I) Last = AddBezier(*Curve, Last);
+        return Curve;
+      }
+      default:
+        return Composite();
+    }
+  }
+
+ private:
+  TPoint2D Point() {
+    const TPoint2D P = test::RandomPoint(FRandom, -5, 5);
+    return FIsMirrored ? TPoint2D(-P.X, P.Y) : P;
+  }
+  TCurve Arc(const TPoint2D& From, const TPoint2D& To) {
+    double Bulge = test::RandomDouble(FRandom, -2, 2);
+    if (std::abs(Bulge) < 0.05) Bulge = 0.05;
+    return std::make_unique<TGeCircularArc2D>(From, FIsMirrored ? -Bulge : Bulge, To);
+  }
+  TPoint2D AddBezier(TGePolyBezier2D& Curve, const TPoint2D& From) {
+    const TPoint2D C1 = Point();
+    const TPoint2D C2 = Point();
+    const TPoint2D To = Point();
+    Curve.AddBezier({From, C1, C2, To});
+    return To;
+  }
+  TCurve Composite() {
+    auto Curve = std::make_unique<TGeCompositeCurve2D>();
+    TPoint2D Last = Point();
+    for (int I = test::RandomInt(FRandom, 2, 4); I > 0; --I) {
+      const int Kind = test::RandomInt(FRandom, 0, 2);
+      const TPoint2D Next = Point();
+      if (Kind == 0) Curve->AddCurve(std::make_unique<TGeLine2D>(Last, Next));
+      if (Kind == 1) Curve->AddCurve(Arc(Last, Next));
+      if (Kind == 2) {
+        auto Bezier = std::make_unique<TGePolyBezier2D>();
+        Bezier->AddBezier({Last, Point(), Point(), Next});
+        auto Nested = std::make_unique<TGeCompositeCurve2D>();
+        Nested->AddCurve(std::move(Bezier));
+        Curve->AddCurve(std::move(Nested));
+      }
+      Last = Next;
+    }
+    return Curve;
+  }
+
+  std::mt19937 FRandom;
+  bool FIsMirrored;
+};
+
+// --- The oracle: chords of a dense sampling, then Newton steps on differences ---
+
+/// Settles on a crossing from near it; false when there is none or it is too flat to be sure of.
+bool Settle(const TGeCurve2D& A, const TGeCurve2D& B, double& TA, double& TB) {
+  for (int Step = 0; Step < 20; ++Step) {
+    constexpr double kStep = 1e-7;
+    const TPoint2D Gap = B.PointAtParam(TB) - A.PointAtParam(TA);
+    const TPoint2D WayA = (A.PointAtParam(TA + kStep) - A.PointAtParam(TA - kStep)) / (2 * kStep);
+    const TPoint2D WayB = (B.PointAtParam(TB + kStep) - B.PointAtParam(TB - kStep)) / (2 * kStep);
+    const double Sine = WayA.CrossMul(WayB);
+    if (std::abs(Sine) < 0.02 * WayA.Mag() * WayB.Mag()) return false;
+    TA += Gap.CrossMul(WayB) / Sine;
+    TB += Gap.CrossMul(WayA) / Sine;
+  }
+  return A.PointAtParam(TA).Equals(B.PointAtParam(TB), 1e-9) && TA > 0 && TA < A.ParamTo() &&
+         TB > 0 && TB < B.ParamTo();
+}
+
+std::vector<TPoint2D> DenseCrossings(const TGeCurve2D& A, const TGeCurve2D& B) {
+  constexpr int kSamples = 240;  // a unit of parameter
+  const int CountA = static_cast<int>(A.ParamTo()) * kSamples;
+  const int CountB = static_cast<int>(B.ParamTo()) * kSamples;
+  std::vector<TPoint2D> OnA;
+  std::vector<TPoint2D> OnB;
+  for (int I = 0; I <= CountA; ++I) OnA.push_back(A.PointAtParam(I * (1.0 / kSamples)));
+  for (int I = 0; I <= CountB; ++I) OnB.push_back(B.PointAtParam(I * (1.0 / kSamples)));
+  std::vector<TPoint2D> Found;
+  for (std::size_t I = 0; I + 1 < OnA.size(); ++I) {
+    const TPoint2D WayA = OnA[I + 1] - OnA[I];
+    for (std::size_t J = 0; J + 1 < OnB.size(); ++J) {
+      const TPoint2D Between = OnB[J] - OnA[I];
+      const TPoint2D WayB = OnB[J + 1] - OnB[J];
+      if (WayA.CrossMul(Between) * WayA.CrossMul(Between + WayB) > 0.0) continue;
+      if (WayB.CrossMul(Between) * WayB.CrossMul(Between - WayA) > 0.0) continue;
+      double TA = (static_cast<double>(I) + 0.5) / kSamples;
+      double TB = (static_cast<double>(J) + 0.5) / kSamples;
+      if (Settle(A, B, TA, TB)) Found.push_back(A.PointAtParam(TA));
+    }
+  }
+  return Found;
+}
+
+double DistanceTo(const TGeCurve2D& Curve, const TPoint2D& P) {
+  double Distance = 0.0;
+  Curve.NearestParam(P, Distance);
+  return Distance;
+}
+
+bool HoldsPoint(const std::vector<TIntersect2D>& Results, const TPoint2D& P, double Eps) {
+  return std::any_of(Results.begin(), Results.end(),
+                     [&](const TIntersect2D& R) { return R.Point().Equals(P, Eps); });
+}
+
+/// What holds for whatever two curves answer.
+void ExpectSound(const TGeCurve2D& A, const TGeCurve2D& B,
+                 const std::vector<TIntersect2D>& Results) {
+  for (std::size_t I = 0; I < Results.size(); ++I) {
+    const TIntersect2D& R = Results[I];
+    for (const auto& [P, Q] :
+         {std::pair(R.OnFirst, R.OnSecond), std::pair(R.EndOnFirst, R.EndOnSecond)}) {
+      EXPECT_TRUE(P.Point.Equals(Q.Point, 1.1e-6)) << I;
+      EXPECT_TRUE(A.PointAtParam(P.Param).Equals(P.Point, 1e-9)) << I;
+      EXPECT_TRUE(B.PointAtParam(Q.Param).Equals(Q.Point, 1e-9)) << I;
+    }
+    if (I > 0) {
+      EXPECT_LE(Results[I - 1].OnFirst.Param, R.OnFirst.Param);
+    }
+    if (R.IsOverlap) {
+      EXPECT_LT(R.OnFirst.Param, R.EndOnFirst.Param);
+      for (int Step = 1; Step < 8; ++Step) {
+        const double T = std::lerp(R.OnFirst.Param, R.EndOnFirst.Param, Step / 8.0);
+        EXPECT_LE(DistanceTo(B, A.PointAtParam(T)), 1.1e-6);
+      }
+    }
+    for (std::size_t J = 0; J < I; ++J) {
+      if (R.IsOverlap || Results[J].IsOverlap) continue;
+      EXPECT_FALSE(R.Point().Equals(Results[J].Point()));
+    }
+  }
+}
+
+class TEveryPair : public testing::TestWithParam<int> {};
+
+TEST_P(TEveryPair, AgreesWithDenseSamplingThroughAllSymmetries) {
+  const int KindA = GetParam() / kKindCount;
+  const int KindB = GetParam() % kKindCount;
+  SCOPED_TRACE(testing::Message() << kKinds[KindA] << " against " << kKinds[KindB]);
+  int Crossings = 0;
+  for (unsigned Round = 0; Round < 40; ++Round) {
+    SCOPED_TRACE(testing::Message() << "round " << Round);
+    TCurveMaker Maker(1000 * Round + static_cast<unsigned>(GetParam()), false);
+    const TCurve A = Maker.Make(KindA);
+    const TCurve B = Maker.Make(KindB);
+    const auto Results = Meet(*A, *B);
+    ExpectSound(*A, *B, Results);
+    const auto Expected = DenseCrossings(*A, *B);
+    for (const TPoint2D& P : Expected)
+      EXPECT_TRUE(HoldsPoint(Results, P, 1e-7)) << P.X << " " << P.Y;
+    Crossings += static_cast<int>(Expected.size());
+
+    const auto ExpectSame = [&](const std::vector<TIntersect2D>& Other, double SignX) {
+      EXPECT_EQ(Results.size(), Other.size());
+      for (const TIntersect2D& R : Results) {
+        EXPECT_TRUE(HoldsPoint(Other, {SignX * R.Point().X, R.Point().Y}, 1e-7));
+      }
+    };
+    ExpectSame(Meet(*B, *A), 1.0);
+    const TCurve ReversedA = A->Clone();
+    ReversedA->Reverse();
+    ExpectSame(Meet(*ReversedA, *B), 1.0);
+    const TCurve ReversedB = B->Clone();
+    ReversedB->Reverse();
+    ExpectSame(Meet(*A, *ReversedB), 1.0);
+    TCurveMaker Mirror(1000 * Round + static_cast<unsigned>(GetParam()), true);
+    const TCurve MirroredA = Mirror.Make(KindA);
+    const TCurve MirroredB = Mirror.Make(KindB);
+    ExpectSame(Meet(*MirroredA, *MirroredB), -1.0);
+  }
+  EXPECT_GT(Crossings, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, TEveryPair, testing::Range(0, kKindCount* kKindCount));
+
+// A curve against its own copy, and against what follows from cutting it, overlaps as a whole.
+TEST(IntersectCurve, ACurveOverlapsItsCopyAndItsReversal) {
+  for (int Kind = 0; Kind < kKindCount; ++Kind) {
+    for (unsigned Round = 0; Round < 10; ++Round) {
+      SCOPED_TRACE(testing::Message() << kKinds[Kind] << " round " << Round);
+      TCurveMaker Maker(77 + Round, false);
+      const TCurve A = Maker.Make(Kind);
+      for (const bool IsReversed : {false, true}) {
+        const TCurve B = A->Clone();
+        if (IsReversed) B->Reverse();
+        const auto Results = Meet(*A, *B);
+        ExpectSound(*A, *B, Results);
+        const auto Overlap = std::find_if(Results.begin(), Results.end(),
+                                          [](const TIntersect2D& R) { return R.IsOverlap; });
+        ASSERT_NE(Results.end(), Overlap);
+        EXPECT_EQ(0.0, Overlap->OnFirst.Param);
+        EXPECT_EQ(A->ParamTo(), Overlap->EndOnFirst.Param);
+        EXPECT_EQ(IsReversed ? B->ParamTo() : 0.0, Overlap->OnSecond.Param);
+        EXPECT_EQ(IsReversed ? 0.0 : B->ParamTo(), Overlap->EndOnSecond.Param);
+        EXPECT_EQ(1, std::count_if(Results.begin(), Results.end(),
+                                   [](const TIntersect2D& R) { return R.IsOverlap; }));
+      }
+    }
+  }
+}
+
+TGePolyBezier2D OneBezier(const TBezierSegment2D& Segment) {
+  TGePolyBezier2D Curve;
+  Curve.AddBezier(Segment);
+  return Curve;
+}
+
+TEST(IntersectCurve, PartsOfOneBezierOverlapWhereBothAre) {
+  std::mt19937 Random(5);
+  for (int Round = 0; Round < 60; ++Round) {
+    SCOPED_TRACE(Round);
+    const TBezierSegment2D Whole(test::RandomPoint(Random, -5, 5), test::RandomPoint(Random, -5, 5),
+                                 test::RandomPoint(Random, -5, 5),
+                                 test::RandomPoint(Random, -5, 5));
+    TBezierSegment2D Head;
+    TBezierSegment2D Tail;
+    TBezierSegment2D Dropped;
+    Whole.Split(0.7, Head, Dropped);
+    Whole.Split(0.4, Dropped, Tail);
+    if (Round % 2 == 1) Tail = Tail.Reversed();
+    const TGePolyBezier2D A = OneBezier(Head);
+    const TGePolyBezier2D B = OneBezier(Tail);
+    const auto Results = Meet(A, B);
+    ExpectSound(A, B, Results);
+    int Overlaps = 0;
+    for (const TIntersect2D& R : Results) {
+      if (!R.IsOverlap) continue;
+      ++Overlaps;
+      EXPECT_NEAR(0.4 / 0.7, R.OnFirst.Param, 1e-6);
+      EXPECT_EQ(1.0, R.EndOnFirst.Param);
+      EXPECT_EQ(Round % 2 == 1 ? 1.0 : 0.0, R.OnSecond.Param);
+      EXPECT_NEAR(0.5, R.EndOnSecond.Param, 1e-6);  // the rest of 0.4 .. 1 up to 0.7
+    }
+    EXPECT_EQ(1, Overlaps);
+  }
+}
+
+// --- Places that count once, or not at all ---
+
+TGeLine2D Line(double X1, double Y1, double X2, double Y2) {
+  return {TPoint2D(X1, Y1), TPoint2D(X2, Y2)};
+}
+
+TGeCircularArc2D Circle(double X, double Y, double Radius, double StartAngle = 0.0,
+                        double Sweep = kFullTurn) {
+  return {TPoint2D(X, Y), Radius, StartAngle, Sweep};
+}
+
+TGePolyline2D Polyline(TDynPoints2D Points) {
+  return TGePolyline2D(std::move(Points));
+}
+
+/// A line, then an arc that leaves it tangentially.
+TGeCompositeCurve2D LineAndFillet() {
+  TGeCompositeCurve2D Curve;
+  Curve.AddCurve(Line(0, 0, 10, 0).Clone());
+  Curve.AddCurve(
+      std::make_unique<TGeCircularArc2D>(TPoint2D(10, 0), std::tan(kPi / 8), TPoint2D(12, 2)));
+  return Curve;
+}
+
+struct TMeetingCase {
+  const char* Name;
+  TCurve A;
+  TCurve B;
+  TDynPoints2D Points;
+  int Overlaps;
+};
+
+std::vector<TMeetingCase> MeetingCases() {
+  const TBezierSegment2D Arch({0, 0}, {0, 1}, {1, 1}, {1, 0});  // its top is (0.5, 0.75)
+  const TBezierSegment2D Bowl({0, 1.5}, {0, 0.5}, {1, 0.5}, {1, 1.5});
+  const TBezierSegment2D UnevenLine({0, 0}, {8, 0}, {9, 0}, {10, 0});
+  const TBezierSegment2D BackAndForth({0, 0}, {14, 0}, {14, 0}, {10, 0});
+  const TGePolyline2D Square = Polyline({{0, 0}, {4, 0}, {4, 4}, {0, 4}, {0, 0}});
+  std::vector<TMeetingCase> Cases;
+  const auto Add = [&](const char* Name, const TGeCurve2D& A, const TGeCurve2D& B,
+                       TDynPoints2D Points, int Overlaps) {
+    Cases.push_back({Name, A.Clone(), B.Clone(), std::move(Points), Overlaps});
+  };
+  // Tangents, and the tolerance on both sides of them.
+  Add("line touches circle", Line(-5, 1, 5, 1), Circle(0, 0, 1), {{0, 1}}, 0);
+  Add("line just beyond", Line(-5, 1 + 9e-7, 5, 1 + 9e-7), Circle(0, 0, 1), {{0, 1}}, 0);
+  Add("line beyond the band", Line(-5, 1 + 2e-6, 5, 1 + 2e-6), Circle(0, 0, 1), {}, 0);
+  Add("a lens thinner than the tolerance", Line(-5, 1 - 5e-7, 5, 1 - 5e-7), Circle(0, 0, 1),
+      {{0, 1}}, 0);
+  Add("circles touch outside", Circle(0, 0, 1), Circle(3, 0, 2, 1), {{1, 0}}, 0);
+  Add("circles touch inside", Circle(0, 0, 3), Circle(2, 0, 1, 1), {{3, 0}}, 0);
+  Add("one circle in another", Circle(0, 0, 3), Circle(1, 0, 1), {}, 0);
+  Add("circles of one centre", Circle(0, 0, 3), Circle(0, 0, 2), {}, 0);
+  Add("line touches Bezier", Line(-1, 0.75, 2, 0.75), OneBezier(Arch), {{0.5, 0.75}}, 0);
+  Add("Beziers touch", OneBezier(Arch), OneBezier(Bowl), {{0.5, 0.75}}, 0);
+  Add("circle touches Bezier", Circle(0.5, 1.75, 1), OneBezier(Arch), {{0.5, 0.75}}, 0);
+  // Shared ends and joints.
+  Add("ends meet", Line(0, 0, 1, 1), Line(1, 1, 2, 0), {{1, 1}}, 0);
+  Add("ends meet in one direction", Line(0, 0, 1, 0), Line(1, 0, 2, 0), {{1, 0}}, 0);
+  Add("ends within the tolerance", Line(0, 0, 1, 0), Line(1 + 9e-7, 0, 2, 0), {{1, 0}}, 0);
+  Add("ends beyond it", Line(0, 0, 1, 0), Line(1 + 2e-6, 0, 2, 0), {}, 0);
+  Add("through a vertex", Line(3, 5, 5, 3), Square, {{4, 4}}, 0);
+  Add("through the seam of a contour", Line(-1, -1, 1, 1), Square, {{0, 0}}, 0);
+  Add("through two vertices", Line(-1, -1, 5, 5), Square, {{0, 0}, {4, 4}}, 0);
+  Add("through the seam of a circle", Line(0, 0, 2, 0), Circle(0, 0, 1), {{1, 0}}, 0);
+  Add("seam on seam", Circle(2, 0, 1, kPi), Circle(0, 0, 1), {{1, 0}}, 0);
+  Add("through a tangential joint", Line(10, -1, 10, 1), LineAndFillet(), {{10, 0}}, 0);
+  Add("vertex on vertex", Polyline({{0, 0}, {1, 1}, {2, 0}}), Polyline({{0, 2}, {1, 1}, {2, 2}}),
+      {{1, 1}}, 0);
+  Add("halves of one circle", Circle(0, 0, 1, 0, kPi), Circle(0, 0, 1, kPi, kPi), {{1, 0}, {-1, 0}},
+      0);
+  // Overlaps.
+  Add("line within line", Line(0, 0, 10, 0), Line(7, 0, 3, 0), {{3, 0}, {7, 0}}, 1);
+  Add("line beside line", Line(0, 0, 10, 0), Line(4, 9e-7, 20, 9e-7), {{4, 0}, {10, 0}}, 1);
+  Add("line along two edges", Line(-1, 0, 9, 0), Polyline({{0, 0}, {2, 0}, {4, 0}, {4, 4}}),
+      {{0, 0}, {4, 0}}, 1);
+  Add("line along the side of a contour", Line(1, 0, 9, 0), Square, {{1, 0}, {4, 0}}, 1);
+  Add("edges cut differently", Polyline({{0, 0}, {1, 0}, {3, 0}, {6, 0}}),
+      Polyline({{5, 0}, {2, 0}, {1.5, 0}, {0.5, 0}}), {{0.5, 0}, {5, 0}}, 1);
+  Add("line into a fillet", Line(5, 0, 15, 0), LineAndFillet(), {{5, 0}, {10, 0}}, 1);
+  Add("arc on a circle", Circle(0, 0, 1, 1, 1), Circle(0, 0, 1),
+      {{std::cos(1), std::sin(1)}, {std::cos(2), std::sin(2)}}, 1);
+  Add("arc across the seam", Circle(0, 0, 1, 1, -2), Circle(0, 0, 1, 0, -kFullTurn),
+      {{std::cos(1), std::sin(1)}, {1, 0}, {std::cos(1), -std::sin(1)}}, 2);
+  Add("arcs common at both ends", Circle(0, 0, 1, 0, 4), Circle(0, 0, 1, 3, 4),
+      {{1, 0}, {std::cos(7), std::sin(7)}, {std::cos(3), std::sin(3)}, {std::cos(4), std::sin(4)}},
+      2);
+  Add("one circle, two seams", Circle(0, 0, 1, 0), Circle(0, 0, 1, kPi, -kFullTurn),
+      {{1, 0}, {-1, 0}}, 2);
+  Add("an arc as flat as its chord", TGeCircularArc2D(TPoint2D(0, 0), 1e-6, TPoint2D(1, 0)),
+      Line(0, 0, 1, 0), {{0, 0}, {1, 0}}, 1);
+  Add("straight Bezier along a line", OneBezier(UnevenLine), Line(5, 0, 20, 0), {{5, 0}, {10, 0}},
+      1);
+  // Degenerate curves.
+  Add("point on a line", Line(3, 0, 3, 0), Line(0, 0, 9, 0), {{3, 0}}, 0);
+  Add("point off a line", Line(3, 1, 3, 1), Line(0, 0, 9, 0), {}, 0);
+  Add("point on a circle", Polyline({{1, 0}}), Circle(0, 0, 1), {{1, 0}}, 0);
+  Add("circle of no radius", Circle(3, 0, 0), Line(0, 0, 9, 0), {{3, 0}}, 0);
+  Add("arc of no sweep", Circle(2, 0, 1, 0, 0), Line(0, 0, 9, 0), {{3, 0}}, 0);
+  Add("vertices repeated", Polyline({{0, 0}, {0, 0}, {1, 1}, {1, 1}, {1, 1}, {2, 0}}),
+      Line(1, 0, 1, 5), {{1, 1}}, 0);
+  Add("Bezier that is a point", OneBezier({{3, 0}, {3, 0}, {3, 0}, {3, 0}}), Line(0, 0, 9, 0),
+      {{3, 0}}, 0);
+  Add("Bezier that turns back on itself", OneBezier(BackAndForth), Line(5, -1, 5, 1), {{5, 0}}, 0);
+  Add("nothing", TGePolyline2D(), Line(0, 0, 9, 0), {}, 0);
+  return Cases;
+}
+
+void ExpectMeeting(const TMeetingCase& Case, const TGeCurve2D& A, const TGeCurve2D& B) {
+  const auto Results = Meet(A, B);
+  ExpectSound(A, B, Results);
+  int Overlaps = 0;
+  TDynPoints2D Points;
+  for (const TIntersect2D& R : Results) {
+    if (R.IsOverlap) ++Overlaps;
+    for (const TPoint2D& P : {R.OnFirst.Point, R.EndOnFirst.Point}) {
+      if (std::none_of(Points.begin(), Points.end(), [&](auto& Q) { return Q.Equals(P); })) {
+        Points.push_back(P);
+      }
+    }
+  }
+  EXPECT_EQ(Case.Overlaps, Overlaps);
+  EXPECT_EQ(Case.Points.size(), Points.size());
+  for (const TPoint2D& P : Case.Points) {
+    EXPECT_TRUE(
+        std::any_of(Points.begin(), Points.end(), [&](auto& Q) { return Q.Equals(P, 1.1e-6); }))
+        << P.X << " " << P.Y;
+  }
+}
+
+TEST(IntersectCurve, EveryPlaceCountsOnce) {
+  for (const TMeetingCase& Case : MeetingCases()) {
+    SCOPED_TRACE(Case.Name);
+    for (int Variant = 0; Variant < 4; ++Variant) {
+      SCOPED_TRACE(Variant);
+      const TCurve A = Case.A->Clone();
+      const TCurve B = Case.B->Clone();
+      if (Variant & 1) A->Reverse();
+      if (Variant & 2) B->Reverse();
+      ExpectMeeting(Case, *A, *B);
+      ExpectMeeting(Case, *B, *A);
+      // Inside a composite nothing changes.
+      TGeCompositeCurve2D Outer;
+      Outer.AddCurve(B->Clone());
+      ExpectMeeting(Case, *A, Outer);
+      ExpectMeeting(Case, Outer, *A);
+    }
+  }
+}
+
+TEST(IntersectCurve, TwoCubicsCrossNineTimes) {
+  // y = T3(x) and x = T3(y), T3 the Chebyshev polynomial: at the nine roots of T9(x) = x.
+  const TGePolyBezier2D A = OneBezier({{-1, -1}, {-1.0 / 3, 5}, {1.0 / 3, -5}, {1, 1}});
+  const TGePolyBezier2D B = OneBezier({{-1, -1}, {5, -1.0 / 3}, {-5, 1.0 / 3}, {1, 1}});
+  const auto Results = Meet(A, B);
+  ExpectSound(A, B, Results);
+  ASSERT_EQ(9u, Results.size());
+  for (int K = 0; K < 9; ++K) {
+    // T9(cos a) = cos 9a = cos a where a is a multiple of a quarter or of a fifth of π.
+    const double Angle = K < 5 ? K * kPi / 4 : (K - 4) * kPi / 5;
+    const double X = std::cos(Angle);
+    EXPECT_TRUE(HoldsPoint(Results, {X, std::cos(3 * Angle)}, 1e-12)) << K;
+  }
+}
+
+TEST(IntersectCurve, AppendsAndKeepsWhatIsThere) {
+  std::vector<TIntersect2D> Results(1);
+  Line(0, 0, 2, 2).IntersectCurve(Line(0, 2, 2, 0), Results, DefTol);
+  Line(0, 0, 2, 2).IntersectCurve(Line(0, 4, 2, 4), Results, DefTol);
+  ASSERT_EQ(2u, Results.size());
+  EXPECT_EQ(TPoint2D(1, 1), Results[1].Point());
+  EXPECT_EQ(0.5, Results[1].OnFirst.Param);
+  EXPECT_EQ(0.5, Results[1].OnSecond.Param);
+}
+
+TEST(IntersectCurve, WiderToleranceMeetsWhatItReaches) {
+  const TGeTolerance Wide(0.1, 0.1);
+  EXPECT_TRUE(Meet(Line(0, 0, 1, 0), Line(1.05, 0, 2, 1)).empty());
+  const auto Ends = Meet(Line(0, 0, 1, 0), Line(1.05, 0, 2, 1), Wide);
+  ASSERT_EQ(1u, Ends.size());
+  EXPECT_EQ(TPoint2D(1, 0), Ends[0].OnFirst.Point);
+  EXPECT_EQ(TPoint2D(1.05, 0), Ends[0].OnSecond.Point);
+  const auto Beside = Meet(Line(0, 0, 5, 0), Line(1, 0.05, 3, -0.05), Wide);
+  ASSERT_EQ(1u, Beside.size());
+  EXPECT_TRUE(Beside[0].IsOverlap);
+}
+
+TEST(IntersectCurve, ManyPiecesMeetInEveryCrossing) {
+  constexpr int kTeeth = 10000;
+  TDynPoints2D Zigzag;
+  TDynPoints2D Steps;
+  for (int I = 0; I <= kTeeth; ++I) {
+    Zigzag.push_back({static_cast<double>(I), I % 2 == 0 ? -1.0 : 1.0});
+    Steps.push_back({I + 0.25, 0.0});
+  }
+  const auto Results = Meet(Polyline(Zigzag), Polyline(Steps));
+  ASSERT_EQ(static_cast<std::size_t>(kTeeth), Results.size());
+  for (int I = 0; I < kTeeth; ++I) {
+    EXPECT_NEAR(I + 0.5, Results[static_cast<std::size_t>(I)].OnFirst.Param, 1e-9);
+    EXPECT_NEAR(I + 0.25, Results[static_cast<std::size_t>(I)].OnSecond.Param, 1e-9);
+  }
+  // A long run of collinear edges joins to one overlap.
+  const auto Along = Meet(Polyline(Steps), Line(0, 0, kTeeth, 0));
+  ASSERT_EQ(1u, Along.size());
+  EXPECT_TRUE(Along[0].IsOverlap);
+  EXPECT_NEAR(kTeeth - 0.25, Along[0].EndOnFirst.Param, 1e-9);
+}
+
+TEST(IntersectCurve, EqualPointsByTheMillionAreOne) {
+  const TGePolyline2D Heap = Polyline(TDynPoints2D(1000000, TPoint2D(2, 3)));
+  EXPECT_EQ(1u, Meet(Heap, Heap).size());
+  EXPECT_EQ(1u, Meet(Line(0, 3, 5, 3), Heap).size());
+  EXPECT_TRUE(Meet(Line(0, 4, 5, 4), Heap).empty());
+}
+
+TEST(IntersectCurve, BeziersJustBesideEachOtherEndInBoundedWork) {
+  const TBezierSegment2D Base({0, 0}, {3, 5}, {7, -5}, {10, 0});
+  for (const double Offset : {1.5e-6, 1e-5, 1e-3}) {
+    TBezierSegment2D Beside = Base;
+    for (TPoint2D* P : {&Beside.P0, &Beside.P1, &Beside.P2, &Beside.P3}) P->Y += Offset;
+    const TGePolyBezier2D A = OneBezier(Base);
+    const TGePolyBezier2D B = OneBezier(Beside);
+    ExpectSound(A, B, Meet(A, B));
+    EXPECT_LE(Meet(A, B, {0.0, 0.0}).size(), 64u);
+  }
+}
+
+TEST(IntersectCurve, SurvivesWhateverItIsGiven) {
+  const double kInf = std::numeric_limits<double>::infinity();
+  const double Values[] = {0.0,   1.0,   -1.0,    5e-324, 1e-200,
+                           1e150, 1e300, 1.7e308, kInf,   std::nan("")};
+  std::mt19937 Random(3);
+  const auto Value = [&] { return Values[test::RandomInt(Random, 0, 9)]; };
+  const auto Point = [&] {
+    const double X = Value();
+    return TPoint2D(X, Value());
+  };
+  const auto Curve = [&]() -> TCurve {
+    switch (test::RandomInt(Random, 0, 3)) {
+      case 0:
+        return std::make_unique<TGeLine2D>(Point(), Point());
+      case 1:
+        return std::make_unique<TGeCircularArc2D>(Point(),
+                                                  std::abs(Values[test::RandomInt(Random, 0, 7)]),
+                                                  1.0, test::RandomInt(Random, -7, 7));
+      case 2:
+        return std::make_unique<TGePolyline2D>(TDynPoints2D{Point(), Point(), Point(), Point()});
+      default:
+        return OneBezier({Point(), Point(), Point(), Point()}).Clone();
+    }
+  };
+  for (int Round = 0; Round < 4000; ++Round) {
+    const TCurve A = Curve();
+    const TCurve B = Curve();
+    for (const double Tol : {1e-6, 0.0, -1.0, std::nan(""), kInf, 1e300}) {
+      const auto Results = Meet(*A, *B, {Tol, Tol});
+      EXPECT_LE(Results.size(), 200u);
+    }
+  }
+}
+
+TEST(IntersectCurve, ScalesFromTheTinyToTheHuge) {
+  for (const double Scale : {1e-150, 1e-3, 1.0, 1e100, 1e300}) {
+    SCOPED_TRACE(Scale);
+    const TPoint2D Middle = TPoint2D(1, 1) * Scale;
+    const auto Lines =
+        Meet(TGeLine2D({0, 0}, TPoint2D(2, 2) * Scale),
+             TGeLine2D(TPoint2D(0, 2) * Scale, TPoint2D(2, 0) * Scale), {1e-9 * Scale, 0});
+    ASSERT_EQ(1u, Lines.size());
+    EXPECT_TRUE(Lines[0].Point().Equals(Middle, 1e-12 * Scale));
+    EXPECT_EQ(2u, Meet(TGeLine2D(TPoint2D(-2, 0) * Scale, TPoint2D(2, 0) * Scale),
+                       TGeCircularArc2D(TPoint2D(0, 0), Scale, 1.0, kFullTurn), {1e-9 * Scale, 0})
+                      .size());
+  }
+}
+
+}  // namespace
+}  // namespace tarnalgo
