@@ -11,9 +11,12 @@
 #include "geometryAlgo/VedaType/RTree.h"
 
 #ifdef TARNALGO_BENCH_BOOST
+#define BOOST_ALLOW_DEPRECATED_HEADERS
+#include <boost/geometry.hpp>
 #include <boost/geometry/geometries/box.hpp>
 #include <boost/geometry/geometries/point_xy.hpp>
 #include <boost/geometry/index/rtree.hpp>
+#include <boost/iterator/function_output_iterator.hpp>
 #endif
 
 namespace tarnalgo {
@@ -79,8 +82,9 @@ class TBoostTree {
     }
   }
   void Search(const TVRect2D& Window, std::vector<int>& Result) const {
-    const auto Meets = bg::index::intersects(BoxOf(Window));
-    for (auto It = FTree.qbegin(Meets); It != FTree.qend(); ++It) Result.push_back(It->second);
+    FTree.query(bg::index::intersects(BoxOf(Window)),
+                boost::make_function_output_iterator(
+                    [&Result](const auto& Value) { Result.push_back(Value.second); }));
   }
   void Remove(const TScene& Scene, int Id) {
     FTree.remove({BoxOf(Scene.Boxes[static_cast<std::size_t>(Id)]), Id});
