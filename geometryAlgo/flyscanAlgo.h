@@ -1,5 +1,6 @@
 #pragma once  // geometryAlgo/flyscanAlgo.h
 
+#include "geometryAlgo/flyscanAlgo/CrossTool.h"          // TCrossTool
 #include "geometryAlgo/flyscanAlgo/FlyCurve.h"           // TFlyCurve, TFlyLine, TFlyCircle
 #include "geometryAlgo/flyscanAlgo/FlyCurves.h"          // TFlyCurves, TOwningFlyCurves
 #include "geometryAlgo/flyscanAlgo/FlyHoles.h"           // TFlyHoles, TGeToDataDic
