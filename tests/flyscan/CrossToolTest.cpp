@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <random>
 #include <vector>
@@ -217,6 +218,25 @@ void CheckCrossings(const TGeCurve2D& A, const TGeCurve2D& B, const std::vector<
                             [&P](const TPoint2D& Q) { return P.Equals(Q, 5e-3); }))
         << "missed near " << P.X << ", " << P.Y;
   }
+}
+
+TEST(TCrossTool, TakesConnectionsOfAnyCoordinates) {
+  const double Odd[] = {std::nan(""), std::numeric_limits<double>::infinity(), 1e300, 1e18, 5e-324};
+  for (const double Value : Odd) {
+    for (const std::vector<TPoint2D>& Points : {std::vector<TPoint2D>{{5, 5}, {Value, 5}},
+                                                {{-Value, Value}, {Value, -Value}},
+                                                {{Value, Value}, {Value, Value}}}) {
+      const TGeCompositeCurve2D TransLine = Connection(Points);
+      TGeCompositeCurve2D Hole = Connection(kSquare);
+      Hole.AddCurve(std::make_unique<TGeLine2D>(TPoint2D(0, 0), TPoint2D(Value, Value)));
+      Crosses(TransLine, Hole.Clone());
+      Crosses(TransLine, std::make_unique<TGePolyline2D>(Hole.Sample(0.1)));
+      Crosses(TransLine, std::make_unique<TGeCircularArc2D>(TPoint2D(Value, 5), 5.0, 0.0, 3.0));
+      Crosses(TransLine, BezierCircle());
+    }
+  }
+  EXPECT_TRUE(Crosses(Connection({{-1e300, 5}, {1e300, 5}}),
+                      std::make_unique<TGeCompositeCurve2D>(Connection(kSquare))));
 }
 
 // Connections from outline to outline, some grazing: the index must not lose a hole.
