@@ -39,21 +39,23 @@ double TMathUtils::CycDist(double A, double B, double Period, double Eps) {
 }
 
 int TMathUtils::CalcQuadraticEquation(double A, double B, double C, double& X1, double& X2) {
+  if (!std::isfinite(A) || !std::isfinite(B) || !std::isfinite(C)) return 0;
   if (A == 0.0) {  // exact: any other leading coefficient makes a quadratic
     if (B == 0.0) return 0;
     X1 = X2 = -C / B;
     return 1;
   }
-  const double Discriminant = B * B - 4.0 * A * C;
-  if (!(Discriminant >= 0.0)) return 0;
-  if (Discriminant == 0.0) {
-    X1 = X2 = -B / (2.0 * A);
+  // Extended precision: the products neither overflow nor lose the digits of a small difference.
+  const long double Discriminant = static_cast<long double>(B) * B - 4.0L * A * C;
+  if (!(Discriminant >= 0.0L)) return 0;
+  if (Discriminant == 0.0L) {
+    X1 = X2 = static_cast<double>(-B / (2.0L * A));
     return 1;
   }
   // Adds numbers of one sign, then takes the other root from the product of the two.
-  const double Q = -0.5 * (B + std::copysign(std::sqrt(Discriminant), B));
-  const double R1 = Q / A;
-  const double R2 = C / Q;
+  const long double Sum = B + std::copysign(std::sqrt(Discriminant), static_cast<long double>(B));
+  const auto R1 = static_cast<double>(Sum / (-2.0L * A));
+  const auto R2 = static_cast<double>(-2.0L * C / Sum);
   X1 = std::min(R1, R2);
   X2 = std::max(R1, R2);
   return 2;

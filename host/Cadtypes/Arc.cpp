@@ -72,7 +72,9 @@ class TArcOverlap {
     const double TurnB = CoveredTurn(B);
     const bool SameSense = (A.SweepAngle >= 0.0) == (B.SweepAngle >= 0.0);
     const double First = TurnedTo(A, SameSense ? B.StartAngle : B.StartAngle + B.SweepAngle);
-    if (TurnA >= kFullTurn) {
+    if (TurnB >= kFullTurn) {
+      Keep(0.0, TurnA);
+    } else if (TurnA >= kFullTurn) {
       Keep(First, First + TurnB);  // no seam to cut it in two
     } else {
       Keep(std::max(First, 0.0), std::min(First + TurnB, TurnA));
@@ -86,7 +88,6 @@ class TArcOverlap {
     if (Width(Widest) > FSlack) {
       I1 = PointAt(FSpans[Widest].Low);
       I2 = PointAt(FSpans[Widest].High);
-      if (I2.Param1 < I1.Param1) std::swap(I1, I2);
       return 2;
     }
     I1 = PointAt(FSpans[0].Low + Width(0) / 2);

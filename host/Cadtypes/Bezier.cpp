@@ -95,6 +95,8 @@ class TFootFinder {
 
   /// Beyond this depth an interval is narrower than the steps between parameters.
   static constexpr int kDeepest = 60;
+  /// Every second step at worst halves a bracket that has 64 bits.
+  static constexpr int kMostSteps = 200;
 
   static int SignVariations(const TCoefficients& F) {
     int Variations = 0;
@@ -134,22 +136,25 @@ class TFootFinder {
     return *std::find_if(F.begin(), F.end(), [](long double C) { return C != 0.0L; });
   }
 
-  /// The one change from − to + between `Low` and `High`: Newton steps, each kept inside the
-  /// bracket or replaced by its middle.
+  /// The one change from − to + between `Low` and `High`: Newton steps, replaced by halving the
+  /// bracket where they leave it or do not at least halve.
   long double Refine(long double Low, long double High) const {
     long double T = Low + (High - Low) / 2;
-    for (int Step = 0; Step < 200; ++Step) {
+    long double LastStep = High - Low;
+    for (int Round = 0; Round < kMostSteps; ++Round) {
       const TExtPoint2D Position = FCurve.Position(T);
       const TExtPoint2D Velocity = FCurve.Velocity(T);
       const long double F = Position.DotMul(Velocity);
+      if (F == 0.0L) break;
       (F < 0.0L ? Low : High) = T;
       const long double Slope = Velocity.DotMul(Velocity) + Position.DotMul(FCurve.Acceleration(T));
       long double Next = T - F / Slope;
-      // Two steps in three by Newton; the third halves, whatever Newton makes of it.
-      if (!(Next > Low && Next < High) || Step % 3 == 2) Next = Low + (High - Low) / 2;
-      const bool IsSettled = std::abs(Next - T) <= kExtendedNoise || !(Next > Low && Next < High);
+      if (!(Next > Low && Next < High && std::abs(Next - T) <= LastStep / 2)) {
+        Next = Low + (High - Low) / 2;
+      }
+      if (!(Next > Low && Next < High)) break;  // nothing lies between the two
+      LastStep = std::abs(Next - T);
       T = Next;
-      if (IsSettled || F == 0.0L) break;
     }
     return T;
   }

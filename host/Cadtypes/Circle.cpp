@@ -11,15 +11,14 @@ namespace tarnalgo {
 namespace {
 
 /// Four times the area of the triangle with these sides, 0 when there is none. Kahan's form: the
-/// brackets keep every difference exact for a needle too.
-double FourfoldArea(double A, double B, double C) {
+/// brackets keep the digits of a needle too.
+long double FourfoldArea(long double A, long double B, long double C) {
   if (A < B) std::swap(A, B);
-  if (A < C) std::swap(A, C);
   if (B < C) std::swap(B, C);
-  const double Needle = C - (A - B);
-  if (!(Needle > 0.0)) return 0.0;
-  return std::sqrt(A + (B + C)) * std::sqrt(Needle) * std::sqrt(C + (A - B)) *
-         std::sqrt(A + (B - C));
+  if (A < B) std::swap(A, B);
+  const long double Needle = C - (A - B);
+  if (!(Needle > 0.0L)) return 0.0L;
+  return std::sqrt((A + (B + C)) * Needle * (C + (A - B)) * (A + (B - C)));
 }
 
 }  // namespace
@@ -62,7 +61,8 @@ int TCircle2D::Intersect(const TCircle2D& Circle, TIntersectPoint2D& I1,
     return 1;
   }
   const double Along = (Dist - (Large - Small) * (Sum / Dist)) / 2;
-  const double Across = FourfoldArea(Dist, Radius, Circle.Radius) / (2 * Dist);
+  const auto Across =
+      static_cast<double>(FourfoldArea(Dist, Radius, Circle.Radius) / (2.0L * Dist));
   const TPoint2D Foot = Origin + Ahead * Along;
   I1 = Result(Foot + Way.RotateCw90() * Across);
   I2 = Result(Foot + Way.RotateCcw90() * Across);

@@ -5,6 +5,7 @@
 namespace tarnalgo {
 
 bool TGeInterval::IntersectWith(const TGeInterval& I, TGeInterval& Result) const {
+  if (!(Lower <= Upper && I.Lower <= I.Upper)) return false;
   const double Low = std::max(Lower, I.Lower);
   const double High = std::min(Upper, I.Upper);
   const double Slack = std::max(Tol, I.Tol);

@@ -43,7 +43,7 @@ struct TGeInterval {
 
   /// The intervals meet: touching counts, and so does a gap of up to the larger `Tol`. `Result`
   /// receives the common part (the middle of the gap when they meet across one), and is untouched
-  /// when they do not meet.
+  /// when they do not meet. An interval with a NaN for a bound meets none.
   bool IntersectWith(const TGeInterval& I, TGeInterval& Result) const;
 };
 
