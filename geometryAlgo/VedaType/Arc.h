@@ -12,6 +12,12 @@ namespace tarnalgo {
 
 class TVPolyline2D;
 
+/// For calls that must not compile: not exactly `bool`, or not both of two.
+template <class T, class TOther = bool>
+concept TNotFlags = !std::same_as<T, bool> || !std::same_as<TOther, bool>;
+template <class T>
+concept TNeitherFlagNorNumber = !std::same_as<T, bool> && !std::same_as<T, double>;
+
 /// A circular arc: the part of the circle about `Center` through `StartPoint` that runs from
 /// `StartPoint` to `EndPoint`, clockwise when `IsClockwise` is set, counter-clockwise otherwise.
 ///
@@ -28,8 +34,8 @@ struct TVArc2D {
 
   // --- Constructors ---
   //
-  // A number where a flag belongs, or a flag where a number belongs, does not compile. The last two
-  // forms take their flags in opposite order.
+  // Flags are `bool` and the bulge is `double`, exactly: an integer in their place would choose the
+  // wrong form and does not compile. The last two forms take their flags in opposite order.
 
   constexpr TVArc2D() = default;
   /// From polar angles, clockwise for a negative sweep. A sweep from 2π on is the full circle; any
@@ -59,23 +65,16 @@ struct TVArc2D {
   /// "[Error]TVArc2D.Create: 不存在此参数对应的圆".
   TVArc2D(const TVLine2D& Chord, double ARadius, bool AIsClockwise, bool IsLargeArc);
 
-  template <class T>
-  requires(!std::same_as<T, bool> && !std::same_as<T, double>)
-      TVArc2D(const TPoint2D& P1, const TPoint2D& P2, T BulgeOrIsClockwise)
-  = delete;
-  template <class T>
-  requires(!std::same_as<T, bool>) TVArc2D(const TPoint2D& ACenter, const TPoint2D& AStartPoint,
-                                           const TPoint2D& AEndPoint, T AIsClockwise)
-  = delete;
-  template <class T1, class T2>
-  requires(!std::same_as<T1, bool> || !std::same_as<T2, bool>)
-      TVArc2D(const TPoint2D& AStartPoint, const TPoint2D& AEndPoint, double ARadius, T1 IsLargeArc,
-              T2 AIsClockwise)
-  = delete;
-  template <class T1, class T2>
-  requires(!std::same_as<T1, bool> || !std::same_as<T2, bool>)
-      TVArc2D(const TVLine2D& Chord, double ARadius, T1 AIsClockwise, T2 IsLargeArc)
-  = delete;
+  template <TNeitherFlagNorNumber T>
+  TVArc2D(const TPoint2D& P1, const TPoint2D& P2, T IsClockwiseOrBulge) = delete;
+  template <TNotFlags T>
+  TVArc2D(const TPoint2D& ACenter, const TPoint2D& AStartPoint, const TPoint2D& AEndPoint,
+          T AIsClockwise) = delete;
+  template <class T2, TNotFlags<T2> T1>
+  TVArc2D(const TPoint2D& AStartPoint, const TPoint2D& AEndPoint, double ARadius, T1 IsLargeArc,
+          T2 AIsClockwise) = delete;
+  template <class T2, TNotFlags<T2> T1>
+  TVArc2D(const TVLine2D& Chord, double ARadius, T1 AIsClockwise, T2 IsLargeArc) = delete;
 
   // --- Measures ---
 

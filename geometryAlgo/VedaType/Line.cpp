@@ -22,6 +22,10 @@ double CrossingParam(const TVLine2D& Line, const TVLine2D& Other) {
   return static_cast<double>((OtherStart - Start).CrossMul(OtherV) / V.CrossMul(OtherV));
 }
 
+bool IsFinite(const TPoint2D& P) {
+  return std::isfinite(P.X) && std::isfinite(P.Y);
+}
+
 /// One end of a clipped segment: its parameter, and which side of the box cut it there.
 struct TCut {
   enum class TBy { None, SideX, SideY };
@@ -35,13 +39,14 @@ struct TCut {
 /// False when nothing is left.
 bool ClipCoordinate(double Start, double End, double Low, double High, TCut::TBy By, TCut& From,
                     TCut& To) {
-  if (Start == End) return Low <= Start && Start <= High;  // exact: never enters or leaves
+  // What is beside the box, or cut at all, is asked of the coordinates: parameters round.
+  if (std::max(Start, End) < Low || std::min(Start, End) > High) return false;
   const bool Rising = Start < End;
   const auto CutAt = [&](double Side) {
-    // Halves: the difference of two huge coordinates would overflow.
-    return TCut{(0.5 * Side - 0.5 * Start) / (0.5 * End - 0.5 * Start), By, Side};
+    // Extended: the difference of two huge coordinates would overflow.
+    const long double Run = static_cast<long double>(End) - Start;
+    return TCut{static_cast<double>((static_cast<long double>(Side) - Start) / Run), By, Side};
   };
-  // Whether there is a cut at all is asked of the coordinates: parameters round.
   if (Rising ? Start < Low : Start > High) {
     const TCut Enter = CutAt(Rising ? Low : High);
     if (Enter.T >= From.T) From = Enter;
@@ -114,7 +119,7 @@ std::optional<TVLine2D> TVLine2D::ClipBy(const TVRect2D& Box) const {
   TCut From{0.0};
   TCut To{1.0};
   using enum TCut::TBy;
-  if (!Box.IsValid() || !BoundBox().IsValid() ||
+  if (!Box.IsValid() || !IsFinite(StartPoint) || !IsFinite(EndPoint) ||
       !ClipCoordinate(StartPoint.X, EndPoint.X, Box.Left, Box.Right, SideX, From, To) ||
       !ClipCoordinate(StartPoint.Y, EndPoint.Y, Box.Bottom, Box.Top, SideY, From, To)) {
     return std::nullopt;

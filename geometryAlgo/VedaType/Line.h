@@ -56,8 +56,8 @@ struct TVLine2D {
   /// This segment turned by 90° counter-clockwise about its centre.
   TVLine2D PerpendicularBisector() const;
   /// The part inside the closed box, in the same direction, a point where the segment only touches
-  /// it; nothing when it misses the box. An end inside the box stays exactly what it is, a cut end
-  /// lies exactly on the side that cuts it. No tolerance.
+  /// it; nothing when it misses the box or is not finite. An end inside the box stays exactly what
+  /// it is, a cut end lies exactly on the side that cuts it. No tolerance.
   std::optional<TVLine2D> ClipBy(const TVRect2D& Box) const;
 
   // --- Points and parameters ---

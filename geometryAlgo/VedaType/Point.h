@@ -24,12 +24,16 @@ struct TLWPoint2D {
   double Bulge = 0.0;
 
   constexpr TLWPoint2D() = default;
-  constexpr explicit TLWPoint2D(const TPoint2D& APt, double ABulge = 0.0)
-      : Pt(APt), Bulge(ABulge) {}
+  constexpr explicit TLWPoint2D(const TPoint2D& APt) : Pt(APt) {}
+  constexpr TLWPoint2D(const TPoint2D& APt, double ABulge) : Pt(APt), Bulge(ABulge) {}
 };
 
 // Lists of vertices hold these 24 bytes and nothing else.
 static_assert(sizeof(TLWPoint2D) == 24);
+
+/// For calls that must not compile: at least one of the two is a floating-point number.
+template <class T, class TOther>
+concept TNotIntegers = std::floating_point<T> || std::floating_point<TOther>;
 
 /// A point of an integer lattice: two signed 64-bit integers.
 ///
@@ -42,9 +46,8 @@ struct TPointL2D {
   constexpr TPointL2D() = default;
   constexpr TPointL2D(std::int64_t AX, std::int64_t AY) : X(AX), Y(AY) {}
   /// Coordinates that are not integers need the rounding of `TPointL2D(TPoint2D)`.
-  template <class TX, class TY>
-  requires(std::floating_point<TX> || std::floating_point<TY>) TPointL2D(TX AX, TY AY)
-  = delete;
+  template <class TY, TNotIntegers<TY> TX>
+  TPointL2D(TX AX, TY AY) = delete;
   /// Each coordinate rounded to the nearest integer, exact halves to even. Beyond the 64 bits the
   /// nearest integer that exists; NaN gives 0.
   explicit TPointL2D(const TPoint2D& P);

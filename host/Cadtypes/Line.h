@@ -49,9 +49,9 @@ struct TLine2D {
   /// Meeting of the two segments, ends included: 0, 1, or 2 when they overlap along a stretch,
   /// whose ends are then `I1` and `I2` in this segment's order.
   /// Tolerance: `Eps`, a length. An end at most `Eps` from the other segment touches it; two
-  /// touches more than `Eps` apart along both segments bound an overlap. Ties: an end that touches
-  /// within `Eps` of the crossing stands for it, bit for bit: the one nearest to the other segment,
-  /// of equally near ones this segment's, its start first.
+  /// touches more than `Eps` apart along both segments bound an overlap.
+  /// Ties: an end that touches within `Eps` of the crossing stands for it, bit for bit: the one
+  /// nearest to the other segment, of equally near ones this segment's, its start first.
   int Intersect(const TLine2D& L, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
                 double Eps = kLinearTolerance) const;
 
