@@ -20,6 +20,13 @@ constexpr double kClearSine = 0.05;
 /// lens between them are told apart.
 constexpr double kLeastFlatness = 1e-10;
 
+/// Parameter: a part that spans less is not halved any more.
+constexpr double kLeastSpan = 1e-13;
+
+/// Ratio of lengths from which the longer part is halved although it is flat: the boxes of the two
+/// tell more when they are of like size.
+constexpr double kMuchLonger = 8.0;
+
 constexpr int kNewtonSteps = 16;
 
 /// A part of a cubic with the strip that holds it.
@@ -49,6 +56,7 @@ struct TPart {
     }
     return High - Low;
   }
+  bool IsShort() const { return Span.To - Span.From < kLeastSpan; }
   double ChordLength() const { return Curve.P0.DistanceTo(Curve.P3); }
   double Middle() const { return (Span.From + Span.To) / 2; }
 
@@ -120,8 +128,10 @@ class TCubicCrosser {
     const TPart& B = Pair.B;
     if (BoxesAreApart(A, B) || A.Misses(B, FTol) || B.Misses(A, FTol)) return;
     if (DirectionsDiffer(A, B) && FindOnlyCrossing(A, B)) return;
-    if (A.Flatness() <= FFlat && B.Flatness() <= FFlat) return LookAtFlat(A, B);
-    Split(A, B);
+    const bool IsFlatA = A.Flatness() <= FFlat || A.IsShort();
+    const bool IsFlatB = B.Flatness() <= FFlat || B.IsShort();
+    if (IsFlatA && IsFlatB) return LookAtFlat(A, B);
+    Split(A, !IsFlatA, B, !IsFlatB);
   }
 
   /// Parts of a monotone cubic are boxed by their ends.
@@ -236,13 +246,16 @@ class TCubicCrosser {
     }
   }
 
-  /// Halves the longer one.
-  void Split(const TPart& A, const TPart& B) {
+  /// Halves the longer one of those that still bend, and whatever is much longer than the other.
+  void Split(const TPart& A, bool BendsA, const TPart& B, bool BendsB) {
     const double LengthA = std::max(A.ChordLength(), A.Flatness());
     const double LengthB = std::max(B.ChordLength(), B.Flatness());
+    const bool HalvesA = BendsA && BendsB ? LengthA >= LengthB
+                         : BendsA         ? LengthA * kMuchLonger >= LengthB || B.IsShort()
+                                          : LengthA >= LengthB * kMuchLonger && !A.IsShort();
     TPair First{A, B};
     TPair Second{A, B};
-    if (LengthA >= LengthB) {
+    if (HalvesA) {
       A.Halve(First.A, Second.A);
     } else {
       B.Halve(First.B, Second.B);

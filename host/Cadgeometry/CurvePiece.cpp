@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 
 #include "host/Cadgeometry/BernsteinRoots.h"
 #include "host/Cadgeometry/Nearest.h"
@@ -112,6 +113,16 @@ bool TCurvePiece::IsPoint() const {
       return Start == End && Start == Control1 && Start == Control2;
   }
   return false;
+}
+
+bool TCurvePiece::IsFinite() const {
+  // The controls of a line and the centre of a cubic are 0.
+  const double Values[] = {Start.X,    Start.Y,        End.X,          End.Y,        Control1.X,
+                           Control1.Y, Control2.X,     Control2.Y,     Arc.Center.X, Arc.Center.Y,
+                           Arc.Radius, Arc.StartAngle, Arc.SweepAngle, Box.Min.X,    Box.Min.Y,
+                           Box.Max.X,  Box.Max.Y};
+  return std::all_of(std::begin(Values), std::end(Values),
+                     [](double Value) { return std::isfinite(Value); });
 }
 
 bool TCurvePiece::IsCircle() const {

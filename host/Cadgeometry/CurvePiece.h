@@ -41,6 +41,8 @@ struct TCurvePiece {
 
   TBezierSegment2D Bezier() const { return {Start, Control1, Control2, End}; }
   bool IsPoint() const;
+  /// Every number that makes up the piece is finite.
+  bool IsFinite() const;
   /// A full turn: its start is its end.
   bool IsCircle() const;
   /// Largest absolute coordinate, an arc's circle included: the scale of rounding.

@@ -34,7 +34,7 @@ TPieces GatherPieces(const TGeCurve2D& Curve) {
   Curve.AppendPieces(Pieces);
   std::size_t Kept = 0;
   for (std::size_t I = 0; I < Pieces.size(); ++I) {
-    if (!Pieces[I].Box.IsValid() || !std::isfinite(Pieces[I].Magnitude())) continue;
+    if (!Pieces[I].IsFinite()) continue;
     if (Kept > 0 && Pieces[I].IsPoint() && Pieces[I].Start == Pieces[Kept - 1].End) continue;
     if (Kept == 1 && Pieces[0].IsPoint() && Pieces[0].End == Pieces[I].Start) Kept = 0;
     Pieces[Kept++] = Pieces[I];

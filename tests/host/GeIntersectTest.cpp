@@ -8,11 +8,15 @@
 #include <vector>
 
 #include "host/Cadgeometry.h"
+#include "tests/support/Curves.h"
 #include "tests/support/Generate.h"
 
 namespace tarnalgo {
 namespace {
 
+using test::kCurveKindCount;
+using test::kCurveKinds;
+using test::TCurveMaker;
 using TCurve = std::unique_ptr<TGeCurve2D>;
 
 std::vector<TIntersect2D> Meet(const TGeCurve2D& A, const TGeCurve2D& B,
@@ -21,86 +25,6 @@ std::vector<TIntersect2D> Meet(const TGeCurve2D& A, const TGeCurve2D& B,
   A.IntersectCurve(B, Results, Tol);
   return Results;
 }
-
-// --- Random curves of every kind ---
-
-const char* const kKinds[] = {"line", "arc", "circle", "polyline", "poly-Bezier", "composite"};
-constexpr int kKindCount = 6;
-
-/// Makes curves from random numbers; mirrored it makes the mirror images (X negated) of the same.
-class TCurveMaker {
- public:
-  TCurveMaker(unsigned Seed, bool IsMirrored) : FRandom(Seed), FIsMirrored(IsMirrored) {}
-
-  TCurve Make(int Kind) {
-    switch (Kind) {
-      case 0:
-        return std::make_unique<TGeLine2D>(Point(), Point());
-      case 1:
-        return Arc(Point(), Point());
-      case 2: {
-        const double Angle = test::RandomDouble(FRandom, 0, kFullTurn);
-        const double Sweep = test::RandomInt(FRandom, 0, 1) == 0 ? kFullTurn : -kFullTurn;
-        return std::make_unique<TGeCircularArc2D>(Point(), test::RandomDouble(FRandom, 1, 5),
-                                                  FIsMirrored ? kPi - Angle : Angle,
-                                                  FIsMirrored ? -Sweep : Sweep);
-      }
-      case 3: {
-        TDynPoints2D Points(static_cast<std::size_t>(test::RandomInt(FRandom, 3, 7)));
-        for (TPoint2D& P : Points) P = Point();
-        return std::make_unique<TGePolyline2D>(Points);
-      }
-      case 4: {
-        auto Curve = std::make_unique<TGePolyBezier2D>();
-        TPoint2D Last = Point();
-        for (int I = test::RandomInt(FRandom, 1, 3); I > 0; --I) Last = AddBezier(*Curve, Last);
-        return Curve;
-      }
-      default:
-        return Composite();
-    }
-  }
-
- private:
-  TPoint2D Point() {
-    const TPoint2D P = test::RandomPoint(FRandom, -5, 5);
-    return FIsMirrored ? TPoint2D(-P.X, P.Y) : P;
-  }
-  TCurve Arc(const TPoint2D& From, const TPoint2D& To) {
-    double Bulge = test::RandomDouble(FRandom, -2, 2);
-    if (std::abs(Bulge) < 0.05) Bulge = 0.05;
-    return std::make_unique<TGeCircularArc2D>(From, FIsMirrored ? -Bulge : Bulge, To);
-  }
-  TPoint2D AddBezier(TGePolyBezier2D& Curve, const TPoint2D& From) {
-    const TPoint2D C1 = Point();
-    const TPoint2D C2 = Point();
-    const TPoint2D To = Point();
-    Curve.AddBezier({From, C1, C2, To});
-    return To;
-  }
-  TCurve Composite() {
-    auto Curve = std::make_unique<TGeCompositeCurve2D>();
-    TPoint2D Last = Point();
-    for (int I = test::RandomInt(FRandom, 2, 4); I > 0; --I) {
-      const int Kind = test::RandomInt(FRandom, 0, 2);
-      const TPoint2D Next = Point();
-      if (Kind == 0) Curve->AddCurve(std::make_unique<TGeLine2D>(Last, Next));
-      if (Kind == 1) Curve->AddCurve(Arc(Last, Next));
-      if (Kind == 2) {
-        auto Bezier = std::make_unique<TGePolyBezier2D>();
-        Bezier->AddBezier({Last, Point(), Point(), Next});
-        auto Nested = std::make_unique<TGeCompositeCurve2D>();
-        Nested->AddCurve(std::move(Bezier));
-        Curve->AddCurve(std::move(Nested));
-      }
-      Last = Next;
-    }
-    return Curve;
-  }
-
-  std::mt19937 FRandom;
-  bool FIsMirrored;
-};
 
 // --- The oracle: chords of a dense sampling, then Newton steps on differences ---
 
@@ -186,9 +110,9 @@ void ExpectSound(const TGeCurve2D& A, const TGeCurve2D& B,
 class TEveryPair : public testing::TestWithParam<int> {};
 
 TEST_P(TEveryPair, AgreesWithDenseSamplingThroughAllSymmetries) {
-  const int KindA = GetParam() / kKindCount;
-  const int KindB = GetParam() % kKindCount;
-  SCOPED_TRACE(testing::Message() << kKinds[KindA] << " against " << kKinds[KindB]);
+  const int KindA = GetParam() / kCurveKindCount;
+  const int KindB = GetParam() % kCurveKindCount;
+  SCOPED_TRACE(testing::Message() << kCurveKinds[KindA] << " against " << kCurveKinds[KindB]);
   int Crossings = 0;
   for (unsigned Round = 0; Round < 40; ++Round) {
     SCOPED_TRACE(testing::Message() << "round " << Round);
@@ -223,13 +147,13 @@ TEST_P(TEveryPair, AgreesWithDenseSamplingThroughAllSymmetries) {
   EXPECT_GT(Crossings, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, TEveryPair, testing::Range(0, kKindCount* kKindCount));
+INSTANTIATE_TEST_SUITE_P(Kinds, TEveryPair, testing::Range(0, kCurveKindCount* kCurveKindCount));
 
 // A curve against its own copy, and against what follows from cutting it, overlaps as a whole.
 TEST(IntersectCurve, ACurveOverlapsItsCopyAndItsReversal) {
-  for (int Kind = 0; Kind < kKindCount; ++Kind) {
+  for (int Kind = 0; Kind < kCurveKindCount; ++Kind) {
     for (unsigned Round = 0; Round < 10; ++Round) {
-      SCOPED_TRACE(testing::Message() << kKinds[Kind] << " round " << Round);
+      SCOPED_TRACE(testing::Message() << kCurveKinds[Kind] << " round " << Round);
       TCurveMaker Maker(77 + Round, false);
       const TCurve A = Maker.Make(Kind);
       for (const bool IsReversed : {false, true}) {
