@@ -1,7 +1,5 @@
 #include "geometryAlgo/VedaType/Arc.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -83,8 +81,8 @@ class TArcOverlaps {
   const TVArc2D& FA;
   const TVArc2D FB;  // turned into the direction of FA
   const double FRadius;
-  std::array<TPoint2D, 2> FPoints;
-  std::array<TVArc2D, 2> FArcs;
+  TPoint2D FPoints[2];
+  TVArc2D FArcs[2];
   int FPointCount = 0;
   int FArcCount = 0;
 };

@@ -177,11 +177,11 @@ double TVLine2D::LineDistanceTo(const TPoint2D& P, double& T) const {
 
 bool TVLine2D::IsPointOnSegLine(const TPoint2D& P, double Eps) const {
   return TMathUtils::IsInFloatRange(CalcParamByPointProjection(P), 0.0, 1.0, true, true, Eps) &&
-         LineDistanceTo(P) <= Eps;
+         TMathUtils::FloatLessEquals(LineDistanceTo(P), 0.0, Eps);
 }
 
 bool TVLine2D::IsPointNearBySegment(const TPoint2D& P, double Eps) const {
-  return SegmentDistanceTo(P) <= Eps;
+  return TMathUtils::FloatLessEquals(SegmentDistanceTo(P), 0.0, Eps);
 }
 
 bool TVLine2D::OnBorder(const TPoint2D& P, double Eps) const {
@@ -218,7 +218,7 @@ int TVLine2D::PointsWithin(int Count, const TPoint2D& Q1, const TPoint2D& Q2, TP
                            TPoint2D& P2, double Eps) const {
   const TPoint2D Points[] = {Q1, Q2};
   int Found = 0;
-  for (int I = 0; I < Count; ++I) {
+  for (int I = 0; I < std::min(Count, 2); ++I) {
     const double T = CalcParamByPointProjection(Points[I]);
     if (!TMathUtils::IsInFloatRange(T, 0.0, 1.0, true, true, Eps)) continue;
     (Found++ == 0 ? P1 : P2) = Points[I];

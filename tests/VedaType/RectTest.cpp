@@ -11,7 +11,6 @@
 namespace tarnalgo {
 namespace {
 
-const double kInf = std::numeric_limits<double>::infinity();
 const double kNaN = std::nan("");
 
 // Left, Right, Top, Bottom: boxes that stand for "empty" in every way a caller can make them.
