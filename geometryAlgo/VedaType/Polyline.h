@@ -107,6 +107,11 @@ class TVPoint2DList : public IVGeometry2D {
   }
 };
 
+/// How a polyline turns at a vertex: straight on, to the left (convex on a counter-clockwise
+/// contour), to the right, back the way it came.
+enum class TCornerType { ctStraight, ctLeft, ctRight, ctReverse };
+using enum TCornerType;
+
 /// A contour: points joined by straight edges. Edge i runs from vertex i to vertex i + 1.
 ///
 ///     TVPolyline2D Part(TVRect2D({0, 0}, {100, 50}));  // closed, counter-clockwise, five points
@@ -207,6 +212,11 @@ class TVPolyline2D : public TVPoint2DList {
   /// a parameter outside [0, Count − 1] the origin as end. An empty polyline has empty parts.
   /// Errors: `ParamTo` < `ParamFrom`, "[Error] TVPolyline2D.SubCurve: ParamTo < ParamFrom".
   TVPolyline2D SubCurve(double ParamFrom, double ParamTo) const;
+  /// Drops from `Params` what names a place named before: less than or exactly `Eps` away, measured
+  /// along the polyline, round the joint of a closed one. What lies outside [0, Count − 1] is
+  /// dropped too; the rest keeps its order. Two passes through one place stay two places.
+  /// Cost: O(n + p log p).
+  void RemoveDuplicate(std::vector<double>& Params, double Eps = kLinearTolerance) const;
   /// `U` lies in one of the closed ranges (Low, High). Exact; the first hit ends the search.
   static bool IsPointParamInLineParams(double U,
                                        const std::vector<std::pair<double, double>>& Ranges);
@@ -271,12 +281,68 @@ class TVPolyline2D : public TVPoint2DList {
   /// stay what they are, so a closed polyline stays closed; of a polyline all in one place one
   /// point is left.
   void DeleteNeighbourClosed(double Eps = kLinearTolerance);
+  /// Deletes vertices on straight ways: each lies within `Eps` of the edge that replaces it, and the
+  /// polyline does not turn back there by more. The ends of an open polyline stay. A closed one whose
+  /// joint lies on a straight way itself begins at its next corner afterwards.
+  /// Cost: O(n). Each edge reaches as far as it can, which need not give the fewest vertices.
+  void CollinearSmooth(double Eps = kLinearTolerance);
+  /// Deletes vertices after Douglas and Peucker: each lies within `Eps` of the edge that replaces
+  /// it, and the vertices that stand out farthest are the ones that stay. Meant for greater
+  /// tolerances than `CollinearSmooth`: it keeps the shape with fewer and better vertices. The
+  /// first and the last point stay, and the vertex of a closed polyline farthest from them.
+  /// Ties: the first of several farthest vertices.
+  /// Cost: O(n log n) for contours as they occur, O(n times vertices kept) at worst.
+  void Simplify(double Eps = kLinearTolerance);
+  /// Joins `Other` on where an end of it meets an end of this polyline within `Eps`; true when it
+  /// did. The joint keeps this polyline's point. Tried in this order: its start at this end, its end
+  /// at this end, its end at this start, its start at this start; this polyline keeps its direction,
+  /// the other one is turned where necessary. False when one of them is closed or has fewer than
+  /// two points.
+  bool TryConnect(const TVPolyline2D& Other, double Eps = kLinearTolerance);
+  /// Closes an open polyline by a last point that repeats the first; nothing when it is closed
+  /// within `Eps` or empty.
+  void ConnectHeadTail(double Eps = kLinearTolerance);
+
+  // --- Shape (PolylineShape.cpp) ---
+
+  /// The same vertices in the same order within `Eps`. Where a closed polyline begins does not
+  /// matter. `IsEqualToReverse` compares with the reversed other polyline.
+  /// Cost: O(n), times the visits of a closed polyline to its first point.
+  bool IsEqualTo(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
+  bool IsEqualToReverse(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
+  /// The ring is a rectangle, at any angle and in either sense: four corners, diagonals that halve
+  /// each other and are of one length, each within `Eps`. Vertices on its sides do not matter.
+  bool IsRect(double Eps = kLinearTolerance) const;
+  /// The ring turns in one sense only and goes round once. Vertices within `Eps` of a straight way
+  /// count as straight; a ring nowhere wider than `Eps` is no polygon.
+  bool IsConvexPolygon(double Eps = kLinearTolerance) const;
+  /// The convex hull of the points: closed, counter-clockwise, from the leftmost point on (of
+  /// several the lowest; the next corner where that is none). This polyline is not changed.
+  /// Tolerance: a hull vertex that stands out less than `kHullSlack` (1.1e-5, a length) from the
+  /// hull without it is left out, so no point lies farther outside the result than that.
+  /// Points all on one line give that stretch to and fro, points all in one place that place.
+  /// Points that are not finite are ignored.
+  /// Cost: O(n log n).
+  TVPolyline2D ConvexHull() const;
+  /// Centroid of the region of the ring; of the edges as wires where the region is thinner than
+  /// 1e-6. Computed relative to the first point. The origin for an empty polyline.
+  TPoint2D Gravity() const;
+  /// The turn at vertex `I`, at the joint of a closed polyline as well. `ctStraight` at the ends of
+  /// an open one and for vertices that do not exist. Repeated points are passed over.
+  /// Tolerance: the cross product of the two edges against `kCornerTolerance` (1e-12, a product of
+  /// lengths, not normalised).
+  TCornerType CornerType(int I) const;
+  /// Radius of the circle through vertex `I` and its neighbours (as in `CornerType`): infinite
+  /// where the three are in line, 0 where the polyline turns back, −1 where there is no corner.
+  double CurvatureRadius(int I) const;
 
  protected:
   TVPolyline2D* DoNew() const override { return new TVPolyline2D; }
   TVPolyline2D* DoClone() const override { return new TVPolyline2D(*this); }
 
  private:
+  /// Travelled length at each vertex.
+  std::vector<double> VertexLengths() const;
   /// Vector of the first edge with a length met from edge `Edge` on, going by `Step`, once round a
   /// closed polyline.
   TPoint2D FirstDirection(int Edge, int Step) const;

@@ -278,12 +278,8 @@ class TNearestPlace {
 /// The self-crossing at which an open polyline loses least when its two ends are cut off there.
 class TEndTrimmer {
  public:
-  TEndTrimmer(const std::vector<TPoint2D>& Points, double MaxTail, double Eps)
-      : FMaxTail(MaxTail), FLeastLoop(kLeastLoop * Eps), FTravelled(Points.size()) {
-    for (std::size_t I = 1; I < Points.size(); ++I) {
-      FTravelled[I] = FTravelled[I - 1] + Points[I - 1].DistanceTo(Points[I]);
-    }
-  }
+  TEndTrimmer(std::vector<double> VertexLengths, double MaxTail, double Eps)
+      : FMaxTail(MaxTail), FLeastLoop(kLeastLoop * Eps), FTravelled(std::move(VertexLengths)) {}
 
   void Offer(const TIntersectPoint2D& Place) {
     const double From = LengthAt(Place.Param1);
@@ -398,7 +394,7 @@ TShapeRelation TVPolyline2D::RelationWith(const TVPolyline2D& Other, double Eps)
 
 bool TVPolyline2D::Trim(double MaxTail, double Eps) {
   if (IsClosed(Eps)) return false;
-  TEndTrimmer Trimmer(FPoints, MaxTail, Eps);
+  TEndTrimmer Trimmer(VertexLengths(), MaxTail, Eps);
   VisitOwnMeetings(*this, Eps, [&](const TMeeting& Meeting) {
     if (!Meeting.IsStretch) Trimmer.Offer(Meeting.From);
     return false;

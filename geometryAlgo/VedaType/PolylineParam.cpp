@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 #include "geometryAlgo/VedaType/EdgeTree.h"
 #include "geometryAlgo/VedaType/Polyline.h"
@@ -135,6 +136,36 @@ TVPolyline2D TVPolyline2D::SubCurve(double ParamFrom, double ParamTo) const {
   }
   Part.Add(CalcPointByParam(ParamTo));
   return Part;
+}
+
+void TVPolyline2D::RemoveDuplicate(std::vector<double>& Params, double Eps) const {
+  const std::vector<double> Lengths = VertexLengths();
+  const double Total = Lengths.empty() ? 0.0 : Lengths.back();
+  const bool GoesRound = IsClosed();
+  std::set<double> Taken;  // travelled lengths, farther than Eps from each other
+  const auto IsTaken = [&](double Length) {
+    const auto Next = Taken.lower_bound(Length - Eps);
+    return Next != Taken.end() && *Next <= Length + Eps;
+  };
+  std::erase_if(Params, [&](double U) {
+    if (!(U >= 0.0 && U <= Count() - 1)) return true;
+    const auto I = static_cast<std::size_t>(U);
+    const std::size_t J = std::min(I + 1, Lengths.size() - 1);
+    const double Length = std::lerp(Lengths[I], Lengths[J], U - std::floor(U));
+    if (std::isnan(Length)) return true;
+    if (IsTaken(Length)) return true;
+    if (GoesRound && (IsTaken(Length + Total) || IsTaken(Length - Total))) return true;
+    Taken.insert(Length);
+    return false;
+  });
+}
+
+std::vector<double> TVPolyline2D::VertexLengths() const {
+  std::vector<double> Lengths(FPoints.size());
+  for (std::size_t I = 1; I < FPoints.size(); ++I) {
+    Lengths[I] = Lengths[I - 1] + FPoints[I - 1].DistanceTo(FPoints[I]);
+  }
+  return Lengths;
 }
 
 bool TVPolyline2D::IsPointParamInLineParams(double U,

@@ -1,0 +1,192 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "geometryAlgo/VedaType/Polyline.h"
+#include "host/Cadutils.h"
+
+namespace tarnalgo {
+
+namespace {
+
+/// The corners of the ring, closed exactly: no vertex on a straight way is left.
+TVPolyline2D CornersOfRing(const TVPolyline2D& Contour, double Eps) {
+  TVPolyline2D Ring = Contour;
+  Ring.ConnectHeadTail(Eps);
+  if (!Ring.IsEmpty()) Ring[Ring.Count() - 1] = Ring.First();
+  Ring.CollinearSmooth(Eps);
+  return Ring;
+}
+
+/// `Points` taken from position `Start` on, cyclically, or from there backwards, agree with `Wanted`.
+bool AgreesFrom(const std::vector<TPoint2D>& Wanted, const std::vector<TPoint2D>& Points,
+                std::size_t Count, std::size_t Start, bool Backwards, double Eps) {
+  for (std::size_t I = 0; I < Count; ++I) {
+    const std::size_t J = Backwards ? (Start + Count - I) % Count : (Start + I) % Count;
+    if (!Points[J].Equals(Wanted[I], Eps)) return false;
+  }
+  return true;
+}
+
+bool IsSameCourse(const TVPolyline2D& A, const TVPolyline2D& B, bool Backwards, double Eps) {
+  const std::size_t Count = A.Points().size();
+  if (B.Points().size() != Count) return false;
+  if (Count == 0) return true;
+  if (!A.IsClosed(Eps) || !B.IsClosed(Eps)) {
+    return AgreesFrom(A.Points(), B.Points(), Count, Backwards ? Count - 1 : 0, Backwards, Eps);
+  }
+  const std::size_t Corners = std::max<std::size_t>(Count - 1, 1);
+  for (std::size_t Start = 0; Start < Corners; ++Start) {
+    if (AgreesFrom(A.Points(), B.Points(), Corners, Start, Backwards, Eps)) return true;
+  }
+  return false;
+}
+
+/// Extended precision: the hull must not depend on products that overflow or cancel.
+bool TurnsLeft(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C) {
+  const long double ABX = static_cast<long double>(B.X) - A.X;
+  const long double ABY = static_cast<long double>(B.Y) - A.Y;
+  const long double ACX = static_cast<long double>(C.X) - A.X;
+  const long double ACY = static_cast<long double>(C.Y) - A.Y;
+  return ABX * ACY - ABY * ACX > 0.0L;
+}
+
+/// Appends the lower hull of points in lexicographic order, without its last point. Given the
+/// reverse order it is the upper hull.
+template <class TIterator>
+void AppendHalfHull(TIterator First, TIterator Last, std::vector<TPoint2D>& Hull) {
+  const std::size_t Base = Hull.size();
+  for (; First != Last; ++First) {
+    while (Hull.size() >= Base + 2 && !TurnsLeft(Hull[Hull.size() - 2], Hull.back(), *First)) {
+      Hull.pop_back();
+    }
+    Hull.push_back(*First);
+  }
+  Hull.pop_back();
+}
+
+/// The points that a hull can be made of, in lexicographic order, each once.
+std::vector<TPoint2D> SortedPlaces(std::vector<TPoint2D> Points) {
+  std::erase_if(Points,
+                [](const TPoint2D& P) { return !std::isfinite(P.X) || !std::isfinite(P.Y); });
+  std::sort(Points.begin(), Points.end(), [](const TPoint2D& A, const TPoint2D& B) {
+    return A.X != B.X ? A.X < B.X : A.Y < B.Y;
+  });
+  Points.erase(std::unique(Points.begin(), Points.end()), Points.end());
+  return Points;
+}
+
+/// Centroid of the edges as wires; the first point when they have no length.
+TPoint2D GravityOfEdges(const std::vector<TPoint2D>& Points) {
+  const TPoint2D Origin = Points.front();
+  TPoint2D Moment;
+  double Total = 0.0;
+  for (std::size_t I = 1; I < Points.size(); ++I) {
+    const TPoint2D From = Points[I - 1] - Origin;
+    const TPoint2D To = Points[I] - Origin;
+    const double Length = From.DistanceTo(To);
+    Moment = Moment + (From + To) * (0.5 * Length);
+    Total += Length;
+  }
+  return Total > 0.0 ? Origin + Moment / Total : Origin;
+}
+
+}  // namespace
+
+bool TVPolyline2D::IsEqualTo(const TVPolyline2D& Other, double Eps) const {
+  return IsSameCourse(*this, Other, false, Eps);
+}
+
+bool TVPolyline2D::IsEqualToReverse(const TVPolyline2D& Other, double Eps) const {
+  return IsSameCourse(*this, Other, true, Eps);
+}
+
+bool TVPolyline2D::IsRect(double Eps) const {
+  const TVPolyline2D Corners = CornersOfRing(*this, Eps);
+  if (Corners.Count() != 5) return false;
+  if (Corners[0].Equals(Corners[1], Eps) || Corners[1].Equals(Corners[2], Eps)) return false;
+  const TPoint2D Skew = (Corners[1] - Corners[0]) - (Corners[2] - Corners[3]);
+  return Skew.Mag() <= 2.0 * Eps &&  // the diagonals halve each other within Eps
+         TMathUtils::FloatEquals(Corners[0].DistanceTo(Corners[2]),
+                                 Corners[1].DistanceTo(Corners[3]), Eps);
+}
+
+bool TVPolyline2D::IsConvexPolygon(double Eps) const {
+  const TVPolyline2D Corners = CornersOfRing(*this, Eps);
+  const int Size = Corners.Count() - 1;
+  if (Size < 3) return false;
+  int Sense = 0;
+  double Turned = 0.0;
+  for (int I = 0; I < Size; ++I) {
+    const TPoint2D In = Corners[I] - Corners[TMathUtils::CycInc(I, -1, Size)];
+    const TPoint2D Out = Corners[I + 1] - Corners[I];
+    const double Cross = In.CrossMul(Out);
+    const double Height = Cross / (In + Out).Mag();  // of the corner over its neighbours
+    Turned += std::atan2(Cross, In.DotMul(Out));
+    const int Side = TMathUtils::CompareFloat(Height, 0.0, Eps);
+    if (Side == 0 && In.DotMul(Out) >= 0.0) continue;  // straight, as far as the tolerance tells
+    if (Side == 0 || Side == -Sense) return false;     // back over itself, or to the other side
+    Sense = Side;
+  }
+  return Sense != 0 && std::abs(Turned) < 1.5 * kFullTurn;  // else it winds round more than once
+}
+
+TVPolyline2D TVPolyline2D::ConvexHull() const {
+  const std::vector<TPoint2D> Places = SortedPlaces(FPoints);
+  if (Places.size() < 2) return TVPolyline2D(Places);
+  std::vector<TPoint2D> Ring;
+  AppendHalfHull(Places.begin(), Places.end(), Ring);
+  AppendHalfHull(Places.rbegin(), Places.rend(), Ring);
+  Ring.push_back(Ring.front());
+  TVPolyline2D Hull(std::move(Ring));
+  Hull.CollinearSmooth(kHullSlack);
+  return Hull;
+}
+
+TPoint2D TVPolyline2D::Gravity() const {
+  if (FPoints.empty()) return TPoint2D::FZero;
+  const TPoint2D Origin = FPoints.front();
+  TPoint2D Moment;
+  double Doubled = 0.0;
+  TPoint2D From = FPoints.back() - Origin;
+  double Perimeter = 0.0;
+  for (const TPoint2D& P : FPoints) {
+    const TPoint2D To = P - Origin;
+    const double Cross = From.CrossMul(To);
+    Moment = Moment + (From + To) * Cross;
+    Doubled += Cross;
+    Perimeter += From.DistanceTo(To);
+    From = To;
+  }
+  // Thinner than the tolerance all along: as good as wires.
+  if (!(std::abs(Doubled) > kLinearTolerance * Perimeter)) return GravityOfEdges(FPoints);
+  return Origin + Moment / (3.0 * Doubled);
+}
+
+TCornerType TVPolyline2D::CornerType(int I) const {
+  if (I < 0 || I >= Count()) return ctStraight;
+  const TPoint2D In = FirstDirection(I - 1, -1);
+  const TPoint2D Out = FirstDirection(I, 1);
+  switch (TMathUtils::CompareFloat(In.CrossMul(Out), 0.0, kCornerTolerance)) {
+    case 1:
+      return ctLeft;
+    case -1:
+      return ctRight;
+    default:
+      return In.DotMul(Out) < 0.0 ? ctReverse : ctStraight;
+  }
+}
+
+double TVPolyline2D::CurvatureRadius(int I) const {
+  if (I < 0 || I >= Count()) return -1.0;
+  const TPoint2D In = FirstDirection(I - 1, -1);
+  const TPoint2D Out = FirstDirection(I, 1);
+  if (In == TPoint2D::FZero || Out == TPoint2D::FZero) return -1.0;  // exact: the neutral value
+  const TPoint2D InUnit = In.Normal();
+  const TPoint2D OutUnit = Out.Normal();
+  const double Sine = std::abs(InUnit.CrossMul(OutUnit));
+  if (Sine > 0.0) return 0.5 * (In + Out).Mag() / Sine;
+  return InUnit.DotMul(OutUnit) < 0.0 ? 0.0 : std::numeric_limits<double>::infinity();
+}
+
+}  // namespace tarnalgo
