@@ -1,8 +1,8 @@
 #include "host/Cadtypes/Arc.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <utility>
 
 #include "host/Cadutils.h"
 #include "host/Exceptions.h"
@@ -58,8 +58,8 @@ class TArcMeeting {
   }
 
  private:
-  std::array<TIntersectPoint2D, 2> FCrossings;
-  std::array<bool, 2> FIsOnBoth{};
+  TIntersectPoint2D FCrossings[2];
+  bool FIsOnBoth[2] = {};
   int FCount = 0;
 };
 
@@ -120,7 +120,7 @@ class TArcOverlap {
   const TArc2D& FA;
   const TArc2D& FB;
   const double FSlack;  // the linear tolerance as an angle
-  std::array<TSpan, 2> FSpans;
+  TSpan FSpans[2];
   int FCount = 0;
 };
 

@@ -1,7 +1,6 @@
 #include "host/Cadtypes/Bezier.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 
@@ -19,8 +18,8 @@ constexpr int kMostHalvings = 48;
 
 /// The cubic in extended precision, seen from a point: what the inner steps need of it.
 struct TExtBezier {
-  std::array<TExtPoint2D, 4> Q;  // control points relative to the point
-  std::array<TExtPoint2D, 3> D;  // first differences
+  TExtPoint2D Q[4];  // control points relative to the point
+  TExtPoint2D D[3];  // first differences
 
   TExtBezier(const TBezierSegment2D& B, const TPoint2D& Origin) {
     const TPoint2D Controls[] = {B.P0, B.P1, B.P2, B.P3};
@@ -74,14 +73,14 @@ std::vector<double> SignChanges(long double C0, long double C1, long double C2, 
 class TFootFinder {
  public:
   TFootFinder(const TBezierSegment2D& Curve, const TPoint2D& P) : FCurve(Curve, P) {
-    TCoefficients F{};
+    TCoefficients F;
     constexpr long double kCubic[] = {1, 3, 3, 1};
     constexpr long double kQuadratic[] = {1, 2, 1};
     constexpr long double kQuintic[] = {1, 5, 10, 10, 5, 1};
     for (int I = 0; I < 4; ++I) {
       for (int J = 0; J < 3; ++J) {
         const long double Weight = kCubic[I] * kQuadratic[J] / kQuintic[I + J];
-        F[I + J] += FCurve.Q[I].DotMul(FCurve.D[J]) * Weight;
+        F.C[I + J] += FCurve.Q[I].DotMul(FCurve.D[J]) * Weight;
       }
     }
     Isolate(F, 0.0L, 1.0L, 0);
@@ -91,7 +90,9 @@ class TFootFinder {
   const std::vector<long double>& Feet() const { return FFeet; }
 
  private:
-  using TCoefficients = std::array<long double, 6>;
+  struct TCoefficients {
+    long double C[6] = {};
+  };
 
   /// Beyond this depth an interval is narrower than the steps between parameters.
   static constexpr int kDeepest = 60;
@@ -101,7 +102,7 @@ class TFootFinder {
   static int SignVariations(const TCoefficients& F) {
     int Variations = 0;
     long double Last = 0.0L;
-    for (const long double C : F) {
+    for (const long double C : F.C) {
       if ((C < 0.0L && Last > 0.0L) || (C > 0.0L && Last < 0.0L)) ++Variations;
       if (C != 0.0L) Last = C;
     }
@@ -124,16 +125,16 @@ class TFootFinder {
     TCoefficients Left = F;
     TCoefficients Right = F;
     for (int Level = 1; Level < 6; ++Level) {
-      for (int I = 0; I < 6 - Level; ++I) Right[I] = (Right[I] + Right[I + 1]) / 2;
-      Left[Level] = Right[0];
+      for (int I = 0; I < 6 - Level; ++I) Right.C[I] = (Right.C[I] + Right.C[I + 1]) / 2;
+      Left.C[Level] = Right.C[0];
     }
     Isolate(Left, From, Middle, Depth + 1);
-    if (Right[0] == 0.0L) FFeet.push_back(Middle);  // exact: a root that neither half counts
+    if (Right.C[0] == 0.0L) FFeet.push_back(Middle);  // exact: a root that neither half counts
     Isolate(Right, Middle, To, Depth + 1);
   }
 
   static long double FirstSign(const TCoefficients& F) {
-    return *std::find_if(F.begin(), F.end(), [](long double C) { return C != 0.0L; });
+    return *std::find_if(F.C, F.C + 6, [](long double C) { return C != 0.0L; });
   }
 
   /// The one change from − to + between `Low` and `High`: Newton steps, replaced by halving the

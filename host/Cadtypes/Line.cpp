@@ -1,7 +1,6 @@
 #include "host/Cadtypes/Line.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "host/Cadtypes/ExtendedPoint.h"
@@ -89,7 +88,7 @@ class TSegmentMeeting {
     for (int I = 0; I < FCount; ++I) {
       if (!FFirst || FTouches[I].Param1 < FFirst->Param1) FFirst = &FTouches[I];
       if (!FLast || FTouches[I].Param1 > FLast->Param1) FLast = &FTouches[I];
-      if (!FNearest || FGaps[I] < FGaps[FNearest - FTouches.data()]) FNearest = &FTouches[I];
+      if (!FNearest || FGaps[I] < FGaps[FNearest - FTouches]) FNearest = &FTouches[I];
     }
   }
 
@@ -123,8 +122,8 @@ class TSegmentMeeting {
   const TLine2D& FA;
   const TLine2D& FB;
   const double FEps;
-  std::array<TIntersectPoint2D, 4> FTouches;
-  std::array<double, 4> FGaps{};
+  TIntersectPoint2D FTouches[4];
+  double FGaps[4] = {};
   int FCount = 0;
   const TIntersectPoint2D* FFirst = nullptr;    // the touch with the least parameter on FA
   const TIntersectPoint2D* FLast = nullptr;     // the one with the greatest

@@ -1,7 +1,6 @@
 #include "host/Cadtypes/Numeric.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 
@@ -28,7 +27,7 @@ class TCubicSolver {
 
   int AppendTo(std::vector<double>& Roots) {
     Solve();
-    std::sort(FRoots.begin(), FRoots.begin() + FCount);
+    std::sort(FRoots, FRoots + FCount);
     int Appended = 0;
     for (int I = 0; I < FCount; ++I) {
       const double Root = static_cast<double>(FRoots[I]);
@@ -112,7 +111,7 @@ class TCubicSolver {
   const long double FB;
   const long double FC;
   const long double FD;
-  std::array<long double, 3> FRoots{};
+  long double FRoots[3] = {};
   int FCount = 0;
 };
 
