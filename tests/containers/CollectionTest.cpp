@@ -50,7 +50,8 @@ TEST(TCollection, ComparesAllBytes) {
   EXPECT_TRUE(Collection.Add({1.0, 2, 3}));
   EXPECT_FALSE(Collection.Add({1.0, 2, 3}));
   EXPECT_EQ(1, Collection.Count());
-  EXPECT_TRUE(Collection.Add({1.0, 2, 4}));
+  EXPECT_EQ((TTagged{1.0, 2, 3}), (TTagged{1.0, 2, 4}));
+  EXPECT_TRUE(Collection.Add({1.0, 2, 4}));  // and yet another item
   EXPECT_TRUE(Collection.Add({0.0, 0, 0}));
   EXPECT_TRUE(Collection.Add({-0.0, 0, 0}));
   EXPECT_TRUE(Collection.Add({Nan, 0, 0}));

@@ -372,7 +372,8 @@ TEST(TGeObject, CloneKeepsClassAndContentAndIsApart) {
   ForEveryKind([](const TGeCurve2D& Curve) {
     const TGeObject& Object = Curve;
     const std::unique_ptr<TGeObject> Copy = Object.Clone();
-    EXPECT_EQ(typeid(Curve), typeid(*Copy));
+    const TGeObject& Copied = *Copy;
+    EXPECT_EQ(typeid(Curve), typeid(Copied));
     TGeCurve2D& Other = dynamic_cast<TGeCurve2D&>(*Copy);
     const auto Before = Dense(Curve, 20);
     EXPECT_EQ(Before, Dense(Other, 20));
