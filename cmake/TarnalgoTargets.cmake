@@ -6,7 +6,8 @@ function(tarnalgo_own_code Target)
   target_compile_options(${Target} PRIVATE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion
     -ffp-contract=off  # a fused multiply-add would make a vector's cross product with itself not 0
-    $<$<BOOL:${TARNALGO_WERROR}>:-Werror>)
+    $<$<BOOL:${TARNALGO_WERROR}>:-Werror>
+    $<$<BOOL:${TARNALGO_BUILD_FUZZ}>:-fsanitize=fuzzer-no-link>)
   if(TARNALGO_SANITIZE)
     target_compile_options(${Target} PRIVATE
       -fsanitize=${TARNALGO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

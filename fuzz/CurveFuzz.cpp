@@ -1,0 +1,114 @@
+// Two host curves made of bytes: crossings lie on both, swapping the curves changes nothing but the
+// order, samples stay on the curve.
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+#include "fuzz/Bytes.h"
+#include "host/Cadgeometry.h"
+
+namespace {
+
+using namespace tarnalgo;
+using fuzz::Require;
+using fuzz::TBytes;
+
+std::unique_ptr<TGeCurve2D> MakeCurve(TBytes& Bytes, int Depth);
+
+std::unique_ptr<TGeCurve2D> MakeComposite(TBytes& Bytes, int Depth) {
+  auto Curve = std::make_unique<TGeCompositeCurve2D>();
+  for (int Count = Bytes.Below(4); Count > 0; --Count) {
+    Curve->AddCurve(MakeCurve(Bytes, Depth + 1));
+  }
+  return Curve;
+}
+
+std::unique_ptr<TGeCurve2D> MakePolyBezier(TBytes& Bytes) {
+  auto Curve = std::make_unique<TGePolyBezier2D>();
+  TPoint2D From = Bytes.Point();
+  for (int Count = 1 + Bytes.Below(2); Count > 0; --Count) {
+    const TPoint2D Control = Bytes.Point();
+    const TPoint2D Other = Bytes.Point();
+    const TPoint2D To = Bytes.Point();
+    Curve->AddBezier({From, Control, Other, To});
+    From = To;
+  }
+  return Curve;
+}
+
+std::unique_ptr<TGeCurve2D> MakePolyline(TBytes& Bytes) {
+  std::vector<TPoint2D> Points;
+  for (int Count = Bytes.Below(6); Count > 0; --Count) Points.push_back(Bytes.Point());
+  return std::make_unique<TGePolyline2D>(Points);
+}
+
+std::unique_ptr<TGeCurve2D> MakeCurve(TBytes& Bytes, int Depth) {
+  switch (Bytes.Below(Depth < 2 ? 5 : 4)) {
+    case 0: {
+      const TPoint2D From = Bytes.Point();
+      return std::make_unique<TGeLine2D>(From, Bytes.Point());
+    }
+    case 1: {
+      const TPoint2D Center = Bytes.Point();
+      const double Radius = 0.5 * (1 + Bytes.Below(16));
+      const double Start = kQuarterTurn / 4 * Bytes.Below(16);
+      return std::make_unique<TGeCircularArc2D>(Center, Radius, Start,
+                                                kQuarterTurn / 4 * (Bytes.Below(33) - 16));
+    }
+    case 2:
+      return MakePolyBezier(Bytes);
+    case 3:
+      return MakePolyline(Bytes);
+    default:
+      return MakeComposite(Bytes, Depth);
+  }
+}
+
+/// Within the tolerance of the curve, with what its coordinates round to. Where a cubic stops and
+/// turns back its nearest point is told to about a thousand roundings only.
+bool IsOnCurve(const TGeCurve2D& Curve, const TPoint2D& P) {
+  double Distance = 0.0;
+  Curve.NearestParam(P, Distance);
+  const TRect2D Box = Curve.GetBoundBox();
+  return Distance <= 2 * kLinearTolerance + 1e-12 * (Box.Min.Mag() + Box.Max.Mag());
+}
+
+void CheckCrossings(const TGeCurve2D& A, const TGeCurve2D& B) {
+  std::vector<TIntersect2D> Results;
+  std::vector<TIntersect2D> Swapped;
+  A.IntersectCurve(B, Results, DefTol);
+  B.IntersectCurve(A, Swapped, DefTol);
+  Require(Results.empty() == Swapped.empty(), "curves that meet, meet both ways round");
+  for (const TIntersect2D& Result : Results) {
+    Require(IsOnCurve(A, Result.Point()), "a crossing lies on the first curve");
+    Require(IsOnCurve(B, Result.Point()), "a crossing lies on the second curve");
+    Require(Result.OnFirst.Param >= A.ParamFrom() && Result.OnFirst.Param <= A.ParamTo(),
+            "a parameter lies in the range");
+  }
+}
+
+void CheckSamples(const TGeCurve2D& Curve) {
+  const std::vector<TPoint2D> Samples = Curve.Sample(0.1);
+  if (Curve.IsEmpty()) return Require(Samples.empty(), "an empty curve has no samples");
+  Require(!Samples.empty(), "a curve has samples");
+  Require(Samples.front() == Curve.StartPoint(), "the first sample is the start");
+  for (const TPoint2D& Sample : Samples) {
+    Require(IsOnCurve(Curve, Sample), "a sample lies on the curve");
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size) {
+  TBytes Bytes(Data, Size);
+  const std::unique_ptr<TGeCurve2D> A = MakeCurve(Bytes, 0);
+  const std::unique_ptr<TGeCurve2D> B = MakeCurve(Bytes, 0);
+  CheckCrossings(*A, *B);
+  CheckSamples(*A);
+  const TPoint2D Start = A->StartPoint();
+  A->Reverse();
+  Require(A->EndPoint() == Start, "reversing swaps the ends");
+  return 0;
+}
