@@ -25,6 +25,18 @@ class TPlaceIndex {
     Head = static_cast<int>(FPlaces.size()) - 1;
   }
 
+  /// Takes a place out again, with the very point it was added with.
+  void Remove(const TPoint2D& P, int Id) {
+    const auto Found = FHeads.find(CellOf(P.X, P.Y));
+    if (Found == FHeads.end()) return;
+    for (int* Link = &Found->second; *Link >= 0; Link = &FPlaces[Index(*Link)].Next) {
+      const TPlace& Place = FPlaces[Index(*Link)];
+      if (Place.Id != Id) continue;
+      *Link = Place.Next;
+      return;
+    }
+  }
+
   /// Calls `Visit(Id, Point)` for every place at most `Eps` from `P`, in no particular order, until
   /// it answers true; answers whether it did.
   template <class TVisitor>
@@ -37,8 +49,8 @@ class TPlaceIndex {
       for (int Row = 0; Row < Rows; ++Row) {
         const auto Found = FHeads.find({Column == 0 ? Low.X : High.X, Row == 0 ? Low.Y : High.Y});
         if (Found == FHeads.end()) continue;
-        for (int I = Found->second; I >= 0; I = FPlaces[static_cast<std::size_t>(I)].Next) {
-          const TPlace& Place = FPlaces[static_cast<std::size_t>(I)];
+        for (int I = Found->second; I >= 0; I = FPlaces[Index(I)].Next) {
+          const TPlace& Place = FPlaces[Index(I)];
           if (Place.Point.Equals(P, FEps) && Visit(Place.Id, Place.Point)) return true;
         }
       }
@@ -70,6 +82,8 @@ class TPlaceIndex {
     int Id;
     int Next;  // in the same cell, −1 at the end
   };
+
+  static std::size_t Index(int I) { return static_cast<std::size_t>(I); }
 
   // Whole numbers held as doubles: no coordinate is too large for them.
   TCell CellOf(double X, double Y) const {

@@ -348,7 +348,16 @@ class TVPolyline2D : public TVPoint2DList {
   TPoint2D FirstDirection(int Edge, int Step) const;
 };
 
-/// A list of polylines that it owns.
+/// What counts as a repetition of a polyline: only the same direction, or the reverse too.
+enum class TRepeatKind { rkSameDirection, rkAnyDirection };
+using enum TRepeatKind;
+
+/// A list of polylines that it owns (`TObjectList`).
+///
+/// The operations that join work in place: the first polyline of a chain, in the order of the list,
+/// takes over the points of the others and keeps its place and direction; the others leave the list.
+/// A chain whose ends meet becomes a ring, closed exactly. Closed polylines and those of fewer than
+/// two points stay as they are. Each answers the number of polylines that left.
 class TVPolyline2DList : public TVGeometry2DList<TVPolyline2D> {
  public:
   using TVGeometry2DList::TVGeometry2DList;
@@ -367,6 +376,29 @@ class TVPolyline2DList : public TVGeometry2DList<TVPolyline2D> {
   /// Ties: the first polyline.
   double DistanceTo(const TPoint2D& P, TPoint2D& Nearest) const;
   double DistanceTo(const TPoint2D& P) const;
+  /// Deletes polylines that repeat an earlier one (`IsEqualTo`, `IsEqualToReverse`); the number
+  /// deleted.
+  /// Cost: O(n) in the points of all, as long as few different polylines share a box corner.
+  int DeleteRepeat(TRepeatKind Kind = rkAnyDirection, double Eps = kLinearTolerance);
+  /// Joins polylines whose ends meet within `Eps`, in the order of the list: each end takes the
+  /// first free end before it.
+  /// Cost: O(n).
+  int Connect(double Eps = kLinearTolerance);
+  /// Joins polylines whose ends meet within `Eps` so that ways go on as straight as they can: where
+  /// more than two ends meet, the pair with the least turn is joined first.
+  /// Ties: the first pair in the list. Of more than 64 ends in one place not all pairs are tried.
+  /// Cost: O(n log n).
+  int ConnectOptimize(double Eps = kLinearTolerance);
+  /// Joins each polyline to those just before it in the list where an end of it meets an end of
+  /// what they have become (as `TVPolyline2D::TryConnect`, in its order of trying), else begins
+  /// anew with it.
+  /// Cost: O(n).
+  int TryConnectByOrder(double Eps = kLinearTolerance);
+  /// One polyline through all members in their order and direction, straight edges across the gaps
+  /// between them. Where one begins within `Eps` of the end before it the point stands once.
+  TVPolyline2D ConnectPolylines(double Eps = kLinearTolerance) const;
+  /// Sorts by the absolute area, the largest first. Exact and stable.
+  void SortByArea();
   /// For inspection: the polylines as `TVPolyline2D::WriteToFile` writes them, one after another,
   /// each with its colour line.
   /// Errors: the file cannot be written, `EInOutError`.
