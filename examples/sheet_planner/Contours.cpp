@@ -1,0 +1,154 @@
+#include "examples/sheet_planner/Contours.h"
+
+#include <algorithm>
+#include <cmath>
+#include <compare>
+#include <cstddef>
+
+namespace sheet_planner {
+
+using namespace tarnalgo;
+
+namespace {
+
+using TKind = TContourPiece::TKind;
+
+const TSheetPiece& SheetPiece(const TSheet& Sheet, const TContourPiece& Piece) {
+  const auto Index = static_cast<std::size_t>(Piece.Index);
+  switch (Piece.Kind) {
+    case TKind::Edge:
+      return Sheet.Edges[Index];
+    case TKind::Arc:
+      return Sheet.Arcs[Index];
+    case TKind::Curve:
+      return Sheet.Curves[Index];
+  }
+  return Sheet.Edges[Index];
+}
+
+/// Ends are sorted by place, so that the ends that meet are neighbours.
+struct TEnd {
+  int Anchor;
+  int Port;
+  std::size_t Piece;
+  bool IsTail;  // the end of the piece rather than its start
+
+  auto operator<=>(const TEnd&) const = default;
+};
+
+class TJoiner {
+ public:
+  TJoiner(const TSheet& Sheet, const std::vector<TContourPiece>& Pieces)
+      : FSheet(Sheet), FPieces(Pieces), FIsUsed(Pieces.size(), 0) {
+    for (std::size_t I = 0; I < Pieces.size(); ++I) {
+      const TSheetPiece& Piece = SheetPiece(Sheet, Pieces[I]);
+      FEnds.push_back({Piece.FromAnchor, Piece.Port, I, false});
+      FEnds.push_back({Piece.ToAnchor, Piece.Port, I, true});
+    }
+    std::sort(FEnds.begin(), FEnds.end());
+    FCursor.assign(FEnds.size(), 0);
+  }
+
+  std::vector<TOrdinaryContour> Run() {
+    std::size_t First = 0;
+    while (First < FEnds.size()) {
+      const std::size_t Last = PlaceEnd(First);
+      if (Last - First != 2) {
+        for (std::size_t I = First; I < Last; ++I) Start(FEnds[I].Piece, FEnds[I].IsTail);
+      }
+      First = Last;
+    }
+    for (std::size_t Piece = 0; Piece < FPieces.size(); ++Piece) Start(Piece, false);
+    return std::move(FContours);
+  }
+
+ private:
+  /// One past the ends that share the place of the end at `First`.
+  std::size_t PlaceEnd(std::size_t First) const {
+    std::size_t Last = First;
+    while (Last < FEnds.size() && FEnds[Last].Anchor == FEnds[First].Anchor &&
+           FEnds[Last].Port == FEnds[First].Port) {
+      ++Last;
+    }
+    return Last;
+  }
+
+  /// The first end at the place whose piece is unused, `FEnds.size()` when there is none.
+  std::size_t NextAt(int Anchor, int Port) {
+    const auto Place = static_cast<std::size_t>(
+        std::lower_bound(FEnds.begin(), FEnds.end(), TEnd{Anchor, Port, 0, false}) - FEnds.begin());
+    std::size_t& Cursor = FCursor[Place];  // what lies before it is used up
+    while (Place + Cursor < FEnds.size()) {
+      const TEnd& End = FEnds[Place + Cursor];
+      if (End.Anchor != Anchor || End.Port != Port) break;
+      if (!FIsUsed[End.Piece]) return Place + Cursor;
+      ++Cursor;
+    }
+    return FEnds.size();
+  }
+
+  void Start(std::size_t Piece, bool IsReversed) {
+    if (FIsUsed[Piece]) return;
+    TOrdinaryContour Contour;
+    const TSheetPiece& First = SheetPiece(FSheet, FPieces[Piece]);
+    const int StartAnchor = IsReversed ? First.ToAnchor : First.FromAnchor;
+    Contour.Port = First.Port;
+    int At = StartAnchor;
+    for (;;) {
+      FIsUsed[Piece] = 1;
+      TContourPiece Cut = FPieces[Piece];
+      Cut.IsReversed = IsReversed;
+      Contour.Length += LengthOf(FSheet, Cut);
+      Contour.Pieces.push_back(Cut);
+      const TSheetPiece& Here = SheetPiece(FSheet, Cut);
+      At = IsReversed ? Here.FromAnchor : Here.ToAnchor;
+      if (At == StartAnchor) break;
+      const std::size_t Next = NextAt(At, Contour.Port);
+      if (Next == FEnds.size()) break;
+      Piece = FEnds[Next].Piece;
+      IsReversed = FEnds[Next].IsTail;
+    }
+    Contour.IsClosed = At == StartAnchor;
+    FContours.push_back(std::move(Contour));
+  }
+
+  const TSheet& FSheet;
+  const std::vector<TContourPiece>& FPieces;
+  std::vector<char> FIsUsed;
+  std::vector<TEnd> FEnds;
+  std::vector<std::size_t> FCursor;
+  std::vector<TOrdinaryContour> FContours;
+};
+
+}  // namespace
+
+std::vector<TOrdinaryContour> JoinPieces(const TSheet& Sheet,
+                                         const std::vector<TContourPiece>& Pieces) {
+  return TJoiner(Sheet, Pieces).Run();
+}
+
+double LengthOf(const TSheet& Sheet, const TContourPiece& Piece) {
+  const auto Index = static_cast<std::size_t>(Piece.Index);
+  if (Piece.Kind == TKind::Edge) return Sheet.Edges[Index].Line.Length();
+  if (Piece.Kind == TKind::Arc) return Sheet.Arcs[Index].Arc.CurveLength();
+  const std::vector<TPoint2D>& Points = Sheet.Curves[Index].Points;
+  double Length = 0.0;
+  for (std::size_t I = 1; I < Points.size(); ++I) Length += Points[I - 1].DistanceTo(Points[I]);
+  return Length;
+}
+
+std::vector<TPoint2D> PointsOf(const TSheet& Sheet, const TContourPiece& Piece, double ChordError) {
+  const auto Index = static_cast<std::size_t>(Piece.Index);
+  std::vector<TPoint2D> Points;
+  if (Piece.Kind == TKind::Edge) {
+    Points = {Sheet.Edges[Index].Line.StartPoint, Sheet.Edges[Index].Line.EndPoint};
+  } else if (Piece.Kind == TKind::Arc) {
+    Points = TGeCircularArc2D(Sheet.Arcs[Index].Arc).Sample(ChordError);
+  } else {
+    Points = Sheet.Curves[Index].Points;
+  }
+  if (Piece.IsReversed) std::reverse(Points.begin(), Points.end());
+  return Points;
+}
+
+}  // namespace sheet_planner

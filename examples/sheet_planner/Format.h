@@ -1,0 +1,19 @@
+#pragma once  // examples/sheet_planner/Format.h
+
+#include <string>
+#include <string_view>
+
+namespace sheet_planner {
+
+/// The value with that many decimals, whatever the locale; "-0" never.
+std::string Fixed(double Value, int Decimals);
+/// The same without zeros at the end: for files.
+std::string Short(double Value, int Decimals);
+/// "12,345".
+std::string Grouped(long long Value);
+/// "1 pass", "2 passes".
+std::string Counted(long long Count, std::string_view One, std::string_view Many);
+/// Fit for an XML text; what is no UTF-8 or does not print becomes "?".
+std::string XmlText(std::string_view Text);
+
+}  // namespace sheet_planner

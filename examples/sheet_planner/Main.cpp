@@ -1,0 +1,152 @@
+#include <CLI/CLI.hpp>
+#include <cmath>
+#include <exception>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <string>
+
+#include "examples/sheet_planner/BadInput.h"
+#include "examples/sheet_planner/EdgePrep.h"
+#include "examples/sheet_planner/Planner.h"
+#include "examples/sheet_planner/Report.h"
+#include "examples/sheet_planner/SampleSheets.h"
+#include "examples/sheet_planner/SvgWriter.h"
+#ifdef SHEET_PLANNER_DXF
+#include "examples/sheet_planner/DxfReader.h"
+#endif
+
+namespace {
+
+using namespace sheet_planner;
+
+enum TExitCode { kPlanned = 0, kBadInput = 1, kWrongUsage = 2 };
+
+struct TOptions {
+  std::string Input;
+  std::string Sample;
+  std::string Output = "plan.svg";
+  double ChordError = 0.05;
+  TPrepOptions Prep;
+  bool WithListing = false;
+};
+
+const std::map<std::string, std::function<TDrawing()>> kSamples{
+    {"plate", [] { return PerforatedPlate(); }},
+    {"brackets", [] { return BracketNest(); }},
+    {"squares", [] { return SquareGrid(160, 160); }},
+};
+
+/// A finite number of at least `Least`; the parser lets "nan" and "inf" pass.
+CLI::Validator AtLeast(double Least) {
+  const auto Check = [Least](const std::string& Text) {
+    double Value = 0.0;
+    const bool IsFine =
+        CLI::detail::lexical_cast(Text, Value) && std::isfinite(Value) && Value >= Least;
+    return IsFine ? std::string() : "must be a number of at least " + CLI::detail::to_string(Least);
+  };
+  return CLI::Validator(Check, "");
+}
+
+CLI::Validator OneOfTheSamples() {
+  const auto Check = [](const std::string& Text) {
+    return kSamples.contains(Text) ? std::string() : "no such sample: " + Text;
+  };
+  return CLI::Validator(Check, "");
+}
+
+void AddTunable(CLI::App& App, const std::string& Name, double& Variable, const std::string& Text,
+                double Least = 0.0) {
+  App.add_option(Name, Variable, Text)
+      ->check(AtLeast(Least))
+      ->capture_default_str()
+      ->type_name("NUMBER")
+      ->group("Tunables (lengths in the drawing's unit)");
+}
+
+TDrawing Load(const TOptions& Options) {
+  if (!Options.Sample.empty()) return kSamples.at(Options.Sample)();
+#ifdef SHEET_PLANNER_DXF
+  return ReadDxfFile(Options.Input, Options.ChordError);
+#else
+  throw EBadInput("this build reads no DXF (TARNALGO_PLANNER_DXF is off); try --sample plate");
+#endif
+}
+
+void Save(const std::string& Path, const std::string& Text) {
+  std::ofstream File(Path, std::ios::binary);
+  File << Text;
+  File.close();
+  if (!File) throw EBadInput("cannot write the picture to " + Path);
+}
+
+void Plan(const TOptions& Options) {
+  const TDrawing Drawing = Load(Options);
+  const TSheet Sheet = PrepareSheet(Drawing, Options.Prep);
+  const TPlan Result = PlanSheet(Sheet);
+  Save(Options.Output, PlanSvg(Drawing, Sheet, Result));
+  std::cout << PlanReport(Drawing, Sheet, Result);
+  if (Options.WithListing) std::cout << "cutting order\n" << PlanListing(Drawing, Result);
+  std::cout << "picture  " << Options.Output << "\n";
+}
+
+}  // namespace
+
+int main(int ArgCount, char** Args) {
+  CLI::App App(
+      "Plans the flying cut of a sheet: collinear straight edges are cut in passes without "
+      "stopping.\nReads a drawing or takes a built-in sheet, writes the plan as a picture and "
+      "a short report.",
+      "sheet_planner");
+  App.get_formatter()->column_width(30);
+  App.footer(
+      "Exit codes: 0 planned, 1 bad input, 2 wrong usage.\n"
+      "Example: sheet_planner --sample plate --output plate.svg");
+  App.failure_message([](const CLI::App*, const CLI::Error& Error) {
+    return std::string("sheet_planner: ") + Error.what() + " (--help tells more)\n";
+  });
+  TOptions Options;
+  double AngleDegrees = tarnalgo::AngleTolerance * 180.0 / tarnalgo::kPi;
+  App.set_version_flag("--version", "sheet_planner " SHEET_PLANNER_VERSION);
+  App.add_option("drawing", Options.Input, "DXF drawing (ASCII) to plan")->type_name("FILE");
+  App.add_option("--sample", Options.Sample, "instead: plate, brackets or squares")
+      ->check(OneOfTheSamples())
+      ->excludes("drawing")
+      ->type_name("NAME");
+  App.add_option("-o,--output", Options.Output, "picture to write")
+      ->capture_default_str()
+      ->type_name("FILE");
+  App.add_flag("--list", Options.WithListing, "list every pass, circle and ordinary contour");
+  App.add_flag("--layers-as-ports", Options.Prep.LayersAsPorts,
+               "give each layer a channel port of its own");
+  AddTunable(App, "--snap", Options.Prep.Snap, "ends this near to each other are one place",
+             tarnalgo::kLinearTolerance);
+  AddTunable(App, "--spline-tolerance", Options.ChordError,
+             "chord error of flattened splines and ellipses", tarnalgo::kLinearTolerance);
+  AddTunable(App, "--min-scan", tarnalgo::MinScanLineLength, "shorter edges are not flown");
+  AddTunable(App, "--max-scan", tarnalgo::MaxScanLineLength, "longer edges are not flown");
+  AddTunable(App, "--max-connect", tarnalgo::MaxConnectDistance, "longer gaps end a pass");
+  AddTunable(App, "--gap-piece", tarnalgo::CamSampleLen, "shorter gaps get no piece of their own");
+  AddTunable(App, "--intercept-tolerance", tarnalgo::InterceptTolerance,
+             "how far aside the edges of a pass may lie");
+  AddTunable(App, "--angle-tolerance", AngleDegrees,
+             "degrees; half of it is how far the edges of a pass may differ in direction");
+  try {
+    App.parse(ArgCount, Args);
+    if (Options.Input.empty() && Options.Sample.empty()) {
+      throw CLI::RequiredError("a drawing or --sample");
+    }
+    tarnalgo::AngleTolerance = AngleDegrees * tarnalgo::kPi / 180.0;
+  } catch (const CLI::ParseError& Error) {
+    return App.exit(Error) == 0 ? kPlanned : kWrongUsage;
+  }
+  try {
+    Plan(Options);
+    return kPlanned;
+  } catch (const std::exception& Error) {
+    const std::string& Name = Options.Sample.empty() ? Options.Input : Options.Sample;
+    std::cerr << "sheet_planner: " << Name << ": " << Error.what() << "\n";
+    return kBadInput;
+  }
+}

@@ -1,0 +1,76 @@
+#pragma once  // examples/sheet_planner/Planner.h
+
+#include <string>
+#include <vector>
+
+#include "examples/sheet_planner/EdgePrep.h"
+#include "geometryAlgo/flyscanAlgo.h"
+
+namespace sheet_planner {
+
+/// A piece of an ordinary contour: what it is, where in the sheet, and whether it is cut backwards.
+struct TContourPiece {
+  enum class TKind { Edge, Arc, Curve };
+
+  TKind Kind = TKind::Edge;
+  int Index = 0;
+  bool IsReversed = false;
+};
+
+/// Pieces that flying cut cannot serve, joined end to end.
+struct TOrdinaryContour {
+  std::vector<TContourPiece> Pieces;
+  bool IsClosed = false;
+  int Port = 0;
+  double Length = 0.0;
+};
+
+/// A gap that the head must not fly across: the pass was split there.
+struct TRejectedGap {
+  tarnalgo::TLine2D Line;
+};
+
+/// What the planner did, for the report. Lengths in model units.
+struct TPlanStats {
+  int FlownEdges = 0;
+  double FlownLength = 0.0;
+  int ShortEdges = 0;  // below MinScanLineLength
+  int LongEdges = 0;   // above MaxScanLineLength
+  int Runs = 0;
+  int Groups = 0;  // directions, each port apart
+  int GapsAccepted = 0;
+  double GapLength = 0.0;
+  int GapsTooLong = 0;   // collinear edges further apart than MaxConnectDistance
+  int GapsCrossing = 0;  // rejected: they cross another cut
+};
+
+/// How the sheet is cut.
+struct TPlan {
+  /// In cutting order: by port, direction and then across the sheet. Each owns its curves.
+  std::vector<tarnalgo::TOwningFlyCurves> Passes;
+  tarnalgo::TOwningFlyCurves Circles;  // a `TFlyCircle` each
+  std::vector<TOrdinaryContour> Contours;
+  std::vector<TRejectedGap> Rejected;
+  TPlanStats Stats;
+};
+
+/// Plans a prepared sheet with the library's tunables as they are: `GroupSheet`, then
+/// `RejectCrossingGaps`.
+TPlan PlanSheet(const TSheet& Sheet);
+
+/// The runs of collinear edges and their passes; arcs, curves and the other edges as contours.
+///
+/// Edges from `MinScanLineLength` to `MaxScanLineLength` are flown: shorter ones are not worth the
+/// movement, longer ones are outlines, which want the lead-ins and the speed of an ordinary
+/// contour.
+TPlan GroupSheet(const TSheet& Sheet);
+
+/// Splits each pass where a gap piece would cross another cut of the sheet.
+///
+/// "Another cut" is every edge, arc, circle and curve, of parts and of cut-outs alike: what was cut
+/// loose may have tipped up, and a head that crosses its outline hits it. A gap may touch the cuts
+/// it joins, at its two ends. Gaps so short that they have no piece (`CamSampleLen`) are not
+/// tested.
+void RejectCrossingGaps(const TSheet& Sheet, TPlan& Plan);
+
+}  // namespace sheet_planner

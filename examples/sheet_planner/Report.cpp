@@ -1,0 +1,154 @@
+#include "examples/sheet_planner/Report.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "examples/sheet_planner/Format.h"
+
+namespace sheet_planner {
+
+using namespace tarnalgo;
+
+namespace {
+
+std::string Padded(const std::string& Text, std::size_t Width) {
+  return Text.size() < Width ? std::string(Width - Text.size(), ' ') + Text : Text;
+}
+
+std::string Listed(const TCensus& Census) {
+  std::string Text;
+  for (const auto& [Name, Count] : Census) {
+    Text += (Text.empty() ? "" : ", ") + Name + " " + Grouped(Count);
+  }
+  return Text.empty() ? "none" : Text;
+}
+
+double CutLength(const TOwningFlyCurves& Pass) {
+  double Length = 0.0;
+  for (const TFlyCurve* Piece : Pass) {
+    if (!Piece->IsFlyGap()) Length += Piece->GeCurve()->CurveLength();
+  }
+  return Length;
+}
+
+int CutCount(const TOwningFlyCurves& Pass) {
+  return static_cast<int>(
+      std::count_if(Pass.begin(), Pass.end(), [](const TFlyCurve* P) { return !P->IsFlyGap(); }));
+}
+
+/// Lines of a label, a count and what there is to say about it.
+class TTable {
+ public:
+  void Heading(const std::string& Text) { FText += Text + "\n"; }
+  void Row(const std::string& Label, long long Count, const std::string& Remark = {}) {
+    Row(Label, Grouped(Count), Remark);
+  }
+  void Row(const std::string& Label, const std::string& Value, const std::string& Remark) {
+    FText += "  " + Label + std::string(kLabel - std::min(Label.size(), kLabel), ' ') +
+             Padded(Value, kValue);
+    if (!Remark.empty()) FText += "  " + Remark;
+    FText += '\n';
+  }
+  void Words(const std::string& Label, const std::string& Text) {
+    FText += "  " + Label + std::string(kLabel - std::min(Label.size(), kLabel), ' ') + "  " +
+             Text + "\n";
+  }
+  std::string Take() { return std::move(FText); }
+
+ private:
+  static constexpr std::size_t kLabel = 20;
+  static constexpr std::size_t kValue = 10;
+  std::string FText;
+};
+
+}  // namespace
+
+std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan& Plan) {
+  const auto Length = [&](double Value) { return Fixed(Value, 1) + " " + Drawing.Unit; };
+  const TPrepStats& Prep = Sheet.Stats;
+  const TPlanStats& Stats = Plan.Stats;
+  TTable Table;
+  Table.Heading("drawing  " + Drawing.Name);
+  Table.Words("entities", Listed(Drawing.Read));
+  Table.Words("skipped", Listed(Drawing.Skipped));
+  for (const std::string& Note : Drawing.Notes) Table.Words("note", Note);
+
+  Table.Heading("straight edges");
+  Table.Row("read", Prep.EdgesRead, Counted(Prep.EndsMoved, "end", "ends") + " snapped");
+  Table.Row("dropped", Prep.Repeated + Prep.Covered + Prep.TooShort,
+            Counted(Prep.Repeated, "drawn again", "drawn again") + ", " + Grouped(Prep.Covered) +
+                " within others, " + Grouped(Prep.TooShort) + " shorter than the snap gap");
+  Table.Row("trimmed", Prep.Trimmed,
+            "overlaps; " + Length(Prep.DroppedLength) + " in all was drawn more than once");
+  Table.Row("flown", Stats.FlownEdges, Length(Stats.FlownLength));
+  Table.Row("not flown", Stats.ShortEdges + Stats.LongEdges,
+            Grouped(Stats.ShortEdges) + " below " + Short(MinScanLineLength, 6) + ", " +
+                Grouped(Stats.LongEdges) + " above " + Short(MaxScanLineLength, 6) + " " +
+                Drawing.Unit);
+
+  int Longest = 0;
+  int Lone = 0;
+  for (const TOwningFlyCurves& Pass : Plan.Passes) {
+    Longest = std::max(Longest, CutCount(Pass));
+    if (CutCount(Pass) == 1) ++Lone;
+  }
+  Table.Heading("flying cut");
+  Table.Row("runs", Stats.Runs, "in " + Counted(Stats.Groups, "direction", "directions"));
+  Table.Row(
+      "passes", static_cast<long long>(Plan.Passes.size()),
+      "up to " + Counted(Longest, "edge", "edges") + " each, " + Grouped(Lone) + " of one edge");
+  Table.Row("gaps accepted", Stats.GapsAccepted, Length(Stats.GapLength));
+  Table.Row("gaps rejected", Stats.GapsCrossing + Stats.GapsTooLong,
+            Grouped(Stats.GapsCrossing) + " across another cut, " + Grouped(Stats.GapsTooLong) +
+                " longer than " + Short(MaxConnectDistance, 6) + " " + Drawing.Unit);
+
+  double Around = 0.0;
+  for (const TSheetCircle& Circle : Sheet.Circles) Around += Circle.Circle.Radius * kFullTurn;
+  double Ordinary = 0.0;
+  long long Closed = 0;
+  for (const TOrdinaryContour& Contour : Plan.Contours) {
+    Ordinary += Contour.Length;
+    if (Contour.IsClosed) ++Closed;
+  }
+  Table.Heading("other cuts");
+  Table.Row("circles", Plan.Circles.Count(), Length(Around));
+  Table.Row("ordinary contours", static_cast<long long>(Plan.Contours.size()),
+            Length(Ordinary) + ", " + Grouped(Closed) + " closed; of " +
+                Counted(Stats.ShortEdges + Stats.LongEdges, "edge", "edges") + ", " +
+                Counted(static_cast<long long>(Sheet.Arcs.size()), "arc", "arcs") + ", " +
+                Counted(static_cast<long long>(Sheet.Curves.size()), "curve", "curves"));
+  if (Prep.RepeatedOther > 0) {
+    Table.Row("drawn again", Prep.RepeatedOther, "arcs, circles and curves, dropped");
+  }
+  return Table.Take();
+}
+
+std::string PlanListing(const TDrawing& Drawing, const TPlan& Plan) {
+  const auto Place = [](const TPoint2D& P) { return Fixed(P.X, 3) + ", " + Fixed(P.Y, 3); };
+  const auto Line = [&](const char* Kind, std::size_t Number, int Port, const std::string& Rest) {
+    std::string Text = std::string(Kind) + " " + std::to_string(Number);
+    if (Drawing.Layers.size() > 1) Text += "  port " + std::to_string(Port);
+    return Text + "  " + Rest + "\n";
+  };
+  std::string Text;
+  for (std::size_t I = 0; I < Plan.Passes.size(); ++I) {
+    const TOwningFlyCurves& Pass = Plan.Passes[I];
+    Text += Line("pass", I + 1, Pass.First()->ChannelPort(),
+                 "(" + Place(Pass.StartPoint()) + ") to (" + Place(Pass.EndPoint()) + ")  " +
+                     Counted(CutCount(Pass), "edge", "edges") + ", " + Fixed(CutLength(Pass), 3));
+  }
+  for (int I = 0; I < Plan.Circles.Count(); ++I) {
+    const TCircle2D Circle = static_cast<const TFlyCircle*>(Plan.Circles[I])->Circle2D();
+    Text += Line("circle", static_cast<std::size_t>(I) + 1, Plan.Circles[I]->ChannelPort(),
+                 "(" + Place(Circle.Center) + ")  radius " + Fixed(Circle.Radius, 3));
+  }
+  for (std::size_t I = 0; I < Plan.Contours.size(); ++I) {
+    const TOrdinaryContour& Contour = Plan.Contours[I];
+    Text += Line("contour", I + 1, Contour.Port,
+                 Counted(static_cast<long long>(Contour.Pieces.size()), "piece", "pieces") + ", " +
+                     Fixed(Contour.Length, 3) + (Contour.IsClosed ? ", closed" : ", open"));
+  }
+  return Text;
+}
+
+}  // namespace sheet_planner

@@ -1,0 +1,224 @@
+#include "tests/planner/PlanChecks.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <set>
+#include <utility>
+
+#include "examples/sheet_planner/Contours.h"
+
+namespace sheet_planner::test {
+
+using namespace tarnalgo;
+
+namespace {
+
+double Distance(const TPoint2D& P, const TLine2D& Segment) {
+  const TPoint2D Way = Segment.EndPoint - Segment.StartPoint;
+  const double Square = Way.DotMul(Way);
+  const double T =
+      Square > 0.0 ? std::clamp((P - Segment.StartPoint).DotMul(Way) / Square, 0.0, 1.0) : 0.0;
+  return P.DistanceTo(Segment.StartPoint + Way * T);
+}
+
+/// The segments have a point in common. By the sides of their ends, nothing of the library.
+bool Meet(const TLine2D& A, const TLine2D& B) {
+  const auto Side = [](const TLine2D& L, const TPoint2D& P) {
+    const double Distance = L.GetDirection().CrossMul(P - L.StartPoint);
+    return std::abs(Distance) < 1e-9 ? 0.0 : Distance;  // the rounding of collinear segments
+  };
+  const double A1 = Side(B, A.StartPoint);
+  const double A2 = Side(B, A.EndPoint);
+  const double B1 = Side(A, B.StartPoint);
+  const double B2 = Side(A, B.EndPoint);
+  if (A1 * A2 < 0.0 && B1 * B2 < 0.0) return true;
+  constexpr double kTouch = 1e-7;
+  return Distance(A.StartPoint, B) < kTouch || Distance(A.EndPoint, B) < kTouch ||
+         Distance(B.StartPoint, A) < kTouch || Distance(B.EndPoint, A) < kTouch;
+}
+
+/// Everything that is cut on a sheet, as chords.
+std::vector<TLine2D> AllCuts(const TSheet& Sheet) {
+  std::vector<TLine2D> Cuts;
+  const auto AddPoints = [&Cuts](const std::vector<TPoint2D>& Points) {
+    for (std::size_t I = 1; I < Points.size(); ++I) Cuts.push_back({Points[I - 1], Points[I]});
+  };
+  for (const TSheetEdge& Edge : Sheet.Edges) Cuts.push_back(Edge.Line);
+  for (const TSheetCurve& Curve : Sheet.Curves) AddPoints(Curve.Points);
+  const auto AddTurn = [&](const TPoint2D& Center, double Radius, double From, double Sweep) {
+    constexpr int kChords = 720;
+    std::vector<TPoint2D> Points;
+    for (int I = 0; I <= kChords; ++I) {
+      const double Angle = From + Sweep * I / kChords;
+      Points.push_back(Center + TPoint2D(std::cos(Angle), std::sin(Angle)) * Radius);
+    }
+    AddPoints(Points);
+  };
+  for (const TSheetArc& Arc : Sheet.Arcs) {
+    AddTurn(Arc.Arc.Center, Arc.Arc.Radius, Arc.Arc.StartAngle, Arc.Arc.SweepAngle);
+  }
+  for (const TSheetCircle& Circle : Sheet.Circles) {
+    AddTurn(Circle.Circle.Center, Circle.Circle.Radius, 0.0, kFullTurn);
+  }
+  return Cuts;
+}
+
+bool MeetsAny(const TLine2D& Gap, const std::vector<TLine2D>& Cuts) {
+  const TRect2D Box = Gap.GetBoundBox().Inflate(1e-3, 1e-3);
+  return std::any_of(Cuts.begin(), Cuts.end(), [&](const TLine2D& Cut) {
+    if (std::max(Cut.StartPoint.X, Cut.EndPoint.X) < Box.Min.X ||
+        std::min(Cut.StartPoint.X, Cut.EndPoint.X) > Box.Max.X ||
+        std::max(Cut.StartPoint.Y, Cut.EndPoint.Y) < Box.Min.Y ||
+        std::min(Cut.StartPoint.Y, Cut.EndPoint.Y) > Box.Max.Y) {
+      return false;
+    }
+    return Meet(Gap, Cut);
+  });
+}
+
+/// The gap without what lies within `Margin` of its ends.
+TLine2D Inner(const TLine2D& Gap, double Margin) {
+  const TPoint2D Step = Gap.GetDirection() * Margin;
+  return {Gap.StartPoint + Step, Gap.EndPoint - Step};
+}
+
+/// Ends of an edge in an order that does not depend on its direction.
+using TCut = std::array<double, 4>;
+TCut CutOf(const TLine2D& Line) {
+  const std::array<double, 2> A{Line.StartPoint.X, Line.StartPoint.Y};
+  const std::array<double, 2> B{Line.EndPoint.X, Line.EndPoint.Y};
+  return A < B ? TCut{A[0], A[1], B[0], B[1]} : TCut{B[0], B[1], A[0], A[1]};
+}
+
+void ExpectEachEdgeOnce(const TSheet& Sheet, const TPlan& Plan) {
+  std::multiset<TCut> Wanted;
+  for (const TSheetEdge& Edge : Sheet.Edges) Wanted.insert(CutOf(Edge.Line));
+  std::multiset<TCut> Cut;
+  for (const TOwningFlyCurves& Pass : Plan.Passes) {
+    for (const TFlyCurve* Piece : Pass) {
+      if (Piece->IsFlyGap()) continue;
+      Cut.insert(CutOf(static_cast<const TFlyLine*>(Piece)->Line2D()));
+    }
+  }
+  for (const TOrdinaryContour& Contour : Plan.Contours) {
+    for (const TContourPiece& Piece : Contour.Pieces) {
+      if (Piece.Kind != TContourPiece::TKind::Edge) continue;
+      Cut.insert(CutOf(Sheet.Edges[static_cast<std::size_t>(Piece.Index)].Line));
+    }
+  }
+  EXPECT_TRUE(Wanted == Cut) << Wanted.size() << " edges, " << Cut.size() << " cuts";
+}
+
+void ExpectContinuous(const TOwningFlyCurves& Pass) {
+  ASSERT_FALSE(Pass.IsEmpty());
+  EXPECT_FALSE(Pass.First()->IsFlyGap());
+  EXPECT_FALSE(Pass.Last()->IsFlyGap());
+  const TLine2D Whole{Pass.StartPoint(), Pass.EndPoint()};
+  const TPoint2D Way = Whole.GetDirection();
+  const double Hop = std::hypot(CamSampleLen, InterceptTolerance) + 1e-6;
+  for (int I = 0; I < Pass.Count(); ++I) {
+    const TGeCurve2D& Curve = *Pass[I]->GeCurve();
+    EXPECT_EQ(Pass.First()->ChannelPort(), Pass[I]->ChannelPort());
+    EXPECT_LE(std::abs(Way.CrossMul(Curve.StartPoint() - Whole.StartPoint)),
+              InterceptTolerance + 1e-6);
+    EXPECT_LE(std::abs(Way.CrossMul(Curve.EndPoint() - Whole.StartPoint)),
+              InterceptTolerance + 1e-6);
+    EXPECT_GT(Way.DotMul(Curve.EndPoint() - Curve.StartPoint()), 0.0);
+    if (Pass[I]->IsFlyGap()) {
+      EXPECT_LE(Way.DotMul(Curve.EndPoint() - Curve.StartPoint()), MaxConnectDistance + 1e-3);
+    }
+    if (I == 0) continue;
+    const double Step = Pass[I - 1]->GeCurve()->EndPoint().DistanceTo(Curve.StartPoint());
+    const bool IsAtGap = Pass[I]->IsFlyGap() || Pass[I - 1]->IsFlyGap();
+    EXPECT_LE(Step, IsAtGap ? 0.0 : Hop);
+  }
+}
+
+void ExpectGapsClear(const TSheet& Sheet, const TPlan& Plan) {
+  const std::vector<TLine2D> Cuts = AllCuts(Sheet);
+  constexpr double kEndMargin = 2e-4;  // a touch this near to an end is the end's
+  for (const TOwningFlyCurves& Pass : Plan.Passes) {
+    for (const TFlyCurve* Piece : Pass) {
+      if (!Piece->IsFlyGap()) continue;
+      const TLine2D Gap = static_cast<const TFlyLine*>(Piece)->Line2D();
+      EXPECT_FALSE(MeetsAny(Inner(Gap, kEndMargin), Cuts))
+          << "accepted from " << Gap.StartPoint.X << ", " << Gap.StartPoint.Y << " to "
+          << Gap.EndPoint.X << ", " << Gap.EndPoint.Y;
+    }
+  }
+  for (const TRejectedGap& Gap : Plan.Rejected) {
+    EXPECT_TRUE(MeetsAny(Inner(Gap.Line, 0.5 * kEndMargin), Cuts))
+        << "rejected from " << Gap.Line.StartPoint.X << ", " << Gap.Line.StartPoint.Y << " to "
+        << Gap.Line.EndPoint.X << ", " << Gap.Line.EndPoint.Y;
+  }
+}
+
+void ExpectContours(const TSheet& Sheet, const TPlan& Plan, double Snap) {
+  std::multiset<std::pair<int, int>> Seen;
+  for (const TOrdinaryContour& Contour : Plan.Contours) {
+    TPoint2D At;
+    TPoint2D Start;
+    for (std::size_t I = 0; I < Contour.Pieces.size(); ++I) {
+      const TContourPiece& Piece = Contour.Pieces[I];
+      if (Piece.Kind != TContourPiece::TKind::Edge) {
+        Seen.insert({static_cast<int>(Piece.Kind), Piece.Index});
+      }
+      const std::vector<TPoint2D> Points = PointsOf(Sheet, Piece, 0.01);
+      if (I == 0) Start = Points.front();
+      EXPECT_LE((I == 0 ? Start : At).DistanceTo(Points.front()), 2 * Snap + 1e-6);
+      At = Points.back();
+    }
+    EXPECT_TRUE(!Contour.IsClosed || At.Equals(Start, 2 * Snap + 1e-6));
+  }
+  EXPECT_EQ(Sheet.Arcs.size() + Sheet.Curves.size(), Seen.size());
+  const std::set<std::pair<int, int>> Different(Seen.begin(), Seen.end());
+  EXPECT_EQ(Seen.size(), Different.size());
+}
+
+}  // namespace
+
+double UnionLength(const std::vector<TDrawnEdge>& Edges, double Eps) {
+  std::vector<TLine2D> Lines;
+  for (const TDrawnEdge& Edge : Edges) Lines.push_back(Edge.Line);
+  std::stable_sort(Lines.begin(), Lines.end(),
+                   [](const TLine2D& A, const TLine2D& B) { return A.Length() > B.Length(); });
+  // Each edge counts where no longer one covers it.
+  double Total = 0.0;
+  for (std::size_t I = 0; I < Lines.size(); ++I) {
+    const double Length = Lines[I].Length();
+    if (Length <= Eps) continue;
+    std::vector<std::pair<double, double>> Covered;
+    for (std::size_t J = 0; J < I; ++J) {
+      const TPoint2D Way = Lines[J].GetDirection();
+      const TPoint2D From = Lines[I].StartPoint - Lines[J].StartPoint;
+      const TPoint2D To = Lines[I].EndPoint - Lines[J].StartPoint;
+      if (std::abs(Way.CrossMul(From)) > Eps || std::abs(Way.CrossMul(To)) > Eps) continue;
+      const TPoint2D Own = Lines[I].GetDirection();
+      const double A = Own.DotMul(Lines[J].StartPoint - Lines[I].StartPoint);
+      const double B = Own.DotMul(Lines[J].EndPoint - Lines[I].StartPoint);
+      Covered.push_back(
+          {std::clamp(std::min(A, B), 0.0, Length), std::clamp(std::max(A, B), 0.0, Length)});
+    }
+    std::sort(Covered.begin(), Covered.end());
+    double Reached = 0.0;
+    for (const auto& [Low, High] : Covered) {
+      if (Low > Reached) Total += Low - Reached;
+      Reached = std::max(Reached, High);
+    }
+    Total += Length - Reached;
+  }
+  return Total;
+}
+
+void ExpectSound(const TSheet& Sheet, const TPlan& Plan, double Snap) {
+  ExpectEachEdgeOnce(Sheet, Plan);
+  for (const TOwningFlyCurves& Pass : Plan.Passes) ExpectContinuous(Pass);
+  ExpectGapsClear(Sheet, Plan);
+  ExpectContours(Sheet, Plan, Snap);
+}
+
+}  // namespace sheet_planner::test

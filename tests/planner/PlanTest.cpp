@@ -1,0 +1,243 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "examples/sheet_planner/Planner.h"
+#include "examples/sheet_planner/Report.h"
+#include "examples/sheet_planner/RunFinder.h"
+#include "examples/sheet_planner/SampleSheets.h"
+#include "examples/sheet_planner/SvgWriter.h"
+#include "tests/planner/PlanChecks.h"
+#include "tests/support/Generate.h"
+#include "tests/support/Restore.h"
+
+namespace sheet_planner {
+
+using namespace tarnalgo;
+
+namespace {
+
+TSheet SheetOf(const std::vector<TLine2D>& Lines) {
+  TDrawing Drawing;
+  for (const TLine2D& Line : Lines) Drawing.Edges.push_back({Line, 0});
+  TPrepOptions Options;
+  Options.Snap = 1e-6;
+  return PrepareSheet(Drawing, Options);
+}
+
+// Each list is two edges; moved, turned and reversed they are one run or two as before.
+TEST(FindRuns, ChainsWhatOneMovementCanCut) {
+  const struct {
+    const char* Name;
+    TLine2D First;
+    TLine2D Second;
+    bool IsOneRun;
+  } Cases[] = {
+      {"a gap of exactly the limit", {{0, 0}, {10, 0}}, {{30, 0}, {40, 0}}, true},
+      {"a longer gap", {{0, 0}, {10, 0}}, {{30.001, 0}, {40, 0}}, false},
+      {"touching", {{0, 0}, {10, 0}}, {{10, 0}, {20, 0}}, true},
+      {"a little aside", {{0, 0}, {10, 0}}, {{12, 0.049}, {20, 0.049}}, true},
+      {"too far aside", {{0, 0}, {10, 0}}, {{12, 0.2}, {20, 0.2}}, false},
+      {"side by side", {{0, 0}, {10, 0}}, {{9, 0.01}, {20, 0.01}}, false},
+      {"half a degree off, but near", {{0, 0}, {10, 0}}, {{11, 0}, {13, 0.017}}, true},
+      {"a degree off, and long", {{0, 0}, {10, 0}}, {{11, 0}, {50, 0.7}}, false},
+      {"another direction", {{0, 0}, {10, 0}}, {{11, 0}, {11.6, 0.03}}, false},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    for (const double Turn : {0.0, 0.4, 1.5207, 1.57079, 1.6, 3.1, 3.1412, 3.14159}) {
+      for (const TPoint2D& Shift : {TPoint2D(), TPoint2D(1e5, -2e5)}) {
+        for (int Way = 0; Way < 4; ++Way) {
+          SCOPED_TRACE(testing::Message()
+                       << "turned by " << Turn << ", X + " << Shift.X << ", direction " << Way);
+          const auto Place = [&](const TLine2D& Line, bool IsReversed) {
+            const TLine2D Placed{Line.StartPoint.RotateBy(Turn) + Shift,
+                                 Line.EndPoint.RotateBy(Turn) + Shift};
+            return IsReversed ? Placed.ReverseParam() : Placed;
+          };
+          const TSheet Sheet =
+              SheetOf({Place(Case.Second, (Way & 1) != 0), Place(Case.First, (Way & 2) != 0)});
+          EXPECT_EQ(Case.IsOneRun ? 1 : 2, GroupSheet(Sheet).Stats.Runs);
+        }
+      }
+    }
+  }
+}
+
+TEST(FindRuns, FollowsNoBend) {
+  // Chords of a large circle: each is in line with the next, all together are not.
+  std::vector<TLine2D> Lines;
+  for (int I = 0; I < 60; ++I) {
+    const auto At = [](double A) { return TPoint2D(2000, 0).RotateBy(A); };
+    Lines.push_back({At(0.01 * I), At(0.01 * I + 0.005)});
+  }
+  const TSheet Sheet = SheetOf(Lines);
+  const TPlan Plan = PlanSheet(Sheet);
+  EXPECT_GT(Plan.Stats.Runs, 20);
+  test::ExpectSound(Sheet, Plan, 1e-6);
+}
+
+TEST(PlanSheet, FliesOnlyEdgesWithinTheScanLengths) {
+  const TSheet Sheet =
+      SheetOf({{{0, 0}, {0.499, 0}}, {{0, 1}, {0.5, 1}}, {{0, 2}, {50, 2}}, {{0, 3}, {50.001, 3}}});
+  const TPlan Plan = PlanSheet(Sheet);
+  EXPECT_EQ(2, Plan.Stats.FlownEdges);
+  EXPECT_EQ(1, Plan.Stats.ShortEdges);
+  EXPECT_EQ(1, Plan.Stats.LongEdges);
+  EXPECT_EQ(2U, Plan.Contours.size());
+  test::ExpectSound(Sheet, Plan, 1e-6);
+}
+
+TEST(PlanSheet, SplitsAPassWhereItWouldCrossACut) {
+  const std::vector<TLine2D> Squares{{{0, 0}, {10, 0}},  {{0, 0}, {0, 9}},   {{10, 0}, {10, 9}},
+                                     {{14, 0}, {24, 0}}, {{14, 0}, {14, 9}}, {{24, 0}, {24, 9}}};
+  const struct {
+    const char* Name;
+    std::vector<TLine2D> Between;
+    int Rejected;
+  } Cases[] = {
+      {"nothing between: the corners only touch", {}, 0},
+      {"a cut across", {{{12, -1}, {12, 1}}}, 1},
+      {"a cut that ends on the gap", {{{12, 0}, {12, 5}}}, 1},
+      {"a cut that ends on the middle of the gap from below", {{{11, 0}, {12, -5}}}, 1},
+      {"a cut that stops short of it", {{{12, 0.01}, {12, 5}}}, 0},
+      {"a cut through the corner where it starts", {{{9, -3}, {11, 3}}}, 0},
+      {"a cut through the corner where it ends", {{{15, 3}, {13, -3}}}, 0},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    std::vector<TLine2D> Lines = Squares;
+    Lines.insert(Lines.end(), Case.Between.begin(), Case.Between.end());
+    const TSheet Sheet = SheetOf(Lines);
+    const TPlan Plan = PlanSheet(Sheet);
+    EXPECT_EQ(Case.Rejected, Plan.Stats.GapsCrossing);
+    EXPECT_EQ(1 - Case.Rejected, Plan.Stats.GapsAccepted);
+    test::ExpectSound(Sheet, Plan, 1e-6);
+  }
+}
+
+TEST(PlanSheet, FliesAcrossNoCircleArcOrCurve) {
+  for (int Kind = 0; Kind < 3; ++Kind) {
+    for (const double Aside : {0.0, 0.9, 1.1}) {
+      SCOPED_TRACE(testing::Message() << "kind " << Kind << ", " << Aside << " aside");
+      TDrawing Drawing;
+      Drawing.AddEdge({0, 0}, {10, 0}, 0);
+      Drawing.AddEdge({16, 0}, {26, 0}, 0);
+      const TPoint2D Center{13, Aside};
+      if (Kind == 0) Drawing.Circles.push_back({{Center, 1}, 0});
+      if (Kind == 1) Drawing.Arcs.push_back({TArc2D(Center, 1, 3, 3.5), 0});
+      if (Kind == 2) {
+        Drawing.Curves.push_back({{Center + TPoint2D(-1, 0), Center + TPoint2D(0, -1),
+                                   Center + TPoint2D(1, 0), Center + TPoint2D(2, 3)},
+                                  0});
+      }
+      const TSheet Sheet = PrepareSheet(Drawing, {});
+      const TPlan Plan = PlanSheet(Sheet);
+      EXPECT_EQ(Aside < 1 ? 1 : 0, Plan.Stats.GapsCrossing);
+      test::ExpectSound(Sheet, Plan, 0.01);
+    }
+  }
+}
+
+TEST(PlanSheet, IsSoundOnTheSamples) {
+  for (const TDrawing& Drawing :
+       {PerforatedPlate(16, 12), BracketNest(2, 2), SquareGrid(12, 9), PerforatedPlate(1, 1)}) {
+    SCOPED_TRACE(Drawing.Name);
+    const TSheet Sheet = PrepareSheet(Drawing, {});
+    const TPlan Plan = PlanSheet(Sheet);
+    test::ExpectSound(Sheet, Plan, 0.01);
+    double Length = 0.0;
+    for (const TSheetEdge& Edge : Sheet.Edges) Length += Edge.Line.Length();
+    const double Union = test::UnionLength(Drawing.Edges, 1e-6);
+    EXPECT_NEAR(Union, Length, Union * 1e-6);
+  }
+}
+
+TEST(PlanSheet, MakesOnePassOfARowOfSquares) {
+  const TPlan Plan = PlanSheet(PrepareSheet(SquareGrid(20, 3), {}));
+  EXPECT_EQ(6U + 40U, Plan.Passes.size());  // two a row, two a column
+  EXPECT_EQ(6 * 19 + 40 * 2, Plan.Stats.GapsAccepted);
+  EXPECT_EQ(2, Plan.Stats.Groups);
+}
+
+// Grids of squares, turned, with duplicates, stray lines across and a circle here and there.
+TEST(PlanSheet, IsSoundOnRandomSheets) {
+  std::mt19937 Random(7);
+  for (int Round = 0; Round < 25; ++Round) {
+    SCOPED_TRACE(Round);
+    TDrawing Drawing;
+    const int Parts = tarnalgo::test::RandomInt(Random, 1, 4);
+    for (int Part = 0; Part < Parts; ++Part) {
+      const TDrawing Squares = SquareGrid(tarnalgo::test::RandomInt(Random, 1, 6), 3);
+      const double Turn = 0.05 * tarnalgo::test::RandomInt(Random, 0, 62);
+      const TPoint2D Shift = tarnalgo::test::RandomPoint(Random, -60, 60);
+      for (const TDrawnEdge& Edge : Squares.Edges) {
+        const TPoint2D From = Edge.Line.StartPoint.RotateBy(Turn) + Shift;
+        const TPoint2D To = Edge.Line.EndPoint.RotateBy(Turn) + Shift;
+        Drawing.AddEdge(From, To, Part);
+        if (tarnalgo::test::RandomInt(Random, 0, 3) == 0)
+          Drawing.AddEdge(Lerp(From, To, 0.3), To, Part);
+      }
+      Drawing.AddEdge(tarnalgo::test::RandomPoint(Random, -60, 60),
+                      tarnalgo::test::RandomPoint(Random, -60, 60), Part);
+      Drawing.Circles.push_back({{tarnalgo::test::RandomPoint(Random, -60, 60), 3.0}, Part});
+    }
+    TPrepOptions Options;
+    Options.Snap = 1e-5;
+    const TSheet Sheet = PrepareSheet(Drawing, Options);
+    const TPlan Plan = PlanSheet(Sheet);
+    test::ExpectSound(Sheet, Plan, Options.Snap);
+    double Length = 0.0;
+    for (const TSheetEdge& Edge : Sheet.Edges) Length += Edge.Line.Length();
+    const double Union = test::UnionLength(Drawing.Edges, Options.Snap);
+    EXPECT_NEAR(Union, Length, Union * 1e-6);
+  }
+}
+
+TEST(PlanSheet, TakesAnySheet) {
+  for (const std::vector<TLine2D>& Lines : {std::vector<TLine2D>{},
+                                            {{{0, 0}, {1, 0}}},
+                                            {{{-1e9, -1e9}, {1e9, 1e9}}},
+                                            {{{1e9, 0}, {1e9, 1}}, {{1e9, 3}, {1e9, 4}}},
+                                            {{{0, 0}, {0, 1e-5}}}}) {
+    TDrawing Drawing;
+    for (const TLine2D& Line : Lines) Drawing.Edges.push_back({Line, 0});
+    const TSheet Sheet = PrepareSheet(Drawing, {});
+    const TPlan Plan = PlanSheet(Sheet);
+    EXPECT_NE(std::string::npos, PlanSvg(Drawing, Sheet, Plan).find("</svg>"));
+    EXPECT_EQ(std::string::npos, PlanSvg(Drawing, Sheet, Plan).find("nan"));
+  }
+}
+
+TEST(PlanSheet, ReadsTheTunables) {
+  const TSheet Sheet = PrepareSheet(SquareGrid(5, 5), {});
+  const tarnalgo::test::TRestore Distance(MaxConnectDistance);
+  MaxConnectDistance = 3.9;  // the squares stand 4 apart
+  const TPlan Plan = PlanSheet(Sheet);
+  EXPECT_EQ(100U, Plan.Passes.size());
+  EXPECT_EQ(80, Plan.Stats.GapsTooLong);
+}
+
+TEST(Output, IsTheSameBytesTwice) {
+  const auto Output = [] {
+    const TDrawing Drawing = PerforatedPlate(16, 12);
+    const TSheet Sheet = PrepareSheet(Drawing, {});
+    const TPlan Plan = PlanSheet(Sheet);
+    return PlanSvg(Drawing, Sheet, Plan) + PlanReport(Drawing, Sheet, Plan) +
+           PlanListing(Drawing, Plan);
+  };
+  EXPECT_EQ(Output(), Output());
+}
+
+TEST(Output, NamesAreSafeInThePicture) {
+  TDrawing Drawing = SquareGrid(1, 1);
+  Drawing.Name = "<a & \"b\">\n\xFF\xE5\x9B\xBE";
+  const TSheet Sheet = PrepareSheet(Drawing, {});
+  const std::string Svg = PlanSvg(Drawing, Sheet, PlanSheet(Sheet));
+  EXPECT_NE(std::string::npos,
+            Svg.find("<title>&lt;a &amp; &quot;b&quot;&gt;??\xE5\x9B\xBE</title>"));
+}
+
+}  // namespace
+
+}  // namespace sheet_planner

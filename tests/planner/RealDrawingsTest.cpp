@@ -1,0 +1,61 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "examples/sheet_planner/DxfReader.h"
+#include "examples/sheet_planner/Report.h"
+#include "examples/sheet_planner/SvgWriter.h"
+#include "tests/planner/PlanChecks.h"
+
+namespace sheet_planner {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Drawings found in the field; they are no part of the project.
+std::vector<fs::path> Drawings() {
+  const char* const Variable = std::getenv("TARNALGO_DRAWINGS");
+  const fs::path Folder = Variable ? Variable : SHEET_PLANNER_DRAWINGS;
+  std::vector<fs::path> Found;
+  std::error_code Error;
+  for (const auto& Entry : fs::recursive_directory_iterator(Folder, Error)) {
+    if (Entry.path().extension() == ".dxf") Found.push_back(Entry.path());
+  }
+  std::sort(Found.begin(), Found.end());
+  return Found;
+}
+
+TEST(RealDrawings, ArePlannedSoundly) {
+  const std::vector<fs::path> Files = Drawings();
+  if (Files.empty()) GTEST_SKIP() << "no drawings in " << SHEET_PLANNER_DRAWINGS;
+  for (const fs::path& File : Files) {
+    SCOPED_TRACE(File.string());
+    const TDrawing Drawing = ReadDxfFile(File.string(), 0.05);
+    TPrepOptions Options;
+    Options.LayersAsPorts = true;
+    for (const double Snap : {0.01, 1e-6}) {
+      SCOPED_TRACE(Snap);
+      Options.Snap = Snap;
+      const TSheet Sheet = PrepareSheet(Drawing, Options);
+      const TPlan Plan = PlanSheet(Sheet);
+      test::ExpectSound(Sheet, Plan, Snap);
+      const TPlan Again = PlanSheet(PrepareSheet(Drawing, Options));
+      EXPECT_EQ(PlanSvg(Drawing, Sheet, Plan), PlanSvg(Drawing, Sheet, Again));
+      EXPECT_EQ(PlanReport(Drawing, Sheet, Plan), PlanReport(Drawing, Sheet, Again));
+      if (Snap > 1e-6) continue;  // the ends moved: the length is the snapped edges', not the drawn
+      double Length = 0.0;
+      for (const TSheetEdge& Edge : Sheet.Edges) Length += Edge.Line.Length();
+      const double Union = test::UnionLength(Drawing.Edges, Snap);
+      EXPECT_NEAR(Union, Length, Union * 1e-6);
+    }
+  }
+}
+
+}  // namespace
+
+}  // namespace sheet_planner
