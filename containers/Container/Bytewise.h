@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 #include <numeric>
+#include <span>
 #include <type_traits>
 
 namespace tarnalgo {
@@ -19,6 +20,12 @@ template <class T>
 constexpr int SumOfBytes() {
   const auto Bytes = std::bit_cast<std::array<unsigned char, sizeof(T)>>(T{});
   return std::accumulate(Bytes.begin(), Bytes.end(), 0);
+}
+
+/// The bytes of a value; their number is a constant.
+template <class T>
+auto BytesOf(const T& Value) noexcept {
+  return std::as_bytes(std::span<const T, 1>(&Value, 1));
 }
 
 template <class T>
@@ -50,7 +57,7 @@ concept TBytewiseComparable = std::is_trivially_copyable_v<T> && kHasNoPadding<T
 template <TBytewiseComparable T>
 struct TBytewiseEqual {
   bool operator()(const T& A, const T& B) const noexcept {
-    return std::memcmp(&A, &B, sizeof(T)) == 0;
+    return std::memcmp(&A, &B, detail::BytesOf(A).size()) == 0;
   }
 };
 
@@ -58,11 +65,11 @@ struct TBytewiseEqual {
 template <TBytewiseComparable T>
 struct TBytewiseHash {
   std::size_t operator()(const T& Value) const noexcept {
-    const auto* Bytes = reinterpret_cast<const unsigned char*>(&Value);
-    std::uint64_t Hash = sizeof(T);
-    for (std::size_t At = 0; At < sizeof(T); At += sizeof(std::uint64_t)) {
+    const auto Bytes = detail::BytesOf(Value);
+    std::uint64_t Hash = Bytes.size();
+    for (std::size_t At = 0; At < Bytes.size(); At += sizeof(std::uint64_t)) {
       std::uint64_t Word = 0;
-      std::memcpy(&Word, Bytes + At, std::min(sizeof(Word), sizeof(T) - At));
+      std::memcpy(&Word, Bytes.data() + At, std::min(sizeof(Word), Bytes.size() - At));
       Hash = Mix(Hash ^ Word);
     }
     return static_cast<std::size_t>(Hash);
