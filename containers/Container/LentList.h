@@ -39,6 +39,11 @@ class TLentList {
     if (FCount == Capacity()) Grow(std::max(4, 2 * FCount));
     FItems[FCount++] = Item;
   }
+  /// Appends `Item` if `Wanted`, without a branch on it. There must be room (`Reserve`).
+  void AddIf(bool Wanted, T Item) {
+    FItems[FCount] = Item;
+    FCount += static_cast<int>(Wanted);
+  }
   /// Removes the last item and returns it.
   T TakeLast() { return FItems[--FCount]; }
   /// Removes the item at `Index`; the later ones close up.

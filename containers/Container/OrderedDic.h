@@ -30,6 +30,8 @@ class TOrderedDic {
     const int At = Position(Key, HashOf(Key));
     return At < 0 ? nullptr : FEntries[static_cast<std::size_t>(At)].Value;
   }
+  /// Where a look-up of `Key` begins, to be prefetched by a caller with other work to do first.
+  const void* PlaceOf(const K& Key) const { return FIndex.PlaceOf(HashOf(Key)); }
   /// The key that has been in the dictionary for the longest time, null when there is none.
   const K* First() const { return FCount == 0 ? nullptr : &FEntries[FFirst].Key; }
   /// Calls `Action(Key, Value)` for each pair, in the order in which the keys were added.

@@ -473,6 +473,27 @@ TEST(TRTreeNode, AttachingWidensAllAncestors) {
   Root.ClearFreeChildNodes(true);
 }
 
+TEST(TRTreeNode, SearchesDepthFirstAlsoWhereLeavesLieAtDifferentDepths) {
+  TRTreeNode<int> Root;
+  TRTreeNode<int> Deep;
+  TRTreeNode<int> DeepLeaf;
+  TRTreeNode<int> Leaf;
+  TRTreeNode<int> Items[] = {
+      {0, Square(0, 0)}, {1, Square(1, 0)}, {2, {1, 0, 0, 1}}, {3, Square(2, 0)}};
+  DeepLeaf.AddChildNode(&Items[0]);
+  DeepLeaf.AddChildNode(&Items[1]);
+  Leaf.AddChildNode(&Items[2]);
+  Leaf.AddChildNode(&Items[3]);
+  Deep.AddChildNode(&DeepLeaf);
+  Root.AddChildNode(&Leaf);
+  Root.AddChildNode(&Deep);
+  std::vector<int> Result;
+  Root.Search(Square(0, 0, 9.0), Result);
+  Items[1].Search(Square(0, 0, 9.0), Result);
+  Items[2].Search(Square(0, 0, 9.0), Result);  // turned inside out
+  EXPECT_THAT(Result, ElementsAre(3, 0, 1, 1));
+}
+
 TEST(TRTreeNode, SplitAnswersTheHalfForTheItem) {
   const struct {
     const char* Name;

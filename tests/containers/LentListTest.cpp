@@ -44,6 +44,15 @@ TEST(TLentList, BehavesAsAVectorWhetherItsStorageSuffices) {
   }
 }
 
+TEST(TLentList, AddsIfWanted) {
+  TLentList<int> List;
+  List.Reserve(4);
+  for (int I = 0; I < 4; ++I) List.AddIf(I % 2 == 1, I);
+  ASSERT_EQ(2, List.Count());
+  EXPECT_EQ(1, List[0]);
+  EXPECT_EQ(3, List[1]);
+}
+
 TEST(TLentList, TakesACopyOfItsOwnItemWhileItGrows) {
   int Storage[1];
   TLentList<int> List(Storage, 1);

@@ -57,7 +57,7 @@ class TRTree {
   }
   /// A search with a slack of 1e-6 would find something.
   bool MayIntersect(const TVRect2D& Box) const {
-    return FRoot && !FRoot->VisitMeeting(Box, kLinearTolerance, [](const T&) { return false; });
+    return FRoot && FRoot->HasMeeting(Box, kLinearTolerance);
   }
 
   int Count() const { return FNodes.Count(); }
@@ -76,7 +76,7 @@ class TRTree {
  private:
   // A node with children brings the room for as many as are usual.
   static constexpr int kUsualChildren = 8;
-  class TInnerNode : public TNode {
+  class alignas(64) TInnerNode : public TNode {
    public:
     TInnerNode() : TNode(FChildStorage, FRangeStorage, kUsualChildren) {}
 
@@ -104,15 +104,18 @@ TRTree<T>::TRTree(int MaxChildren) : FMinChildren(MaxChildren / 2), FMaxChildren
 
 template <class T>
 void TRTree<T>::Insert(T Data, const TVRect2D& Box) {
+  // Arrives while the leaf is looked for, which changes nothing yet.
+  __builtin_prefetch(FNodes.PlaceOf(Data));
+  TNode* Leaf = FRoot ? FRoot->ChooseInsertLeaf(Box) : nullptr;
   if (FNodes.Contains(Data)) RaiseError<EParamError>("TRTree.Insert", "duplicate item");
   FNodes.PrepareAdd();
   if (!FRoot) {
-    FRoot = FInnerNodes.Create();
+    FRoot = Leaf = FInnerNodes.Create();
     FRoot->FDepth = 0;
   }
-  TNode* const Leaf = MakeRoom(FRoot->ChooseInsertLeaf(Box), Box);
+  Leaf = MakeRoom(Leaf, Box);
   TNode* const DataNode = FDataNodes.Create(Data, Box);
-  Leaf->AddChildNode(DataNode);
+  Leaf->Adopt(DataNode, Box);
   FNodes.Add(std::move(Data), DataNode);
 }
 
@@ -135,11 +138,10 @@ TRTreeNode<T>* TRTree<T>::MakeRoom(TNode* Leaf, const TVRect2D& Box) {
 
 template <class T>
 void TRTree<T>::Remove(const T& Data) {
-  TNode* const DataNode = FNodes.Find(Data);
+  TNode* const DataNode = FNodes.Remove(Data);
   if (!DataNode) return;
   FFreed.clear();
   DataNode->RemoveFromParentIfEmpty(FFreed);
-  FNodes.Remove(Data);
   if (FFreed.back() == FRoot) FRoot = nullptr;
   for (TNode* Node : FFreed) Free(Node);
 }

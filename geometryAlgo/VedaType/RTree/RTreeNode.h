@@ -32,7 +32,7 @@ class TRTreeNode : public TTreeNode<T> {
   TRTreeNode() : TTreeNode<T>(T{}) {}
   /// A data node.
   TRTreeNode(T Data, const TVRect2D& Box)
-      : TTreeNode<T>(std::move(Data)), FRange(Box), FIsDataNode(true) {}
+      : TTreeNode<T>(std::move(Data)), FIsDataNode(true), FRange(Box) {}
 
   const TVRect2D& Range() const { return FRange; }
   bool IsDataNode() const { return FIsDataNode; }
@@ -49,7 +49,10 @@ class TRTreeNode : public TTreeNode<T> {
   bool IsLeaf() const final { return !FIsDataNode && (ChildCount() == 0 || FHoldsDataNodes); }
   /// Appends `ChildNode`, a `TRTreeNode<T>`, and lets the ranges of this node and of all its
   /// ancestors cover it.
-  void AddChildNode(TTreeNode<T>* ChildNode) final;
+  void AddChildNode(TTreeNode<T>* ChildNode) final {
+    auto* const Added = static_cast<TRTreeNode*>(ChildNode);
+    Adopt(Added, Added->FRange);
+  }
 
   /// The leaf below this node that takes a new item of `Box`: from node to node the child whose
   /// range has to grow least in area.
@@ -71,12 +74,7 @@ class TRTreeNode : public TTreeNode<T> {
 
   /// Appends the items below this node whose boxes meet `Box`: closed boxes, `Eps` of slack along
   /// each axis, depth first in the order of the children. An empty box meets nothing.
-  void Search(const TVRect2D& Box, std::vector<T>& Result, double Eps = kLinearTolerance) const {
-    VisitMeeting(Box, Eps, [&Result](const T& Data) {
-      Result.push_back(Data);
-      return true;
-    });
-  }
+  void Search(const TVRect2D& Box, std::vector<T>& Result, double Eps = kLinearTolerance) const;
 
   /// Takes this node, when it has no children, out of its parent, then the parent, when it has none
   /// left, out of its own, and so on. Appends the nodes taken out to `Freed`, which are the
@@ -96,10 +94,37 @@ class TRTreeNode : public TTreeNode<T> {
   static constexpr int kChooseInsertLeafLine = 9269;
   // Splits of up to this many children allocate nothing.
   static constexpr int kShortList = 16;
+  // Searches with up to this many nodes on a level allocate nothing.
+  static constexpr int kShortLevel = 256;
   using TOrder = TLentList<int>;
+  using TNodes = TLentList<const TRTreeNode*>;
 
-  template <class TVisitor>
-  bool VisitMeeting(const TVRect2D& Box, double Eps, TVisitor Visit) const;
+  /// The box that a search asks for, with the slack.
+  struct TWindow {
+    TVRect2D Box;
+    double Eps;
+    double RightWithSlack;
+    double TopWithSlack;
+
+    TWindow(const TVRect2D& ABox, double AEps)
+        : Box(ABox), Eps(AEps), RightWithSlack(ABox.Right + AEps), TopWithSlack(ABox.Top + AEps) {}
+    /// `FloatLessEquals` of the ends on both axes. Not short-circuit: which side fails cannot be
+    /// guessed, and a wrong guess costs more than the four tests.
+    bool Meets(const TVRect2D& R) const {
+      return static_cast<bool>(
+          static_cast<int>(R.Left <= RightWithSlack) & static_cast<int>(Box.Left <= R.Right + Eps) &
+          static_cast<int>(R.Bottom <= TopWithSlack) & static_cast<int>(Box.Bottom <= R.Top + Eps));
+    }
+  };
+
+  // Fetches this node and the room behind it while others are searched.
+  void Prefetch(bool IsDataNode) const {
+    const char* const Start = reinterpret_cast<const char*>(this);
+    for (int Line = 0; Line < (IsDataNode ? 1 : 5); ++Line) __builtin_prefetch(Start + 64 * Line);
+  }
+
+  bool HasMeeting(const TVRect2D& Box, double Eps) const;
+  void AddMeetingChildren(const TWindow& Window, TNodes& Nodes) const;
   template <class TMakeNode>
   TRTreeNode* SplitInto(const TVRect2D& Box, TMakeNode MakeNode);
   template <class TKeyOf>
@@ -107,29 +132,36 @@ class TRTreeNode : public TTreeNode<T> {
   double CostOfHalves(const TOrder& Order) const;
   void MoveSecondHalf(const TOrder& Order, TRTreeNode& Sibling);
   int LeastGrowth(const TVRect2D& Box) const;
+  void Adopt(TRTreeNode* ChildNode, const TVRect2D& Range);
   void Cover(const TVRect2D& Box);
   void ShowRangeToParent();
   void RemoveChild(const TRTreeNode* ChildNode);
 
-  TVRect2D FRange;
-  TLentList<TVRect2D> FChildRanges;  // in step with the child list
+  // What a search and an insertion read of a node stands in front.
   bool FIsDataNode = false;
   bool FHoldsDataNodes = false;
+  TLentList<TVRect2D> FChildRanges;  // in step with the child list
+  TVRect2D FRange;
 };
 
 /// Area that `Range` gains when it is expanded to cover `Box`.
 inline double AreaGrowth(const TVRect2D& Range, const TVRect2D& Box) {
-  return Range.Expand(Box).Area() - Range.Area();
+  if (!Range.IsValid() || !Box.IsValid()) return Range.Expand(Box).Area() - Range.Area();
+  // The same for two boxes that are not empty, which need no more tests.
+  const double Width = std::max(Range.Right, Box.Right) - std::min(Range.Left, Box.Left);
+  const double Height = std::max(Range.Top, Box.Top) - std::min(Range.Bottom, Box.Bottom);
+  return Width * Height - Range.Width() * Range.Height();
 }
 
+// Attaches a child whose range is `Range`. The caller has it at hand; that of the node would have to
+// come from memory.
 template <class T>
-void TRTreeNode<T>::AddChildNode(TTreeNode<T>* ChildNode) {
-  auto* const Added = static_cast<TRTreeNode*>(ChildNode);
+void TRTreeNode<T>::Adopt(TRTreeNode* ChildNode, const TVRect2D& Range) {
   FChildRanges.Reserve(ChildCount() + 1);
-  TTreeNode<T>::AddChildNode(Added);
-  FChildRanges.Add(Added->FRange);
-  FHoldsDataNodes = Child(0)->FIsDataNode;
-  Cover(Added->FRange);
+  TTreeNode<T>::AddChildNode(ChildNode);
+  FChildRanges.Add(Range);
+  if (ChildCount() == 1) FHoldsDataNodes = ChildNode->FIsDataNode;
+  Cover(Range);
 }
 
 // Lets the ranges from here up to the root cover `Box`.
@@ -156,7 +188,10 @@ TRTreeNode<T>* TRTreeNode<T>::ChooseInsertLeaf(const TVRect2D& Box) {
   AssertThat(!FIsDataNode, "[ERROR] TRTreeNode<T>.ChooseInsertLeaf: 数据节点中不能插入子节点。",
              "geometryAlgo/VedaType", kChooseInsertLeafLine);
   TRTreeNode* Node = this;
-  while (!Node->IsLeaf()) Node = Node->Child(Node->LeastGrowth(Box));
+  while (!Node->IsLeaf()) {
+    Node = Node->Child(Node->LeastGrowth(Box));
+    Node->Prefetch(false);  // the list of ranges together with what points to it
+  }
   return Node;
 }
 
@@ -254,44 +289,70 @@ void TRTreeNode<T>::MoveSecondHalf(const TOrder& Order, TRTreeNode& Sibling) {
     KeptRanges.Add(FChildRanges[Order[I]]);
     FRange.ExpandInPlace(FChildRanges[Order[I]]);
   }
-  for (int I = Half; I < Order.Count(); ++I) Sibling.AddChildNode(Child(Order[I]));
+  for (int I = Half; I < Order.Count(); ++I) {
+    Sibling.Adopt(Child(Order[I]), FChildRanges[Order[I]]);
+  }
   std::copy(Kept.begin(), Kept.end(), this->FChildNodes.begin());
   std::copy(KeptRanges.begin(), KeptRanges.end(), FChildRanges.begin());
   this->FChildNodes.Shorten(Half);
   FChildRanges.Shorten(Half);
 }
 
-// Calls `Visit(Data)` for the items whose boxes meet `Box`, until it answers false; answers whether
-// it never did.
+// Level by level, all that meets the window in the order of the children: in the end the data nodes,
+// in the order of a walk depth first. Against such a walk the nodes of a level come from memory at
+// the same time, not one after the other.
 template <class T>
-template <class TVisitor>
-bool TRTreeNode<T>::VisitMeeting(const TVRect2D& Box, double Eps, TVisitor Visit) const {
-  const auto Meets = [&Box, Eps](const TVRect2D& R) {
-    return TMathUtils::FloatLessEquals(R.Left, Box.Right, Eps) &&
-           TMathUtils::FloatLessEquals(Box.Left, R.Right, Eps) &&
-           TMathUtils::FloatLessEquals(R.Bottom, Box.Top, Eps) &&
-           TMathUtils::FloatLessEquals(Box.Bottom, R.Top, Eps);
-  };
-  if (!Box.IsValid() || !Meets(FRange)) return true;
-  if (FIsDataNode) return !FRange.IsValid() || Visit(this->Data());
-  const TRTreeNode* Storage[128];
-  TLentList<const TRTreeNode*> Waiting(Storage, 128);
+void TRTreeNode<T>::Search(const TVRect2D& Box, std::vector<T>& Result, double Eps) const {
+  const TWindow Window(Box, Eps);
+  if (!Box.IsValid() || !FRange.IsValid() || !Window.Meets(FRange)) return;
+  const TRTreeNode* Storage[2][kShortLevel];
+  TNodes Levels[2] = {{Storage[0], kShortLevel}, {Storage[1], kShortLevel}};
+  TNodes* Level = &Levels[0];
+  TNodes* Below = &Levels[1];
+  Level->Add(this);
+  for (bool IsLowest = FIsDataNode; !IsLowest;) {
+    IsLowest = true;
+    Below->Clear();
+    for (const TRTreeNode* Node : *Level) {
+      if (Node->FIsDataNode) {
+        Below->Add(Node);  // only a tree made by hand has data nodes at different depths
+        continue;
+      }
+      Node->AddMeetingChildren(Window, *Below);
+      IsLowest = IsLowest && Node->IsLeaf();
+    }
+    std::swap(Level, Below);
+  }
+  for (const TRTreeNode* DataNode : *Level) Result.push_back(DataNode->Data());
+}
+
+// Some data node below meets the window. Depth first: the first one found ends the search.
+template <class T>
+bool TRTreeNode<T>::HasMeeting(const TVRect2D& Box, double Eps) const {
+  const TWindow Window(Box, Eps);
+  if (!Box.IsValid() || !FRange.IsValid() || !Window.Meets(FRange)) return false;
+  const TRTreeNode* Storage[kShortLevel];
+  TNodes Waiting(Storage, kShortLevel);
   Waiting.Add(this);
   while (!Waiting.IsEmpty()) {
     const TRTreeNode* const Node = Waiting.TakeLast();
-    const int Count = Node->ChildCount();
-    if (Node->FHoldsDataNodes) {
-      for (int I = 0; I < Count; ++I) {
-        const TVRect2D& R = Node->FChildRanges[I];
-        if (Meets(R) && R.IsValid() && !Visit(Node->Child(I)->Data())) return false;
-      }
-    } else {
-      for (int I = Count - 1; I >= 0; --I) {
-        if (Meets(Node->FChildRanges[I])) Waiting.Add(Node->Child(I));
-      }
-    }
+    if (Node->FIsDataNode) return true;
+    Node->AddMeetingChildren(Window, Waiting);
   }
-  return true;
+  return false;
+}
+
+// Appends the children that meet the window. An empty box meets nothing, also where an endless
+// window reaches its sides; a node of empty range has nothing but empty boxes below.
+template <class T>
+void TRTreeNode<T>::AddMeetingChildren(const TWindow& Window, TNodes& Nodes) const {
+  const int Before = Nodes.Count();
+  Nodes.Reserve(Before + ChildCount());
+  for (int I = 0; I < ChildCount(); ++I) {
+    const TVRect2D& R = FChildRanges[I];
+    Nodes.AddIf(Window.Meets(R) & R.IsValid(), Child(I));
+  }
+  for (int I = Before; I < Nodes.Count(); ++I) Nodes[I]->Prefetch(FHoldsDataNodes);
 }
 
 template <class T>
@@ -299,6 +360,7 @@ void TRTreeNode<T>::RemoveFromParentIfEmpty(std::vector<TRTreeNode*>& Freed) {
   TRTreeNode* Node = this;
   while (Node && Node->ChildCount() == 0) {
     TRTreeNode* const Above = Node->Parent();
+    if (Above) Above->Prefetch(false);
     Freed.push_back(Node);
     if (Above) Above->RemoveChild(Node);
     Node->FParent = nullptr;
