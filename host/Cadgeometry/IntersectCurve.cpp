@@ -27,11 +27,22 @@ const TCurvePiece& PieceAt(const TPieces& Pieces, int Index) {
   return Pieces[static_cast<std::size_t>(Index)];
 }
 
+/// The parameter at which one member ends and the next one starts belongs to the latter. Where that
+/// starts elsewhere, the end of the former is the last parameter before.
+void PartSharedParams(TPieces& Pieces) {
+  for (std::size_t I = 1; I < Pieces.size(); ++I) {
+    TCurvePiece& Former = Pieces[I - 1];
+    if (Former.To != Pieces[I].From || Former.End.Equals(Pieces[I].Start)) continue;
+    Former.To = std::nextafter(Former.To, Former.From);
+  }
+}
+
 /// The pieces of a curve without those that are not finite and without points that lie on the end
 /// of the piece before: a million equal points come down to one piece.
 TPieces GatherPieces(const TGeCurve2D& Curve) {
   TPieces Pieces;
   Curve.AppendPieces(Pieces);
+  PartSharedParams(Pieces);
   std::size_t Kept = 0;
   for (std::size_t I = 0; I < Pieces.size(); ++I) {
     if (!Pieces[I].IsFinite()) continue;
@@ -123,9 +134,11 @@ struct TPlace {
   TPieceContact At;
 };
 
+/// An overlap, along which the second curve keeps its sense.
 struct TStretch {
   TPlace From;
   TPlace To;
+  bool IsForward = true;
 };
 
 /// Gathers what the pieces of two curves have in common and puts it together again as meetings of
@@ -150,14 +163,30 @@ class TCurveMeeting {
     CrossAll(ScaledPieces(FFirst, Factor), ScaledPieces(FSecond, Factor), FTol * Factor);
   }
 
+  /// Contacts at the ends of overlaps are part of them. Those on either side of a joint with nothing
+  /// wider than the tolerance in between are one: the place where the curves come nearer.
+  void JoinContacts() {
+    std::erase_if(FContacts,
+                  [&](const TPlace& Place) { return FOverlapEnds.Holds(PointOnFirst(Place)); });
+    if (FContacts.size() < 2) return;
+    std::stable_sort(FContacts.begin(), FContacts.end(), IsEarlierOnFirst);
+    std::vector<TPlace> Joined;
+    for (const TPlace& Place : FContacts) {
+      if (Joined.empty() || !StaysClose(Joined.back(), Place)) {
+        Joined.push_back(Place);
+      } else if (Gap(Place) < Gap(Joined.back())) {
+        Joined.back() = Place;
+      }
+    }
+    FContacts = std::move(Joined);
+  }
+
   /// Overlaps that go on from piece to piece on both curves are one.
   void JoinOverlaps() {
     if (FStretches.size() < 2) return;
-    std::stable_sort(FStretches.begin(), FStretches.end(),
-                     [](const TStretch& L, const TStretch& R) {
-                       return L.From.Piece1 != R.From.Piece1 ? L.From.Piece1 < R.From.Piece1
-                                                             : L.From.At.U1 < R.From.At.U1;
-                     });
+    std::stable_sort(
+        FStretches.begin(), FStretches.end(),
+        [](const TStretch& L, const TStretch& R) { return IsEarlierOnFirst(L.From, R.From); });
     std::vector<TStretch> Joined;
     std::unordered_multimap<std::uint64_t, std::size_t> ByEnd;  // positions in `Joined`
     for (const TStretch& Stretch : FStretches) {
@@ -176,7 +205,6 @@ class TCurveMeeting {
     std::vector<TIntersect2D> Found;
     Found.reserve(FContacts.size() + FStretches.size());
     for (const TPlace& Place : FContacts) {
-      if (FOverlapEnds.Holds(PointOnFirst(Place))) continue;
       Found.push_back({OnFirst(Place), OnSecond(Place), false, OnFirst(Place), OnSecond(Place)});
     }
     for (const TStretch& Stretch : FStretches) {
@@ -217,11 +245,55 @@ class TCurveMeeting {
       if (FPlaces.Add(PointOnFirst(Place))) FContacts.push_back(Place);
     }
     for (const TPieceOverlap& Overlap : Crossing.Overlaps()) {
-      const TStretch Stretch{{I, J, Overlap.From}, {I, J, Overlap.To}};
+      const TStretch Stretch{
+          {I, J, Overlap.From}, {I, J, Overlap.To}, Overlap.From.U2 <= Overlap.To.U2};
       FOverlapEnds.Add(PointOnFirst(Stretch.From));
       FOverlapEnds.Add(PointOnFirst(Stretch.To));
       FStretches.push_back(Stretch);
     }
+  }
+
+  static bool IsEarlierOnFirst(const TPlace& L, const TPlace& R) {
+    return L.Piece1 != R.Piece1 ? L.Piece1 < R.Piece1 : L.At.U1 < R.At.U1;
+  }
+
+  double Gap(const TPlace& Place) const {
+    return PointOnFirst(Place).DistanceTo(OnSecond(Place).Point);
+  }
+
+  /// The places lie on neighbouring pieces, and on its way between them each curve keeps within the
+  /// tolerance of those of the other. Within one pair of pieces that is settled already.
+  bool StaysClose(const TPlace& L, const TPlace& R) const {
+    const int Steps1 = R.Piece1 - L.Piece1;
+    const int Steps2 = R.Piece2 - L.Piece2;
+    if (Steps1 > 1 || std::abs(Steps2) > 1 || (Steps1 == 0 && Steps2 == 0)) return false;
+    const auto OnSecondIsClose = [&](const TPlace& From, const TPlace& To) {
+      return IsCloseBetween(FSecond, From.Piece2, From.At.U2, To.Piece2, To.At.U2, FFirst, L.Piece1,
+                            R.Piece1);
+    };
+    return IsCloseBetween(FFirst, L.Piece1, L.At.U1, R.Piece1, R.At.U1, FSecond, L.Piece2,
+                          R.Piece2) &&
+           (Steps2 < 0 ? OnSecondIsClose(R, L) : OnSecondIsClose(L, R));
+  }
+
+  /// From one place to another, on the same piece or the next, the curve keeps within the tolerance
+  /// of two pieces of the other.
+  bool IsCloseBetween(const TPieces& Pieces, int Piece1, double U1, int Piece2, double U2,
+                      const TPieces& Others, int Other1, int Other2) const {
+    const auto IsCloseAlong = [&](int Piece, double From, double To) {
+      for (const double Step : {1.0, 0.5, 0.25, 0.75, 0.0}) {
+        const TPoint2D P = PieceAt(Pieces, Piece).Eval(std::lerp(From, To, Step));
+        double ToFirst = 0.0;
+        double ToSecond = 0.0;
+        PieceAt(Others, Other1).Nearest(P, ToFirst);
+        PieceAt(Others, Other2).Nearest(P, ToSecond);
+        if (!(std::min(ToFirst, ToSecond) <= FTol)) return false;
+      }
+      return true;
+    };
+    if (Piece1 == Piece2) return IsCloseAlong(Piece1, U1, U2);
+    return PieceAt(Pieces, Piece1).End.Equals(PieceAt(Pieces, Piece2).Start, FTol) &&
+           IsCloseAlong(Piece1, U1, 1.0) && IsCloseAlong(Piece2, 0.0, U2);
   }
 
   TPoint2D PointOnFirst(const TPlace& Place) const {
@@ -254,7 +326,8 @@ class TCurveMeeting {
   }
 
   bool GoesOn(const TStretch& Former, const TStretch& Next) const {
-    return IsSamePlace(FFirst, Former.To.Piece1, Former.To.At.U1, Next.From.Piece1,
+    return Former.IsForward == Next.IsForward &&
+           IsSamePlace(FFirst, Former.To.Piece1, Former.To.At.U1, Next.From.Piece1,
                        Next.From.At.U1) &&
            IsSamePlace(FSecond, Former.To.Piece2, Former.To.At.U2, Next.From.Piece2,
                        Next.From.At.U2);
@@ -285,6 +358,7 @@ void TGeCurve2D::IntersectCurve(const TGeCurve2D& Other, std::vector<TIntersect2
                                 const TGeTolerance& Tol) const {
   TCurveMeeting Meeting(*this, Other, Tol);
   Meeting.CrossPieces();
+  Meeting.JoinContacts();
   Meeting.JoinOverlaps();
   Meeting.Give(Results);
 }
