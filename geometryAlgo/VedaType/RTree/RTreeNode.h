@@ -108,12 +108,13 @@ class TRTreeNode : public TTreeNode<T> {
 
     TWindow(const TVRect2D& ABox, double AEps)
         : Box(ABox), Eps(AEps), RightWithSlack(ABox.Right + AEps), TopWithSlack(ABox.Top + AEps) {}
-    /// `FloatLessEquals` of the ends on both axes. Not short-circuit: which side fails cannot be
-    /// guessed, and a wrong guess costs more than the four tests.
+    /// `FloatLessEquals` of the ends on both axes, and `R` is not empty. Not short-circuit: which
+    /// test fails cannot be guessed, and a wrong guess costs more than all the tests.
     bool Meets(const TVRect2D& R) const {
       return static_cast<bool>(
           static_cast<int>(R.Left <= RightWithSlack) & static_cast<int>(Box.Left <= R.Right + Eps) &
-          static_cast<int>(R.Bottom <= TopWithSlack) & static_cast<int>(Box.Bottom <= R.Top + Eps));
+          static_cast<int>(R.Bottom <= TopWithSlack) & static_cast<int>(Box.Bottom <= R.Top + Eps) &
+          static_cast<int>(R.IsValid()));
     }
   };
 
@@ -304,7 +305,7 @@ void TRTreeNode<T>::MoveSecondHalf(const TOrder& Order, TRTreeNode& Sibling) {
 template <class T>
 void TRTreeNode<T>::Search(const TVRect2D& Box, std::vector<T>& Result, double Eps) const {
   const TWindow Window(Box, Eps);
-  if (!Box.IsValid() || !FRange.IsValid() || !Window.Meets(FRange)) return;
+  if (!Box.IsValid() || !Window.Meets(FRange)) return;
   const TRTreeNode* Storage[2][kShortLevel];
   TNodes Levels[2] = {{Storage[0], kShortLevel}, {Storage[1], kShortLevel}};
   TNodes* Level = &Levels[0];
@@ -330,7 +331,7 @@ void TRTreeNode<T>::Search(const TVRect2D& Box, std::vector<T>& Result, double E
 template <class T>
 bool TRTreeNode<T>::HasMeeting(const TVRect2D& Box, double Eps) const {
   const TWindow Window(Box, Eps);
-  if (!Box.IsValid() || !FRange.IsValid() || !Window.Meets(FRange)) return false;
+  if (!Box.IsValid() || !Window.Meets(FRange)) return false;
   const TRTreeNode* Storage[kShortLevel];
   TNodes Waiting(Storage, kShortLevel);
   Waiting.Add(this);
@@ -342,15 +343,14 @@ bool TRTreeNode<T>::HasMeeting(const TVRect2D& Box, double Eps) const {
   return false;
 }
 
-// Appends the children that meet the window. An empty box meets nothing, also where an endless
-// window reaches its sides; a node of empty range has nothing but empty boxes below.
+// Appends the children that meet the window. A node of empty range, which does not, has nothing but
+// empty boxes below.
 template <class T>
 void TRTreeNode<T>::AddMeetingChildren(const TWindow& Window, TNodes& Nodes) const {
   const int Before = Nodes.Count();
   Nodes.Reserve(Before + ChildCount());
   for (int I = 0; I < ChildCount(); ++I) {
-    const TVRect2D& R = FChildRanges[I];
-    Nodes.AddIf(Window.Meets(R) & R.IsValid(), Child(I));
+    Nodes.AddIf(Window.Meets(FChildRanges[I]), Child(I));
   }
   for (int I = Before; I < Nodes.Count(); ++I) Nodes[I]->Prefetch(FHoldsDataNodes);
 }
