@@ -23,16 +23,26 @@ TEdgeTree::TEdgeTree(const std::vector<TPoint2D>& Points, const TPoint2D& Axis)
   const bool IsOnePlace = std::all_of(Points.begin(), Points.end(),
                                       [&](const TPoint2D& P) { return P == Points.front(); });
   FPlaceEdge = IsOnePlace ? 0 : -1;
-  std::vector<TBox> Leaves(static_cast<std::size_t>((FEdgeCount - 1) / kLeafEdges + 1));
+  const auto LeafCount = static_cast<std::size_t>((FEdgeCount - 1) / kLeafEdges + 1);
+  FLevels.emplace_back(LeafCount);
+  FQuadrants.emplace_back(LeafCount, kAllQuadrants);
   for (int I = 0; I < FEdgeCount; ++I) {
-    Leaves[static_cast<std::size_t>(I / kLeafEdges)].Expand(EdgeBox(I));
+    const auto Leaf = static_cast<std::size_t>(I / kLeafEdges);
+    FLevels[0][Leaf].Expand(EdgeBox(I));
+    FQuadrants[0][Leaf] &= QuadrantsOf(I);
   }
-  FLevels.push_back(std::move(Leaves));
   while (FLevels.back().size() > 1) {
     const std::vector<TBox>& Lower = FLevels.back();
-    std::vector<TBox> Upper((Lower.size() - 1) / kBranches + 1);
-    for (std::size_t I = 0; I < Lower.size(); ++I) Upper[I / kBranches].Expand(Lower[I]);
+    const std::vector<TQuadrants>& LowerQuadrants = FQuadrants.back();
+    const std::size_t UpperCount = (Lower.size() - 1) / kBranches + 1;
+    std::vector<TBox> Upper(UpperCount);
+    std::vector<TQuadrants> UpperQuadrants(UpperCount, kAllQuadrants);
+    for (std::size_t I = 0; I < Lower.size(); ++I) {
+      Upper[I / kBranches].Expand(Lower[I]);
+      UpperQuadrants[I / kBranches] &= LowerQuadrants[I];
+    }
     FLevels.push_back(std::move(Upper));
+    FQuadrants.push_back(std::move(UpperQuadrants));
   }
   if (FAxis == DcsX) return;  // exact: an upright tree takes coordinates as they are
   const TBox& All = FLevels.back().front();
@@ -68,15 +78,33 @@ void TEdgeTree::TBox::Expand(const TBox& Other) {
   Top = std::max(Top, Other.Top);
 }
 
+TVLine2D TEdgeTree::TurnedEdge(int I) const {
+  const TVLine2D Upright = Edge(I);
+  if (FAxis == DcsX) return Upright;  // exact: nothing to turn
+  const auto Turned = [this](const TPoint2D& P) {
+    return TPoint2D(FAxis.DotMul(P), FAxis.CrossMul(P));
+  };
+  return {Turned(Upright.StartPoint), Turned(Upright.EndPoint)};
+}
+
 TEdgeTree::TBox TEdgeTree::EdgeBox(int I) const {
-  auto [P, Q] = Edge(I);
-  if (P == Q && I != FPlaceEdge) return {};  // exact: the neighbours have the place as their end
-  if (FAxis != DcsX) {
-    P = {FAxis.DotMul(P), FAxis.CrossMul(P)};
-    Q = {FAxis.DotMul(Q), FAxis.CrossMul(Q)};
+  const TVLine2D Upright = Edge(I);
+  if (Upright.StartPoint == Upright.EndPoint && I != FPlaceEdge) {
+    return {};  // exact: the neighbours have the place as their end
   }
+  const auto [P, Q] = TurnedEdge(I);
   if (std::isnan(P.X) || std::isnan(P.Y) || std::isnan(Q.X) || std::isnan(Q.Y)) return {};
   return {std::min(P.X, Q.X), std::max(P.X, Q.X), std::min(P.Y, Q.Y), std::max(P.Y, Q.Y)};
+}
+
+TEdgeTree::TQuadrants TEdgeTree::QuadrantsOf(int I) const {
+  const auto [P, Q] = TurnedEdge(I);
+  const bool Right = Q.X >= P.X;
+  const bool Left = Q.X <= P.X;
+  const bool Up = Q.Y >= P.Y;
+  const bool Down = Q.Y <= P.Y;
+  return static_cast<TQuadrants>((Right && Up ? 1 : 0) | (Left && Up ? 2 : 0) |
+                                 (Left && Down ? 4 : 0) | (Right && Down ? 8 : 0));
 }
 
 }  // namespace tarnalgo

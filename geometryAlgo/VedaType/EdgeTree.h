@@ -63,7 +63,9 @@ class TEdgeTree {
     if (FEdgeCount == 0 || Other.FEdgeCount == 0) return false;
     return PairNodes(TopLevel(), 0, Other, Other.TopLevel(), 0, Eps + FSlack + Other.FSlack, Visit);
   }
-  /// Pairs of edges of this tree, the smaller number first, each once.
+  /// Pairs of edges of this tree whose boxes lie within `Eps`, the smaller number first, each once.
+  /// Left out are pairs within runs that go into one quadrant only: such a run does not come back to
+  /// itself, its edges share no more than the vertices between them.
   template <class TVisitor>
   bool VisitOwnPairs(double Eps, TVisitor Visit) const {
     if (FEdgeCount == 0) return false;
@@ -87,6 +89,9 @@ class TEdgeTree {
     }
     void Expand(const TBox& Other);
   };
+  /// Quadrants, as bits, into which a direction points; on an axis into two, without length into all.
+  using TQuadrants = unsigned char;
+  static constexpr TQuadrants kAllQuadrants = 15;
 
   int TopLevel() const { return static_cast<int>(FLevels.size()) - 1; }
   int NodeCount(int Level) const {
@@ -99,7 +104,12 @@ class TEdgeTree {
     return std::min((Index + 1) * kBranches, NodeCount(Level - 1));
   }
   int EndOfEdges(int Leaf) const { return std::min((Leaf + 1) * kLeafEdges, FEdgeCount); }
+  TVLine2D TurnedEdge(int I) const;
   TBox EdgeBox(int I) const;
+  TQuadrants QuadrantsOf(int I) const;
+  bool IsMonotone(int Level, int Index) const {
+    return FQuadrants[static_cast<std::size_t>(Level)][static_cast<std::size_t>(Index)] != 0;
+  }
 
   template <class TVisitor>
   bool VisitBox(const TBox& Box, double Eps, TVisitor& Visit) const {
@@ -161,6 +171,7 @@ class TEdgeTree {
 
   template <class TVisitor>
   bool PairWithin(int Level, int Index, double Eps, TVisitor& Visit) const {
+    if (IsMonotone(Level, Index)) return false;
     if (Level == 0) {
       const int End = EndOfEdges(Index);
       for (int I = Index * kLeafEdges; I < End; ++I) {
@@ -187,6 +198,7 @@ class TEdgeTree {
   int FEdgeCount = 0;
   int FPlaceEdge = -1;  // the edge without length that stands for all, −1 for none
   std::vector<std::vector<TBox>> FLevels;  // runs of kLeafEdges edges, runs of kBranches runs, ...
+  std::vector<std::vector<TQuadrants>> FQuadrants;  // common to all edges of each run
 };
 
 }  // namespace tarnalgo

@@ -63,10 +63,13 @@ bool VisitOwnMeetings(const TVPolyline2D& A, double Eps, TVisitor Visit) {
   const TEdgeTree Tree(A.Points(), AxisForPairs(A.Points(), A.Points()));
   const bool IsRing = A.IsClosed(Eps);
   return Tree.VisitOwnPairs(Eps, [&](int I, int J) {
-    const auto Meeting = MeetingOfEdges(Tree.Edge(I), I, Tree.Edge(J), J, Eps);
-    if (!Meeting) return false;
+    const TVLine2D First = Tree.Edge(I);
+    const TVLine2D Second = Tree.Edge(J);
     const bool AreNeighbours = J == I + 1 || (IsRing && I == 0 && J == Tree.EdgeCount() - 1);
-    return (!AreNeighbours || Meeting->IsStretch) && Visit(*Meeting);
+    // Without turning back neighbours share their vertex only; most pairs end here.
+    if (AreNeighbours && First.Vector().DotMul(Second.Vector()) >= 0.0) return false;
+    const auto Meeting = MeetingOfEdges(First, I, Second, J, Eps);
+    return Meeting && (!AreNeighbours || Meeting->IsStretch) && Visit(*Meeting);
   });
 }
 
