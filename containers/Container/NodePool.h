@@ -1,8 +1,6 @@
 #pragma once  // containers/Container/NodePool.h
 
-#include <algorithm>
 #include <cstddef>
-#include <memory>
 #include <new>
 #include <utility>
 #include <vector>
@@ -20,6 +18,18 @@
 
 namespace tarnalgo {
 
+namespace detail {
+
+inline constexpr std::size_t kHugePage = std::size_t{1} << 21;
+
+/// Memory for a slab. One of whole huge pages is aligned to them, and the system is asked to use
+/// them: a walk over a large tree touches a new page at almost every node, and looking up the
+/// address of a small page takes longer than reading the node.
+void* AllocateSlab(std::size_t Bytes, std::size_t Alignment);
+void FreeSlab(void* Slab, std::size_t Bytes, std::size_t Alignment) noexcept;
+
+}  // namespace detail
+
 /// Memory for the nodes of one tree or list: carved from slabs, kept for reuse, given back all at
 /// once.
 ///
@@ -32,7 +42,8 @@ namespace tarnalgo {
 /// Ownership: the pool owns the memory, its user the nodes: a node that is still alive when the
 /// pool goes is not destructed, which only matters when its destructor does something. Movable, not
 /// copyable.
-/// Cost: O(1), one allocation for each slab (32 nodes, each slab double the former up to 4096).
+/// Cost: O(1), one allocation for each slab (about 4 kB, each slab double the former up to 2 MB, in
+/// huge pages where the system has them).
 /// Under AddressSanitizer a destroyed node is poisoned, so that use after it is reported.
 template <class TNode>
 class TNodePool {
@@ -91,32 +102,36 @@ class TNodePool {
   /// Gives back all memory. Nodes alive are gone without destruction.
   void Release() {
     for (const TSlab& Slab : FSlabs) {
-      for (std::size_t I = 0; I < Slab.Size; ++I) Unpoison(Slab.Slots[I]);
+      for (std::size_t I = 0; I < Slab.Count(); ++I) Unpoison(Slab.Slots[I]);
+      detail::FreeSlab(Slab.Slots, Slab.Bytes, alignof(TSlot));
     }
     FSlabs.clear();
     FFree = FNext = FEnd = nullptr;
   }
 
  private:
-  static constexpr std::size_t kFirstSlab = 32;
-  static constexpr std::size_t kLargestSlab = 4096;
+  static constexpr std::size_t kFirstSlab = std::size_t{1} << 12;
 
   union TSlot {
-    TSlot() {}
     TSlot* Next;
     alignas(TNode) std::byte Bytes[sizeof(TNode)];
   };
   struct TSlab {
-    std::unique_ptr<TSlot[]> Slots;
-    std::size_t Size;
+    TSlot* Slots;
+    std::size_t Bytes;
+
+    std::size_t Count() const { return Bytes / sizeof(TSlot); }
   };
 
   void AddSlab() {
-    const std::size_t Size =
-        FSlabs.empty() ? kFirstSlab : std::min(2 * FSlabs.back().Size, kLargestSlab);
-    FSlabs.push_back({std::make_unique_for_overwrite<TSlot[]>(Size), Size});
-    FNext = FSlabs.back().Slots.get();
-    FEnd = FNext + Size;
+    std::size_t Bytes = FSlabs.empty() ? kFirstSlab : FSlabs.back().Bytes;
+    if (!FSlabs.empty() && Bytes < detail::kHugePage) Bytes *= 2;
+    while (Bytes < sizeof(TSlot)) Bytes *= 2;
+    FSlabs.reserve(FSlabs.size() + 1);
+    auto* const Slots = static_cast<TSlot*>(detail::AllocateSlab(Bytes, alignof(TSlot)));
+    FSlabs.push_back({Slots, Bytes});
+    FNext = Slots;
+    FEnd = Slots + FSlabs.back().Count();
   }
 
 #ifdef TARNALGO_NODE_POOL_POISONS

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <utility>
 
 namespace tarnalgo {
 
@@ -62,6 +63,7 @@ class TSBTree {
   ///
   /// The same tree comes out as from counting on the way down, linking and `MaintainPath`, but the
   /// way back up is spared when the sizes seen on the way down show that nothing has to turn.
+  /// Errors: what `GoesRight` raises; the tree is then as it was.
   /// Cost: O(log n), the calls of `GoesRight` inlined.
   template <class TGoesRight>
   TSBTree* InsertInto(TSBTree* Root, const TGoesRight& GoesRight);
@@ -125,23 +127,32 @@ TSBTree* TSBTree::InsertInto(TSBTree* Root, const TGoesRight& GoesRight) {
   TSBTree* Lowest = nullptr;  // the lowest node that does
   int SizeAbove = std::numeric_limits<int>::max();
   int Uncle = SizeAbove;
-  for (;;) {
-    const int Size = ++Tree->FSize;
-    const int Sibling = SizeAbove - 1 - Size;
-    if (Size > Uncle || IsLopsided(Size, Sibling)) Lowest = Tree;
-    Uncle = Sibling;
-    SizeAbove = Size;
-    const bool IsRight = GoesRight(*Tree);
-    TSBTree* const Child = IsRight ? Tree->FRight : Tree->FLeft;
-    if (!Child) {
-      if (IsRight) {
-        Tree->SetRightChild(this);
+  try {
+    for (;;) {
+      const int Size = ++Tree->FSize;
+      const int Sibling = SizeAbove - 1 - Size;
+      if (Size > Uncle || IsLopsided(Size, Sibling)) Lowest = Tree;
+      Uncle = Sibling;
+      SizeAbove = Size;
+      // Two branches, not one computed pointer: the processor then guesses the way down.
+      if (GoesRight(std::as_const(*Tree))) {
+        if (!Tree->FRight) {
+          Tree->SetRightChild(this);
+          break;
+        }
+        Tree = Tree->FRight;
       } else {
-        Tree->SetLeftChild(this);
+        if (!Tree->FLeft) {
+          Tree->SetLeftChild(this);
+          break;
+        }
+        Tree = Tree->FLeft;
       }
-      break;
     }
-    Tree = Child;
+  } catch (...) {
+    for (; Tree != Root; Tree = Tree->FParent) --Tree->FSize;
+    --Root->FSize;
+    throw;
   }
   if (Uncle < 1) Lowest = this;
   return Lowest ? Lowest->MaintainPath() : Root;
