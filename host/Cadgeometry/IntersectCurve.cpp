@@ -257,8 +257,12 @@ class TCurveMeeting {
     return L.Piece1 != R.Piece1 ? L.Piece1 < R.Piece1 : L.At.U1 < R.At.U1;
   }
 
+  /// Distance between the curves there. Where they are flat against each other the root wanders by
+  /// roundings magnified, so the end of a piece is preferred to a root that is hardly nearer.
   double Gap(const TPlace& Place) const {
-    return PointOnFirst(Place).DistanceTo(OnSecond(Place).Point);
+    const auto IsEnd = [](double U) { return U == 0.0 || U == 1.0; };
+    const double Handicap = IsEnd(Place.At.U1) || IsEnd(Place.At.U2) ? 0.0 : FTol * 1e-3;
+    return PointOnFirst(Place).DistanceTo(OnSecond(Place).Point) + Handicap;
   }
 
   /// The places lie on neighbouring pieces, and on its way between them each curve keeps within the
