@@ -12,8 +12,9 @@ namespace sheet_planner {
 ///
 /// A point goes to the nearest anchor within the gap, or becomes one. So no point moves further
 /// than the gap, a point that was there first never moves, and a dense chain of points keeps its
-/// shape (uniting whatever is near would melt it into one place). Ties: the older anchor. Cost:
-/// O(1) a point; anchors are a gap apart, so cells hold few.
+/// shape (uniting whatever is near would melt it into one place).
+/// Ties: the older anchor.
+/// Cost: O(1) a point; anchors are a gap apart, so cells hold few.
 class TAnchors {
  public:
   /// `Gap` is positive, coordinates are at most `kLargestCoordinate`.

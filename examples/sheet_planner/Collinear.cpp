@@ -10,8 +10,6 @@ namespace sheet_planner {
 using namespace tarnalgo;
 
 namespace {
-/// Angle: parallel edges of one drawing differ by the rounding of its coordinates.
-constexpr double kSameAngle = 1e-7;
 /// Angle: how far below half a turn a direction counts as a hair below 0.
 constexpr double kHalfTurnMargin = 1e-3;
 }  // namespace
@@ -26,10 +24,18 @@ std::vector<TDirectionClass> DirectionClasses(const std::vector<double>& Angles,
   std::size_t First = 0;
   while (First < Order.size()) {
     std::size_t End = First + 1;
-    while (End < Order.size() && (AngleOf(Order[End]) - AngleOf(Order[First]) <= MaxSpread ||
-                                  AngleOf(Order[End]) - AngleOf(Order[End - 1]) <= kSameAngle)) {
-      ++End;
+    std::size_t Widest = End;
+    double WidestGap = 0.0;
+    for (; End < Order.size(); ++End) {
+      const double Width = AngleOf(Order[End]) - AngleOf(Order[First]);
+      const double Gap = AngleOf(Order[End]) - AngleOf(Order[End - 1]);
+      if (Width > MaxSpread / 2 && Gap > WidestGap) {
+        Widest = End;
+        WidestGap = Gap;
+      }
+      if (Width > MaxSpread) break;
     }
+    if (End < Order.size()) End = Widest;
     TDirectionClass& Class = Classes.emplace_back();
     Class.Members.assign(Order.begin() + static_cast<std::ptrdiff_t>(First),
                          Order.begin() + static_cast<std::ptrdiff_t>(End));

@@ -13,9 +13,10 @@ struct TDirectionClass {
   double Spread = 0.0;  // from the smallest angle to the largest, radians
 };
 
-/// Cuts a list of angles (radians, of undirected lines, in one half turn) into classes no wider
-/// than `MaxSpread`. Angles within 1e-7 of the next are never torn apart for that. Cost: O(n log
-/// n).
+/// Cuts a list of angles (radians, of undirected lines, in one half turn) into classes that are no
+/// wider than `MaxSpread`. Where a full class has to end, it ends at the widest gap in its upper
+/// half, so that angles that differ by rounding stay together.
+/// Cost: O(n log n).
 std::vector<TDirectionClass> DirectionClasses(const std::vector<double>& Angles, double MaxSpread);
 
 /// Direction of the line of an edge in (−0.001, π − 0.001]: nearly horizontal edges agree whichever

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <compare>
 #include <cstddef>
+#include <tuple>
 
 namespace sheet_planner {
 
@@ -33,7 +33,10 @@ struct TEnd {
   std::size_t Piece;
   bool IsTail;  // the end of the piece rather than its start
 
-  auto operator<=>(const TEnd&) const = default;
+  friend bool operator<(const TEnd& A, const TEnd& B) {
+    return std::tie(A.Anchor, A.Port, A.Piece, A.IsTail) <
+           std::tie(B.Anchor, B.Port, B.Piece, B.IsTail);
+  }
 };
 
 class TJoiner {
@@ -93,7 +96,6 @@ class TJoiner {
     const TSheetPiece& First = SheetPiece(FSheet, FPieces[Piece]);
     const int StartAnchor = IsReversed ? First.ToAnchor : First.FromAnchor;
     Contour.Port = First.Port;
-    int At = StartAnchor;
     for (;;) {
       FIsUsed[Piece] = 1;
       TContourPiece Cut = FPieces[Piece];
@@ -101,14 +103,14 @@ class TJoiner {
       Contour.Length += LengthOf(FSheet, Cut);
       Contour.Pieces.push_back(Cut);
       const TSheetPiece& Here = SheetPiece(FSheet, Cut);
-      At = IsReversed ? Here.FromAnchor : Here.ToAnchor;
-      if (At == StartAnchor) break;
+      const int At = IsReversed ? Here.FromAnchor : Here.ToAnchor;
+      Contour.IsClosed = At == StartAnchor;
+      if (Contour.IsClosed) break;
       const std::size_t Next = NextAt(At, Contour.Port);
       if (Next == FEnds.size()) break;
       Piece = FEnds[Next].Piece;
       IsReversed = FEnds[Next].IsTail;
     }
-    Contour.IsClosed = At == StartAnchor;
     FContours.push_back(std::move(Contour));
   }
 

@@ -7,8 +7,8 @@
 namespace sheet_planner {
 
 /// Joins pieces of a sheet end to end into contours, each piece in one of them. Open chains start
-/// at their first loose end or branch; where pieces branch, the first one left goes on. Cost: O(n
-/// log n).
+/// at their first loose end or branch; where pieces branch, the first one left goes on.
+/// Cost: O(n log n).
 std::vector<TOrdinaryContour> JoinPieces(const TSheet& Sheet,
                                          const std::vector<TContourPiece>& Pieces);
 

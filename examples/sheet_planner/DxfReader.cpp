@@ -23,9 +23,9 @@ using namespace tarnalgo;
 
 namespace {
 
-constexpr std::uintmax_t kLargestFile = std::uintmax_t{256} << 20;
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{128} << 20;
 constexpr int kDeepestNesting = 32;
-constexpr int kMostExpanded = 2'000'000;
+constexpr std::size_t kMostExpanded = 4'000'000;
 
 /// Entities as written, in the coordinates of their block.
 struct TPolylineEntity {
@@ -218,10 +218,7 @@ class TExpander {
  private:
   void Block(const TBlock& From, const TMatrix2D& Placement, const std::string& Layer, int Depth) {
     for (const TEntity& Entity : From.Entities) {
-      if (++FExpanded > kMostExpanded) {
-        throw EBadInput("the blocks expand to more than " + std::to_string(kMostExpanded) +
-                        " entities");
-      }
+      CountExpanded(1);
       FKind = Entity.Kind;
       // Layer 0 within a block means the layer of the reference.
       const std::string& OwnLayer = Entity.Layer == "0" ? Layer : Entity.Layer;
@@ -240,6 +237,13 @@ class TExpander {
           },
           Entity.Shape);
     }
+  }
+
+  void CountExpanded(std::size_t Count) {
+    FExpanded += Count;
+    if (FExpanded <= kMostExpanded) return;
+    throw EBadInput("the drawing expands to more than " + std::to_string(kMostExpanded) +
+                    " entities, sides and chords");
   }
 
   void Insert(const TInsertEntity& Reference, const std::string& Layer, int Depth) {
@@ -331,6 +335,7 @@ class TExpander {
   bool Draw(const TPolylineEntity& Polyline) {
     const auto& Vertices = Polyline.Vertices;
     if (Vertices.size() < 2) return Refuse("fewer than two vertices");
+    CountExpanded(Vertices.size());
     TDrawing Sides;
     for (std::size_t I = 1; I < Vertices.size(); ++I) {
       Sides.AddBulge(Vertices[I - 1].Point, Vertices[I].Point, Vertices[I - 1].Bulge, FLayer);
@@ -357,7 +362,10 @@ class TExpander {
       if (Spline.IsClosed && !Points.empty()) Points.push_back(Points.front());
       Curve = SplineThrough(Points);
     }
-    for (TPoint2D& Control : Curve.Controls) Control = FMatrix.Transform(Control);
+    for (TPoint2D& Control : Curve.Controls) {
+      Control = FMatrix.Transform(Control);
+      if (!IsInRange(Control)) return Refuse("out of range");
+    }
     if (!Curve.IsSound()) return Refuse("bad degree, knots or weights");
     return DrawCurve(Flatten(Curve, FChordError));
   }
@@ -366,7 +374,7 @@ class TExpander {
     for (const TPoint2D& P : Points) {
       if (!IsInRange(P)) return Refuse("out of range");
     }
-    FExpanded += static_cast<int>(Points.size() / 64);  // a long curve counts as several entities
+    CountExpanded(Points.size());
     if (IsStraight(Points)) {
       FDrawing.AddEdge(Points.front(), Points.back(), FLayer);
     } else {
@@ -380,7 +388,7 @@ class TExpander {
   const std::map<std::string, TCensus>& FSkippedInBlocks;
   double FChordError;
   TDrawing& FDrawing;
-  int FExpanded = 0;
+  std::size_t FExpanded = 0;
   std::string FKind;
   TMatrix2D FMatrix;
   int FLayer = 0;
@@ -428,7 +436,7 @@ TDrawing ReadDxfFile(const std::string& Path, double ChordError) {
   while (File) {
     File.read(Buffer.data(), static_cast<std::streamsize>(Buffer.size()));
     Bytes.append(Buffer.data(), static_cast<std::size_t>(File.gcount()));
-    if (Bytes.size() > kLargestFile) throw EBadInput("the file is larger than 256 MiB");
+    if (Bytes.size() > kLargestFile) throw EBadInput("the file is larger than 128 MiB");
   }
   TDrawing Drawing = ReadDxf(Bytes, ChordError);
   Drawing.Name = std::filesystem::path(Path).filename().string();

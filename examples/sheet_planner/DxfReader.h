@@ -14,12 +14,12 @@ namespace sheet_planner {
 /// ellipses are flattened to chords within `ChordError` of the curve; a spline that is straight
 /// becomes an edge, and so do circles and arcs under a skew or uneven block scale become flattened
 /// ellipses. Everything else, and what is hidden or damaged, is named and counted in `Skipped`.
-/// Errors: text that is no DXF, blocks that expand beyond two million entities, a drawing without
-/// anything to cut: `EBadInput`.
+/// Errors: text that is no DXF, more than four million entities, sides and chords once blocks are
+/// expanded, a drawing without anything to cut: `EBadInput`.
 /// Cost: linear in the text and the expanded entities.
 TDrawing ReadDxf(std::string_view Bytes, double ChordError);
 
-/// The same for a file, at most 256 MiB of it; the drawing's name is the file's.
+/// The same for a file, at most 128 MiB of it; the drawing's name is the file's.
 TDrawing ReadDxfFile(const std::string& Path, double ChordError);
 
 }  // namespace sheet_planner

@@ -16,8 +16,12 @@ namespace sheet_planner {
 
 namespace {
 
-/// Names longer than this are cut: the DXF library gives up at lines of 1024 bytes.
+/// Longer names are cut, longer numbers are none: the DXF library gives up at lines of 1024 bytes.
 constexpr std::size_t kLongestName = 255;
+constexpr std::size_t kLongestNumber = 255;
+
+/// Kinds of entity that are named one by one when they are left out.
+constexpr std::size_t kMostNamedKinds = 64;
 
 std::string_view Trim(std::string_view Text) {
   constexpr std::string_view kBlank = " \t\f\v";
@@ -27,6 +31,7 @@ std::string_view Trim(std::string_view Text) {
 }
 
 std::optional<int> ToInt(std::string_view Text) {
+  if (Text.size() > kLongestNumber) return std::nullopt;
   int Value = 0;
   const auto [End, Error] = std::from_chars(Text.data(), Text.data() + Text.size(), Value);
   if (Error != std::errc() || End != Text.data() + Text.size()) return std::nullopt;
@@ -34,6 +39,7 @@ std::optional<int> ToInt(std::string_view Text) {
 }
 
 std::optional<double> ToDouble(std::string_view Text) {
+  if (Text.size() > kLongestNumber) return std::nullopt;
   if (!Text.empty() && Text.front() == '+') Text.remove_prefix(1);
   double Value = 0.0;
   const auto [End, Error] = std::from_chars(Text.data(), Text.data() + Text.size(), Value);
@@ -117,10 +123,10 @@ std::vector<TGroup> ReadGroups(std::string_view Bytes) {
   return Groups;
 }
 
-/// The kinds of entity written on, and which of their groups: decimal ones are checked, whole ones
-/// too.
+/// A kind of entity that is written on, and which of its groups.
 struct TServedKind {
   std::string_view Name;
+  bool HasAxis;  // which way is up for it says where it lies or which way it turns
   std::span<const int> Decimals;
   std::span<const int> Wholes;
   std::span<const int> Required;
@@ -141,15 +147,15 @@ constexpr int kInsertWholes[] = {70, 71};
 constexpr int kInsertRequired[] = {2, 10, 20};
 
 const TServedKind kServedKinds[] = {
-    {"LINE", kLineDecimals, {}, kLineDecimals},
-    {"ARC", kArcDecimals, {}, kArcDecimals},
-    {"CIRCLE", kCircleDecimals, {}, kCircleDecimals},
-    {"ELLIPSE", kEllipseDecimals, {}, kEllipseRequired},
-    {"LWPOLYLINE", kPolylineDecimals, kFlags, kPolylineRequired},
-    {"POLYLINE", {}, kFlags, {}},
-    {"VERTEX", kPolylineDecimals, kFlags, kPolylineRequired},
-    {"SPLINE", kSplineDecimals, kSplineWholes, {}},
-    {"INSERT", kInsertDecimals, kInsertWholes, kInsertRequired},
+    {"LINE", false, kLineDecimals, {}, kLineDecimals},
+    {"ARC", true, kArcDecimals, {}, kArcDecimals},
+    {"CIRCLE", true, kCircleDecimals, {}, kCircleDecimals},
+    {"ELLIPSE", true, kEllipseDecimals, {}, kEllipseRequired},
+    {"LWPOLYLINE", true, kPolylineDecimals, kFlags, kPolylineRequired},
+    {"POLYLINE", true, {}, kFlags, {}},
+    {"VERTEX", false, kPolylineDecimals, kFlags, kPolylineRequired},
+    {"SPLINE", false, kSplineDecimals, kSplineWholes, {}},
+    {"INSERT", true, kInsertDecimals, kInsertWholes, kInsertRequired},
 };
 
 bool Holds(std::span<const int> Codes, int Code) {
@@ -275,7 +281,9 @@ class TCleaner {
 
   void Skip(std::string_view Kind, const char* Why = nullptr) {
     TCensus& Census = FSection == "BLOCKS" ? FResult.SkippedInBlocks[FBlock] : FResult.Skipped;
-    ++Census[ForUser(Kind) + (Why ? std::string(" (") + Why + ")" : "")];
+    std::string Name = ForUser(Kind) + (Why ? std::string(" (") + Why + ")" : "");
+    if (Census.size() >= kMostNamedKinds && !Census.contains(Name)) Name = "other kinds";
+    ++Census[Name];
   }
 
   static bool IsCoordinate(std::string_view Text) {
@@ -327,7 +335,7 @@ class TCleaner {
     }
     for (const int Code : {210, 220, 230}) {
       const TGroup* const Axis = Find(Groups, Code);
-      if (!Axis) continue;
+      if (!Axis || !Kind.HasAxis) continue;
       const double Value = ToDouble(Axis->Value).value_or(2.0);
       const double Size = Code == 230 ? std::abs(std::abs(Value) - 1.0) : std::abs(Value);
       if (Size > tarnalgo::kLinearTolerance) return "not in the plane";
@@ -344,7 +352,8 @@ class TCleaner {
     if (const TGroup* const Layer = Find(Groups, 8)) {
       Write(8, Layer->Value.substr(0, kLongestName));
     }
-    if (const TGroup* const Axis = Find(Groups, 230)) Write(230, Axis->Value);
+    const TGroup* const Axis = Find(Groups, 230);
+    if (Axis && Kind.HasAxis) Write(230, Axis->Value);
     if (Kind.Name == "INSERT") Write(2, Find(Groups, 2)->Value.substr(0, kLongestName));
     for (const int Code : Kind.Wholes) {
       if (const TGroup* const Whole = Find(Groups, Code)) Write(Code, Whole->Value);

@@ -164,6 +164,7 @@ class TPreparer {
     for (const TDrawnArc& Arc : FDrawing.Arcs) TakeArc(Arc);
     for (const TDrawnCurve& Curve : FDrawing.Curves) TakeCurve(Curve);
     for (const TDrawnCircle& Circle : FDrawing.Circles) TakeCircle(Circle.Circle, Circle.Layer);
+    if (FLayersAsPorts) FSheet.PortLayers = FDrawing.Layers;
     return std::move(FSheet);
   }
 

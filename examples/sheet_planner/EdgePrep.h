@@ -1,5 +1,6 @@
 #pragma once  // examples/sheet_planner/EdgePrep.h
 
+#include <string>
 #include <vector>
 
 #include "examples/sheet_planner/Drawing.h"
@@ -59,6 +60,7 @@ struct TSheet {
   std::vector<TSheetArc> Arcs;
   std::vector<TSheetCurve> Curves;
   std::vector<TSheetCircle> Circles;
+  std::vector<std::string> PortLayers;  // the layer of each port; empty when all is on port 0
   TPrepStats Stats;
 };
 

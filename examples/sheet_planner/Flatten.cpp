@@ -4,6 +4,10 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <string>
+#include <utility>
+
+#include "examples/sheet_planner/BadInput.h"
 
 namespace sheet_planner {
 
@@ -14,6 +18,7 @@ namespace {
 constexpr int kLargestDegree = 15;
 constexpr int kMostEllipseChords = 4096;
 constexpr int kDeepestHalving = 12;
+constexpr std::size_t kMostPoints = 1'000'000;
 /// Length: how far a spline may leave its chord and still be the straight edge it was drawn as.
 constexpr double kStraightSlack = 1e-5;
 
@@ -64,6 +69,10 @@ TPiece SplitOffRight(TPiece& Piece) {
 
 void AppendFlattened(TPiece Piece, double ChordError, int Depth, std::vector<TPoint2D>& Points) {
   if (Depth == kDeepestHalving || IsFlat(Piece, ChordError)) {
+    if (Points.size() == kMostPoints) {
+      throw EBadInput("a spline takes more than " + std::to_string(kMostPoints) +
+                      " chords: allow a larger chord error");
+    }
     Points.push_back(Piece.back().Point());
     return;
   }

@@ -29,11 +29,12 @@ struct TSplineCurve {
 };
 
 /// Points along the curve, ends included, such that no chord is further than `ChordError` from its
-/// piece of the curve (up to 4096 points for an ellipse and 2^12 for each Bezier piece of a
+/// piece of the curve (with at most 4096 chords for an ellipse and for each Bezier piece of a
 /// spline). An ellipse with From and To a full turn apart closes exactly.
 std::vector<tarnalgo::TPoint2D> Flatten(const TEllipseArc& Arc, double ChordError);
 /// The bound is the control polygon's, so it holds for certain and is met with some room to spare.
 /// `Curve` is sound.
+/// Errors: more than a million points, `EBadInput`.
 std::vector<tarnalgo::TPoint2D> Flatten(const TSplineCurve& Curve, double ChordError);
 
 /// The C2 cubic through the points, chord-length parameters, natural ends (periodic when the last

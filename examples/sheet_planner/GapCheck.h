@@ -14,8 +14,9 @@ class TGapCheck {
   /// Nothing but the two ends of `Gap` meets a cut.
   ///
   /// The library forgives a connection what it meets at its start, not at its end. So the two
-  /// halves of the gap are tested, each from its own end towards the middle. Tolerance: 1e-4 round
-  /// the ends. Cost: O(log n + k), k = cuts whose boxes the gap meets.
+  /// halves of the gap are tested, each from its own end towards the middle.
+  /// Tolerance: 1e-4 round the ends.
+  /// Cost: O(log n + k), k = cuts whose boxes the gap meets.
   bool IsClear(const tarnalgo::TGeCurve2D& Gap) const;
 
  private:

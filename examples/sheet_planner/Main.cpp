@@ -1,11 +1,13 @@
 #include <CLI/CLI.hpp>
 #include <cmath>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iostream>
 #include <map>
 #include <string>
+#include <system_error>
 
 #include "examples/sheet_planner/BadInput.h"
 #include "examples/sheet_planner/EdgePrep.h"
@@ -136,6 +138,10 @@ int main(int ArgCount, char** Args) {
     App.parse(ArgCount, Args);
     if (Options.Input.empty() && Options.Sample.empty()) {
       throw CLI::RequiredError("a drawing or --sample");
+    }
+    std::error_code Error;
+    if (std::filesystem::equivalent(Options.Input, Options.Output, Error)) {
+      throw CLI::ValidationError("--output", "would overwrite the drawing");
     }
     tarnalgo::AngleTolerance = AngleDegrees * tarnalgo::kPi / 180.0;
   } catch (const CLI::ParseError& Error) {

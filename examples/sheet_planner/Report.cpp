@@ -23,6 +23,13 @@ std::string Listed(const TCensus& Census) {
   return Text.empty() ? "none" : Text;
 }
 
+/// Without control characters, which would move the terminal's cursor.
+std::string Printable(std::string Text) {
+  std::replace_if(
+      Text.begin(), Text.end(), [](char C) { return (C >= 0 && C < ' ') || C == '\x7F'; }, '?');
+  return Text;
+}
+
 double CutLength(const TOwningFlyCurves& Pass) {
   double Length = 0.0;
   for (const TFlyCurve* Piece : Pass) {
@@ -68,10 +75,17 @@ std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan
   const TPrepStats& Prep = Sheet.Stats;
   const TPlanStats& Stats = Plan.Stats;
   TTable Table;
-  Table.Heading("drawing  " + Drawing.Name);
+  Table.Heading("drawing  " + Printable(Drawing.Name));
   Table.Words("entities", Listed(Drawing.Read));
   Table.Words("skipped", Listed(Drawing.Skipped));
   for (const std::string& Note : Drawing.Notes) Table.Words("note", Note);
+  if (!Sheet.PortLayers.empty()) {
+    std::string Ports;
+    for (std::size_t I = 0; I < Sheet.PortLayers.size(); ++I) {
+      Ports += (I == 0 ? "" : ", ") + std::to_string(I) + " " + Printable(Sheet.PortLayers[I]);
+    }
+    Table.Words("ports", Ports);
+  }
 
   Table.Heading("straight edges");
   Table.Row("read", Prep.EdgesRead, Counted(Prep.EndsMoved, "end", "ends") + " snapped");

@@ -1,5 +1,6 @@
 #include "examples/sheet_planner/SampleSheets.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -119,20 +120,22 @@ TDrawing BracketNest(int BlocksAcross, int BlocksUp) {
         const TPoint2D Turned = Side > 0.0 ? P : TPoint2D(3, 2) - P;
         return Corner + Turned * kArm;
       };
-      std::vector<TPoint2D> Corners;
-      for (const TPoint2D& P : Bracket) Corners.push_back(Place(P));
+      std::vector<TPoint2D> Corners(Bracket.size());
+      std::transform(Bracket.begin(), Bracket.end(), Corners.begin(), Place);
       Outline.Closed(Corners);
       Holes.Circle(Place({0.5, 0.5}), 4.0);
       Holes.Circle(Place({0.5, 1.6}), 2.5);
       Holes.Slot(Place({1.35, 0.5}), Place({1.65, 0.5}), 2.5);
     }
   };
-  const double Across = kPairsAcross * 3 * kArm + kWeb;
-  const double Up = kPairsUp * 2 * kArm + kWeb;
+  // Where the pair of that number stands along one axis, blocks of `InBlock` pairs a web apart.
+  const auto Place = [](int Number, int InBlock, double Size) {
+    const int Block = Number / InBlock;
+    return Number * Size + Block * kWeb;
+  };
   for (int J = 0; J < BlocksUp * kPairsUp; ++J) {
     for (int I = 0; I < BlocksAcross * kPairsAcross; ++I) {
-      DrawPair({(I / kPairsAcross) * Across + (I % kPairsAcross) * 3 * kArm,
-                (J / kPairsUp) * Up + (J % kPairsUp) * 2 * kArm});
+      DrawPair({Place(I, kPairsAcross, 3 * kArm), Place(J, kPairsUp, 2 * kArm)});
     }
   }
   return Drawing;

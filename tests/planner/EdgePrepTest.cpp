@@ -122,6 +122,19 @@ TEST(PrepareSheet, KeepsTheLengthOfTheUnionOnAGrid) {
   }
 }
 
+TEST(PrepareSheet, FindsWhatIsDrawnAgainInAnyDirection) {
+  // A fan of directions, each edge drawn again in part and a hair off: no class of directions may
+  // end between the two.
+  std::vector<TLine2D> Lines;
+  for (int I = 0; I < 600; ++I) {
+    const TPoint2D Way = TPoint2D(1, 0).RotateBy(I * kPi / 600);
+    const TPoint2D Side = Way.RotateCcw90() * (I % 2 == 0 ? 5e-3 : -5e-3);
+    Lines.push_back({Way * 100, Way * 140});
+    Lines.push_back({Way * 105 - Side, Way * 130 + Side});
+  }
+  EXPECT_EQ(600, PrepareSheet(DrawingOf(Lines), {}).Stats.Covered);
+}
+
 TEST(PrepareSheet, TakesHeapsOfEdgesOnOneLine) {
   constexpr int kCount = 50000;
   std::vector<TLine2D> Equal(kCount, TLine2D({0, 0}, {5, 5}));
