@@ -77,12 +77,14 @@ class TSegmentMeeting {
   void FindTouchingEnds() {
     for (const double End : {0.0, 1.0}) {
       const TPoint2D OfA = FA.EvalPoint(End);
-      const double OnB = std::clamp(FB.ParamOfPoint(OfA), 0.0, 1.0);
+      if (!IsNear(FB, OfA)) continue;
+      const double OnB = ParamWithin(FB, OfA);
       AddTouch({OfA, End, OnB}, FB.EvalPoint(OnB));
     }
     for (const double End : {0.0, 1.0}) {
       const TPoint2D OfB = FB.EvalPoint(End);
-      const double OnA = std::clamp(FA.ParamOfPoint(OfB), 0.0, 1.0);
+      if (!IsNear(FA, OfB)) continue;
+      const double OnA = ParamWithin(FA, OfB);
       AddTouch({OfB, OnA, End}, FA.EvalPoint(OnA));
     }
     for (int I = 0; I < FCount; ++I) {
@@ -92,10 +94,19 @@ class TSegmentMeeting {
     }
   }
 
+  /// Measured to the foot itself: the end that the foot may be taken for is farther away.
+  bool IsNear(const TLine2D& Line, const TPoint2D& P) const {
+    const double Foot = std::clamp(Line.ParamOfPoint(P, 0.0), 0.0, 1.0);
+    return P.DistanceTo(Line.EvalPoint(Foot)) <= FEps;
+  }
+
+  /// With a foot taken for the end beside it, so that two ends are equally near to each other.
+  static double ParamWithin(const TLine2D& Line, const TPoint2D& P) {
+    return std::clamp(Line.ParamOfPoint(P), 0.0, 1.0);
+  }
+
   void AddTouch(const TIntersectPoint2D& Touch, const TPoint2D& OnOther) {
-    const double Gap = Touch.Point.DistanceTo(OnOther);
-    if (!(Gap <= FEps)) return;
-    FGaps[FCount] = Gap;
+    FGaps[FCount] = Touch.Point.DistanceTo(OnOther);
     FTouches[FCount++] = Touch;
   }
 
