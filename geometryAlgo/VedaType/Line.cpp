@@ -133,7 +133,7 @@ double TVLine2D::CalcParamByPointProjection(const TPoint2D& P) const {
   const TPoint2D V = Vector();
   const TPoint2D D = P - StartPoint;
   const double Square = V.DotMul(V);
-  if (Square > 1e-290) {
+  if (Square > 1e-290 && Square < 1e300) {  // an infinite square would make any quotient 0
     const double T = V.DotMul(D) / Square;
     if (std::isfinite(T)) return T;
   }

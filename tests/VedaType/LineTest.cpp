@@ -64,6 +64,10 @@ TEST(TVLine2D, DistancesSurviveExtremeCoordinates) {
   const TVLine2D Huge({0, 0}, {1e200, 1e200});
   EXPECT_DOUBLE_EQ(1e200 / std::sqrt(2.0), Huge.SegmentDistanceTo({1e200, 0}));
   EXPECT_DOUBLE_EQ(0.5, Huge.CalcParamByPointProjection({1e200, 0}));
+  // The square of the length overflows, its product with the point does not.
+  const TVLine2D Long({0, 0}, {1e155, 0});
+  EXPECT_DOUBLE_EQ(1e-3, Long.CalcParamByPointProjection({1e152, 0}));
+  EXPECT_DOUBLE_EQ(0.0, Long.SegmentDistanceTo({1e152, 0}));
   const TVLine2D Tiny({0, 0}, {1e-320, 0});
   EXPECT_DOUBLE_EQ(0.4, Tiny.LineDistanceTo({0, 0.4}));
   EXPECT_DOUBLE_EQ(0.4, Tiny.SegmentDistanceTo({0, 0.4}));
