@@ -8,6 +8,7 @@
 #include "geometryAlgo/VedaType/Point.h"
 #include "geometryAlgo/VedaType/Polyline.h"
 #include "host/Cadgeometry/Sampling.h"
+#include "host/Cadtypes/ArcOverlap.h"
 #include "host/Cadutils.h"
 #include "host/Exceptions.h"
 
@@ -29,63 +30,27 @@ double HeightOverChord(double Radius, double Half) {
   return std::sqrt(std::abs(Radius) - Half) * std::sqrt(std::abs(Radius) + Half);
 }
 
-/// What two arcs of one circle have in common: stretches, and ends in which they only touch.
-class TArcOverlaps {
- public:
-  TArcOverlaps(const TVArc2D& A, const TVArc2D& B)
-      : FA(A), FB(A.IsClockwise == B.IsClockwise ? B : B.Reverse()), FRadius(A.Radius()) {}
-
-  int Find(TPoint2D& P1, TPoint2D& P2, TVArc2D& Overlap1, TVArc2D& Overlap2) {
-    if (FA.IsCircle() || FB.IsCircle()) {
-      Overlap1 = FB.IsCircle() ? FA : FB;
-      return 1 << 2;
-    }
-    CollectParts();
-    if (FPointCount > 0) P1 = FPoints[0];
-    if (FPointCount > 1) P2 = FPoints[1];
-    if (FArcCount > 0) Overlap1 = FArcs[0];
-    if (FArcCount > 1) Overlap2 = FArcs[1];
-    return FPointCount | FArcCount << 2;
-  }
-
- private:
-  /// A place on FA: the angle turned from its start, and the exact end point that lies there.
-  struct TPlace {
-    double Turn;
-    TPoint2D P;
-  };
-
-  /// Unrolled from the start of FA, FB begins within the first turn and may run on into the next,
-  /// so it meets FA at most twice.
-  void CollectParts() {
-    const double FirstTurn = FA.TurnTo(FB.StartPoint);
-    for (const double Turn : {FirstTurn - kFullTurn, FirstTurn}) {
-      const TPlace From{Turn, FB.StartPoint};
-      const TPlace To{Turn + std::abs(FB.AngleRange()), FB.EndPoint};
-      AddPart(From.Turn > 0.0 ? From : TPlace{0.0, FA.StartPoint},
-              To.Turn < TurnOfA() ? To : TPlace{TurnOfA(), FA.EndPoint});
+/// `CrossWithArc` for two arcs of one circle; copies, because a result may be one of them.
+int OverlapOnCircle(TVArc2D A, TVArc2D B, TPoint2D& P1, TPoint2D& P2, TVArc2D& Overlap1,
+                    TVArc2D& Overlap2) {
+  if (B.IsClockwise != A.IsClockwise) B = B.Reverse();
+  const TArcOverlap Overlap(A.Radius(), std::abs(A.AngleRange()), A.TurnTo(B.StartPoint),
+                            std::abs(B.AngleRange()));
+  int Points = 0;
+  int Arcs = 0;
+  for (const TArcOverlap::TPart& Part : Overlap.Parts()) {
+    const TVArc2D Stretch(A.Center, Part.IsLowOwn ? A.StartPoint : B.StartPoint,
+                          Part.IsHighOwn ? A.EndPoint : B.EndPoint, A.IsClockwise);
+    // Ends that coincide would make a full circle of a stretch that is hardly longer than the
+    // tolerance.
+    if (Part.IsStretch && (Part.Width() > kPi || !Stretch.IsCircle())) {
+      (Arcs++ == 0 ? Overlap1 : Overlap2) = Stretch;
+    } else {
+      (Points++ == 0 ? P1 : P2) = Stretch.StartPoint;
     }
   }
-
-  void AddPart(const TPlace& From, const TPlace& To) {
-    const double Length = (To.Turn - From.Turn) * FRadius;
-    if (TMathUtils::FloatGreater(Length, 0.0)) {
-      FArcs[FArcCount++] = TVArc2D(FA.Center, From.P, To.P, FA.IsClockwise);
-    } else if (TMathUtils::FloatEquals(Length, 0.0)) {
-      FPoints[FPointCount++] = From.P;
-    }
-  }
-
-  double TurnOfA() const { return std::abs(FA.AngleRange()); }
-
-  const TVArc2D& FA;
-  const TVArc2D FB;  // turned into the direction of FA
-  const double FRadius;
-  TPoint2D FPoints[2];
-  TVArc2D FArcs[2];
-  int FPointCount = 0;
-  int FArcCount = 0;
-};
+  return Points | Arcs << 2;
+}
 
 }  // namespace
 
@@ -269,7 +234,7 @@ int TVArc2D::CrossWithCircle(const TVCircle2D& Other, TPoint2D& P1, TPoint2D& P2
 int TVArc2D::CrossWithArc(const TVArc2D& Other, TPoint2D& P1, TPoint2D& P2, TVArc2D& Overlap1,
                           TVArc2D& Overlap2) const {
   if (Circle().RelationWithCircle(Other.Circle()) == srEqual) {
-    return TArcOverlaps(*this, Other).Find(P1, P2, Overlap1, Overlap2);
+    return OverlapOnCircle(*this, Other, P1, P2, Overlap1, Overlap2);
   }
   TIntersectPoint2D I1{P1, 0.0, 0.0};
   TIntersectPoint2D I2{P2, 0.0, 0.0};

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "host/Cadtypes/ArcOverlap.h"
 #include "host/Cadutils.h"
 #include "host/Exceptions.h"
 
@@ -63,65 +64,45 @@ class TArcMeeting {
   int FCount = 0;
 };
 
-/// The common part of two arcs of one circle, in turned angles from the start of the first.
-class TArcOverlap {
+/// The overlap of two arcs of one circle as points of both.
+class TOverlapPoints {
  public:
-  TArcOverlap(const TArc2D& A, const TArc2D& B)
-      : FA(A), FB(B), FSlack(kLinearTolerance / std::max(A.Radius, kLinearTolerance)) {
-    const double TurnA = CoveredTurn(A);
-    const double TurnB = CoveredTurn(B);
-    const bool SameSense = (A.SweepAngle >= 0.0) == (B.SweepAngle >= 0.0);
-    const double First = TurnedTo(A, SameSense ? B.StartAngle : B.StartAngle + B.SweepAngle);
-    if (TurnB >= kFullTurn) {
-      Keep(0.0, TurnA);
-    } else if (TurnA >= kFullTurn) {
-      Keep(First, First + TurnB);  // no seam to cut it in two
-    } else {
-      Keep(std::max(First, 0.0), std::min(First + TurnB, TurnA));
-      Keep(std::max(First - kFullTurn, 0.0), std::min(First - kFullTurn + TurnB, TurnA));
-    }
-  }
+  TOverlapPoints(const TArc2D& A, const TArc2D& B)
+      : FA(A), FB(B), FOverlap(A.Radius, CoveredTurn(A), TurnToFirstEnd(A, B), CoveredTurn(B)) {}
 
+  /// The ends of the longest stretch, or else the places where the arcs touch.
   int Give(TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
-    if (FCount == 0) return 0;
-    const int Widest = FCount == 2 && Width(1) > Width(0) ? 1 : 0;
-    if (Width(Widest) > FSlack) {
-      I1 = PointAt(FSpans[Widest].Low);
-      I2 = PointAt(FSpans[Widest].High);
+    const auto Parts = FOverlap.Parts();
+    if (Parts.empty()) return 0;
+    const auto& Longest = Parts.back().Width() > Parts[0].Width() ? Parts.back() : Parts[0];
+    if (Longest.IsStretch) {
+      I1 = PointAt(Longest.Low);
+      I2 = PointAt(Longest.High);
       return 2;
     }
-    I1 = PointAt(FSpans[0].Low + Width(0) / 2);
-    if (FCount == 1) return 1;
-    I2 = PointAt(FSpans[1].Low + Width(1) / 2);
-    if (I2.Param1 < I1.Param1) std::swap(I1, I2);
-    return 2;
+    I1 = PointAt(Parts[0].Low + Parts[0].Width() / 2);
+    if (Parts.size() == 2) I2 = PointAt(Parts[1].Low + Parts[1].Width() / 2);
+    return static_cast<int>(Parts.size());
   }
 
  private:
-  struct TSpan {
-    double Low = 0.0;
-    double High = 0.0;
-  };
-
-  double Width(int I) const { return FSpans[I].High - FSpans[I].Low; }
-
-  void Keep(double Low, double High) {
-    if (High - Low >= -FSlack) FSpans[FCount++] = {Low, High};
+  /// Turned angle on `A` to the end of `B` that comes first in the sense of `A`.
+  static double TurnToFirstEnd(const TArc2D& A, const TArc2D& B) {
+    const bool SameSense = (A.SweepAngle >= 0.0) == (B.SweepAngle >= 0.0);
+    return TurnedTo(A, SameSense ? B.StartAngle : B.StartAngle + B.SweepAngle);
   }
 
   TIntersectPoint2D PointAt(double Turned) const {
     const double T = FA.SweepAngle == 0.0 ? 0.0 : Turned / std::abs(FA.SweepAngle);
-    const double OnTurn = T > 1.0 && CoveredTurn(FA) >= kFullTurn ? T - 1.0 : T;
-    const double T1 = std::clamp(OnTurn, 0.0, 1.0);
+    const bool IsOverSeam = T > 1.0 && TArcOverlap::IsFull(FA.Radius, CoveredTurn(FA));
+    const double T1 = std::clamp(IsOverSeam ? T - 1.0 : T, 0.0, 1.0);
     const TPoint2D P = FA.PointAtParam(T1);
     return {P, T1, std::min(FB.ParamOfPoint(P), 1.0)};
   }
 
   const TArc2D& FA;
   const TArc2D& FB;
-  const double FSlack;  // the linear tolerance as an angle
-  TSpan FSpans[2];
-  int FCount = 0;
+  const TArcOverlap FOverlap;
 };
 
 }  // namespace
@@ -207,7 +188,7 @@ bool TArc2D::IsOn(const TPoint2D& P, double Tol) const {
 
 int TArc2D::Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
   if (Center.Equals(Arc.Center) && TMathUtils::FloatEquals(Radius, Arc.Radius)) {
-    return TArcOverlap(*this, Arc).Give(I1, I2);
+    return TOverlapPoints(*this, Arc).Give(I1, I2);
   }
   const auto Result = [&](const TPoint2D& P) {
     return TIntersectPoint2D{P, ParamWithin(P), Arc.ParamWithin(P)};

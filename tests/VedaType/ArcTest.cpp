@@ -377,5 +377,18 @@ TEST(TVArc2D, ArcsOfOneCircle) {
   }
 }
 
+// Longer than the tolerance along the arc, shorter from end to end: as an arc it would read as the
+// full circle.
+TEST(TVArc2D, AStretchWhoseEndsCoincideIsATouch) {
+  const TVArc2D Small({0, 0}, 5e-6, 0, 3);
+  const TVArc2D Next({0, 0}, 5e-6, 3 - 0.2001, 2);
+  ASSERT_GT(0.2001 * 5e-6, 1e-6);
+  TPoint2D P1;
+  TPoint2D P2;
+  TVArc2D Overlap;
+  EXPECT_EQ(1, Small.CrossWithArc(Next, P1, P2, Overlap, Overlap));
+  EXPECT_EQ(Next.StartPoint, P1);
+}
+
 }  // namespace
 }  // namespace tarnalgo

@@ -236,6 +236,14 @@ TEST(TArc2D, ArcsOfOneCircleAnswerTheirOverlap) {
        2,
        0,
        kPi},
+      {"of a circle with a gap below the tolerance, over its seam",
+       {{0, 0}, 1, 1, kFullTurn - 5e-7},
+       {{0, 0}, 1, 0, kPi},
+       2,
+       0,
+       kPi},
+      {"two points", {{0, 0}, 0, 1, 1}, {{0, 0}, 0, 2, -3}, 1, 0, 0},
+      {"a sweep that is no number", Half, {{0, 0}, 1, 1, kNaN}, 0, 0, 0},
       {"apart", Half, {{0, 0}, 1, 4, 1}, 0, 0, 0},
       {"touching in one end", Half, {{0, 0}, 1, kPi, 1}, 1, kPi, 0},
       {"touching in one end, small gap", Half, {{0, 0}, 1, kPi + 9e-7, 1}, 1, kPi, 0},
@@ -248,7 +256,7 @@ TEST(TArc2D, ArcsOfOneCircleAnswerTheirOverlap) {
     TIntersectPoint2D I1;
     TIntersectPoint2D I2;
     ASSERT_EQ(Case.Count, Case.A.Intersect(Case.B, I1, I2));
-    const TCircle2D Circle({0, 0}, 1);
+    const TCircle2D Circle({0, 0}, Case.A.Radius);
     if (Case.Count > 0) {
       EXPECT_TRUE(I1.Point.Equals(Circle.PointAtAngle(Case.First), 1e-6));
       EXPECT_TRUE(I1.Point.Equals(Case.A.PointAtParam(I1.Param1), 1e-6));
