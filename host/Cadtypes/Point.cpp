@@ -13,6 +13,18 @@ double IntoFullTurn(double Angle) {
   return Turned < kFullTurn ? Turned : 0.0;
 }
 
+/// The angle from `A` to `B` in [−π, π].
+double SignedAngle(const TPoint2D& A, const TPoint2D& B) {
+  const double Cross = A.CrossMul(B);
+  const double Dot = A.DotMul(B);
+  const double Size = std::abs(Cross) + std::abs(Dot);
+  if (Size > 1e-290 && Size < 1e300) return std::atan2(Cross, Dot);
+  // The products leave the range of a double: the same angle between the unit vectors.
+  const TPoint2D UnitA = A.Normal();
+  const TPoint2D UnitB = B.Normal();
+  return std::atan2(UnitA.CrossMul(UnitB), UnitA.DotMul(UnitB));
+}
+
 double RoundDecimal(double Value, int Digits) {
   const double Scale = std::pow(10.0, Digits);
   const double Scaled = Value * Scale;
@@ -45,11 +57,11 @@ double TPoint2D::Angle() const {
 }
 
 double TPoint2D::AngleFrom(const TPoint2D& B) const {
-  return IntoFullTurn(std::atan2(B.CrossMul(*this), B.DotMul(*this)));
+  return IntoFullTurn(SignedAngle(B, *this));
 }
 
 double TPoint2D::AngleBetween(const TPoint2D& B) const {
-  return std::abs(std::atan2(CrossMul(B), DotMul(B)));
+  return std::abs(SignedAngle(*this, B));
 }
 
 TPoint2D TPoint2D::RotateBy(double A) const {

@@ -48,6 +48,17 @@ TEST(TPoint2D, LengthAndDirectionSurviveExtremeCoordinates) {
   EXPECT_EQ(TPoint2D::FZero, TPoint2D(0, 0).Normal());
 }
 
+// Whose products overflow, or are 0.
+TEST(TPoint2D, AnglesBetweenVectorsOfAnyLength) {
+  for (const double Scale : {1e200, 1e-200}) {
+    const TPoint2D Long = TPoint2D(3, 4) * Scale;
+    EXPECT_DOUBLE_EQ(TPoint2D(3, 4).AngleFrom({5, -2}), Long.AngleFrom(TPoint2D(5, -2) * Scale));
+    EXPECT_DOUBLE_EQ(kQuarterTurn, Long.AngleBetween(TPoint2D(8, -6) * Scale));
+    EXPECT_EQ(0.0, Long.AngleFrom(Long));
+  }
+  EXPECT_EQ(0.0, TPoint2D(3, 4).AngleFrom({0, 0}));
+}
+
 TEST(TPoint2D, RoundsHalvesToEvenAndLeavesHugeValues) {
   EXPECT_EQ(TPoint2D(0.12, -0.12), TPoint2D(0.125, -0.125).RoundTo(2));
   EXPECT_EQ(TPoint2D(2, 4), TPoint2D(2.5, 3.5).RoundTo(0));
