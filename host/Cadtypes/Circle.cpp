@@ -34,6 +34,7 @@ TPoint2D TCircle2D::PointAtAngle(double A) const {
 
 int TCircle2D::Intersect(const TCircle2D& Circle, TIntersectPoint2D& I1,
                          TIntersectPoint2D& I2) const {
+  if (!(Radius >= 0.0) || !(Circle.Radius >= 0.0)) return 0;
   const double Dist = Center.DistanceTo(Circle.Center);
   const double Sum = Radius + Circle.Radius;
   const double Diff = std::abs(Radius - Circle.Radius);

@@ -36,6 +36,8 @@ TEST(TCircle2D, CountsCommonPointsOfCircles) {
       {"concentric", {{1, 2}, 5}, {{1, 2}, 4}, 0},
       {"a point on the rim", {{0, 0}, 5}, {{3, 4}, 0}, 1},
       {"a negative radius", {{0, 0}, 5}, {{6, 0}, -5}, 0},
+      {"a negative radius within the tolerance of a point", {{0, 0}, 5}, {{5, 0}, -5e-7}, 0},
+      {"a negative radius beyond all digits of the other", {{0, 0}, 1e300}, {{1e300, 0}, -5}, 0},
       {"NaN", {{0, kNaN}, 5}, {{6, 0}, 5}, 0},
   };
   for (const auto& Case : Cases) {
