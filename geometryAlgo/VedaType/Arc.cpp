@@ -204,12 +204,7 @@ TVPolyline2D TVArc2D::SampleToPolyline(double ChordError) const {
 // --- Crossings ---
 
 int TVArc2D::CrossWithLine(const TVLine2D& Line, TPoint2D& P1, TPoint2D& P2) const {
-  TIntersectPoint2D I1{P1, 0.0, 0.0};
-  TIntersectPoint2D I2{P2, 0.0, 0.0};
-  const int Count = ToArc2D().Intersect(Line.ToLine2D(), I1, I2);
-  P1 = I1.Point;
-  P2 = I2.Point;
-  return Count;
+  return IntersectInPoints(ToArc2D(), Line.ToLine2D(), P1, P2);
 }
 
 int TVArc2D::CrossWithSegline(const TVLine2D& Segment, TPoint2D& P1, TPoint2D& P2,
@@ -222,13 +217,8 @@ int TVArc2D::CrossWithSegline(const TVLine2D& Segment, TPoint2D& P1, TPoint2D& P
 
 int TVArc2D::CrossWithCircle(const TVCircle2D& Other, TPoint2D& P1, TPoint2D& P2) const {
   if (Circle().RelationWithCircle(Other) == srEqual) return 0;
-  TIntersectPoint2D I1{P1, 0.0, 0.0};
-  TIntersectPoint2D I2{P2, 0.0, 0.0};
   const TArc2D Round(Other.Center, Other.Radius, 0.0, kFullTurn);
-  const int Count = ToArc2D().Intersect(Round, I1, I2);
-  P1 = I1.Point;
-  P2 = I2.Point;
-  return Count;
+  return IntersectInPoints(ToArc2D(), Round, P1, P2);
 }
 
 int TVArc2D::CrossWithArc(const TVArc2D& Other, TPoint2D& P1, TPoint2D& P2, TVArc2D& Overlap1,
@@ -236,12 +226,7 @@ int TVArc2D::CrossWithArc(const TVArc2D& Other, TPoint2D& P1, TPoint2D& P2, TVAr
   if (Circle().RelationWithCircle(Other.Circle()) == srEqual) {
     return OverlapOnCircle(*this, Other, P1, P2, Overlap1, Overlap2);
   }
-  TIntersectPoint2D I1{P1, 0.0, 0.0};
-  TIntersectPoint2D I2{P2, 0.0, 0.0};
-  const int Count = ToArc2D().Intersect(Other.ToArc2D(), I1, I2);
-  P1 = I1.Point;
-  P2 = I2.Point;
-  return Count;
+  return IntersectInPoints(ToArc2D(), Other.ToArc2D(), P1, P2);
 }
 
 }  // namespace tarnalgo

@@ -11,12 +11,7 @@ TVPolyline2D TVCircle2D::SampleToPolyline(double ChordError) const {
 }
 
 int TVCircle2D::RelationWithLine(const TVLine2D& Line, TPoint2D& P1, TPoint2D& P2) const {
-  TIntersectPoint2D I1{P1, 0.0, 0.0};
-  TIntersectPoint2D I2{P2, 0.0, 0.0};
-  const int Count = ToCircle2D().Intersect(Line.ToLine2D(), I1, I2);
-  P1 = I1.Point;
-  P2 = I2.Point;
-  return Count;
+  return IntersectInPoints(ToCircle2D(), Line.ToLine2D(), P1, P2);
 }
 
 int TVCircle2D::RelationWithSegLine(const TVLine2D& Segment, TPoint2D& P1, TPoint2D& P2,
@@ -28,12 +23,7 @@ int TVCircle2D::RelationWithSegLine(const TVLine2D& Segment, TPoint2D& P1, TPoin
 }
 
 int TVCircle2D::CrossWithCircle(const TVCircle2D& Other, TPoint2D& P1, TPoint2D& P2) const {
-  TIntersectPoint2D I1{P1, 0.0, 0.0};
-  TIntersectPoint2D I2{P2, 0.0, 0.0};
-  const int Count = ToCircle2D().Intersect(Other.ToCircle2D(), I1, I2);
-  P1 = I1.Point;
-  P2 = I2.Point;
-  return Count;
+  return IntersectInPoints(ToCircle2D(), Other.ToCircle2D(), P1, P2);
 }
 
 TShapeRelation TVCircle2D::RelationWithPoint(const TPoint2D& P, double Eps) const {

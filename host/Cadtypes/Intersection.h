@@ -11,4 +11,16 @@ struct TIntersectPoint2D {
   double Param2 = 0.0;
 };
 
+/// The points alone of `A.Intersect(B, I1, I2)` and their count; a point beyond the count stays
+/// what it is.
+template <class TA, class TB>
+int IntersectInPoints(const TA& A, const TB& B, TPoint2D& P1, TPoint2D& P2) {
+  TIntersectPoint2D I1{P1, 0.0, 0.0};
+  TIntersectPoint2D I2{P2, 0.0, 0.0};
+  const int Count = A.Intersect(B, I1, I2);
+  P1 = I1.Point;
+  P2 = I2.Point;
+  return Count;
+}
+
 }  // namespace tarnalgo
