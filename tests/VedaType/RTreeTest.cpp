@@ -11,6 +11,7 @@
 #include <numeric>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/support/Generate.h"
@@ -438,6 +439,22 @@ TEST(TRTree, KeysAreRecordsPointersOrAnythingWithAHash) {
   Names.Remove("b");
   EXPECT_THAT(Names.GetAllData(),
               ElementsAre("a name too long to be kept inside the string itself"));
+}
+
+TEST(TRTree, MovesWithItsItems) {
+  TRTree<int> Tree(5);
+  for (int I = 0; I < 100; ++I) Tree.Insert(I, Square(I, 0));
+  TRTree<int> Moved(std::move(Tree));
+  TRTree<int> Other(8);
+  Other.Insert(500, Square(0, 0));
+  Other = std::move(Moved);
+  EXPECT_EQ(100, Other.Count());
+  EXPECT_EQ(5, Other.MaxChildren());
+  EXPECT_FALSE(Other.Contains(500));
+  EXPECT_THAT(Other.Search({50.2, 50.4, 1, 0}), ElementsAre(50));
+  EXPECT_EQ(0, Moved.Count());
+  Moved.Insert(1, Square(0, 0));
+  EXPECT_TRUE(Moved.MayIntersect(Square(0, 0)));
 }
 
 // --- Nodes made by hand ---

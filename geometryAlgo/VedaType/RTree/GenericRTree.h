@@ -1,6 +1,6 @@
 #pragma once  // geometryAlgo/VedaType/RTree/GenericRTree.h
 
-#include <type_traits>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -22,6 +22,7 @@ namespace tarnalgo {
 ///
 /// The shape of the tree, and with it every order in which items are answered, depends on the
 /// history of the calls alone. `TRTree<>` is another tree, made of objects that carry a pointer.
+/// Movable, not copyable; a tree moved from is empty.
 /// Ownership: the tree owns its nodes and copies of the items, never what an item points to.
 /// Cost: `Insert`, `Remove` and `Search` O(log n) expected, a search + the items found.
 template <class T = void>
@@ -34,6 +35,12 @@ class TRTree {
   /// it has items; all operations stand that.
   /// Errors: `MaxChildren` below 2, `EParamError`.
   explicit TRTree(int MaxChildren);
+  TRTree(TRTree&& Other) noexcept : TRTree(Other.FMaxChildren) { Swap(Other); }
+  TRTree& operator=(TRTree&& Other) noexcept {
+    TRTree Taken(std::move(Other));
+    Swap(Taken);
+    return *this;
+  }
   TRTree(const TRTree&) = delete;
   TRTree& operator=(const TRTree&) = delete;
   virtual ~TRTree() { Clear(); }
@@ -76,7 +83,7 @@ class TRTree {
  private:
   // A node with children brings the room for as many as are usual.
   static constexpr int kUsualChildren = 8;
-  class alignas(64) TInnerNode : public TNode {
+  class alignas(TNode::kCacheLine) TInnerNode : public TNode {
    public:
     TInnerNode() : TNode(FChildStorage, FRangeStorage, kUsualChildren) {}
 
@@ -85,6 +92,14 @@ class TRTree {
     TVRect2D FRangeStorage[kUsualChildren];
   };
 
+  void Swap(TRTree& Other) noexcept {
+    std::swap(FInnerNodes, Other.FInnerNodes);
+    std::swap(FDataNodes, Other.FDataNodes);
+    std::swap(FRoot, Other.FRoot);
+    std::swap(FMinChildren, Other.FMinChildren);
+    std::swap(FMaxChildren, Other.FMaxChildren);
+    std::swap(FNodes, Other.FNodes);
+  }
   TNode* MakeRoom(TNode* Leaf, const TVRect2D& Box);
   void Free(TNode* Node);
 

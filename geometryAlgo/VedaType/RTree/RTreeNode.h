@@ -1,7 +1,7 @@
 #pragma once  // geometryAlgo/VedaType/RTree/RTreeNode.h
 
 #include <algorithm>
-#include <numeric>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -92,6 +92,7 @@ class TRTreeNode : public TTreeNode<T> {
 
   // The source line that the assertion of ChooseInsertLeaf names.
   static constexpr int kChooseInsertLeafLine = 9269;
+  static constexpr std::ptrdiff_t kCacheLine = 64;
   // Splits of up to this many children allocate nothing.
   static constexpr int kShortList = 16;
   // Searches with up to this many nodes on a level allocate nothing.
@@ -121,7 +122,8 @@ class TRTreeNode : public TTreeNode<T> {
   // Fetches this node and the room behind it while others are searched.
   void Prefetch(bool IsDataNode) const {
     const char* const Start = reinterpret_cast<const char*>(this);
-    for (int Line = 0; Line < (IsDataNode ? 1 : 5); ++Line) __builtin_prefetch(Start + 64 * Line);
+    const std::ptrdiff_t Bytes = (IsDataNode ? 1 : 5) * kCacheLine;
+    for (std::ptrdiff_t At = 0; At < Bytes; At += kCacheLine) __builtin_prefetch(Start + At);
   }
 
   bool HasMeeting(const TVRect2D& Box, double Eps) const;
@@ -206,6 +208,7 @@ int TRTreeNode<T>::LeastGrowth(const TVRect2D& Box) const {
     if (Growth < Least) {
       Least = Growth;
       Best = I;
+      if (Growth == 0.0) break;  // exact; none grows by less
     }
   }
   return Best;
