@@ -7,6 +7,7 @@
 
 #include "host/Cadgeometry/BernsteinRoots.h"
 #include "host/Cadgeometry/Nearest.h"
+#include "host/Cadtypes/SortFew.h"
 #include "host/Cadutils.h"
 
 namespace tarnalgo {
@@ -39,7 +40,7 @@ struct TMonotoneCuts {
     const TPoint2D D[] = {B.P1 - B.P0, B.P2 - B.P1, B.P3 - B.P2};
     for (const double T : TBernsteinRoots<2>({D[0].X, D[1].X, D[2].X})) Turns[Found++] = T;
     for (const double T : TBernsteinRoots<2>({D[0].Y, D[1].Y, D[2].Y})) Turns[Found++] = T;
-    std::sort(Turns.begin(), Turns.begin() + static_cast<std::ptrdiff_t>(Found));
+    SortFew(Turns.data(), Turns.data() + Found);
     At[Count++] = 0.0;
     for (std::size_t I = 0; I < Found; ++I) {
       if (Turns[I] > At[Count - 1] + kLeastCutStep && Turns[I] < 1.0 - kLeastCutStep) {

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "host/Cadtypes/ExtendedPoint.h"
+#include "host/Cadtypes/SortFew.h"
 #include "host/Exceptions.h"
 
 namespace tarnalgo {
@@ -27,7 +28,7 @@ class TCubicSolver {
 
   int AppendTo(std::vector<double>& Roots) {
     Solve();
-    std::sort(FRoots, FRoots + FCount);
+    SortFew(FRoots, FRoots + FCount);
     int Appended = 0;
     for (int I = 0; I < FCount; ++I) {
       const double Root = static_cast<double>(FRoots[I]);
