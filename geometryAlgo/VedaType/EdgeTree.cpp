@@ -45,9 +45,11 @@ TEdgeTree::TEdgeTree(const std::vector<TPoint2D>& Points, const TPoint2D& Axis)
     FQuadrants.push_back(std::move(UpperQuadrants));
   }
   if (FAxis == DcsX) return;  // exact: an upright tree takes coordinates as they are
-  const TBox& All = FLevels.back().front();
-  FSlack = kTurnRounding * (std::fmax(std::abs(All.Left), std::abs(All.Right)) +
-                            std::fmax(std::abs(All.Bottom), std::abs(All.Top)));
+  for (const TPoint2D& P : Points) {
+    // Infinite coordinates do not round; a slack of theirs would reach from every edge to all.
+    const double Slack = kTurnRounding * std::abs(P.X) + kTurnRounding * std::abs(P.Y);
+    if (std::isfinite(Slack)) FSlack = std::max(FSlack, Slack);
+  }
 }
 
 TPoint2D TEdgeTree::HatchAxis(const std::vector<TPoint2D>& Points) {

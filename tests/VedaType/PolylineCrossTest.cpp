@@ -401,5 +401,19 @@ TEST(TVPolyline2DCross, SurvivesAnything) {
   }
 }
 
+// An endless edge once made the slack of the turned boxes endless, so that all met all: hours.
+TEST(TVPolyline2DCross, AnEndlessEdgeDoesNotMakeAllHatchLinesNeighbours) {
+  TVPolyline2D Hatched = Hatch(100000, 1000.0, 0.01);
+  Hatched.Rotate(kPi / 4);
+  TVPolyline2D Between = Hatched;
+  Between.Translate(TPoint2D(0, 0.005).RotateBy(kPi / 4));
+  Between.Add({std::numeric_limits<double>::infinity(), 0});
+  TPoints Points;
+  TLines Lines;
+  Between.CrossWith(Hatched, Points, Lines);
+  EXPECT_TRUE(Points.empty());
+  EXPECT_EQ(99999U, Lines.size());  // each turn from stroke to stroke lies half on the other's
+}
+
 }  // namespace
 }  // namespace tarnalgo
