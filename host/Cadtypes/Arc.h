@@ -48,9 +48,10 @@ struct TArc2D {
   /// Tolerance: 1e-6, a length.
   bool IsOn(const TPoint2D& P, double Tol = kLinearTolerance) const;
 
-  /// Common points of the two arcs, in this arc's order: 0..2. Arcs of one circle answer the ends of
-  /// their overlap (of the longest one if there are two), which runs from `I1` to `I2` along this
-  /// arc, across the seam of a full circle too; or else the end points in which they only touch.
+  /// Common points of the two arcs, in this arc's order: 0..2. Arcs of one circle answer the ends
+  /// of their overlap (of the longest one if there are two), which runs from `I1` to `I2` along
+  /// this arc, across the seam of a full circle too; or else the end points in which they only
+  /// touch.
   /// Tolerance: 1e-6, a length, ends included.
   int Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
   /// Common points with the infinite line, in the line's order: 0..2.
