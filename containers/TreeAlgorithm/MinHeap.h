@@ -28,15 +28,16 @@ struct THeapNode {
 /// The array is part of the contract: the children of place i are 2i + 1 and 2i + 2, the minimum
 /// is at 0, and which of several equal items comes out first follows from the rules of sifting:
 /// a rising item passes what is greater, a sinking one changes places with its lesser child while
-/// that is less. Ties: of equal children the left one; equal items never change places.
-/// So a heap built from a list may give equal items in another order than one filled item by item.
+/// that is less.
+/// Ties: of equal children the left one; equal items never change places. So a heap built from a
+/// list may give equal items in another order than one filled item by item.
 ///
 /// `TComparer` is `int(const T&, const T&)`, a strict weak order of three results; a type of its
 /// own is inlined, the default `std::function` may be null (key mode). Keys are compared exactly;
 /// NaN equals everything. With a comparer that contradicts itself the order is unspecified; one
-/// that raises loses no item to an `Add`, the minimum to a `Pop`. Ownership: items are values; of
-/// pointers the heap does not own what they point to. Cost: `Add` and `Pop` O(log n), construction
-/// from a list O(n).
+/// that raises loses no item to an `Add`, the minimum to a `Pop`.
+/// Ownership: items are values; of pointers the heap does not own what they point to.
+/// Cost: `Add` and `Pop` O(log n), construction from a list O(n).
 template <class T, class TComparer = std::function<int(const T&, const T&)>>
 class TMinHeap {
  public:

@@ -70,7 +70,8 @@ struct TSheet {
 /// stays whole, and each later one keeps what is left of it; so the edges' total length is the
 /// length of the union of all that was drawn. Edges that only touch stay apart. Arcs, circles and
 /// curves are dropped when they repeat another one whole; overlapping arcs are not taken apart.
-/// Tolerance: `Snap`. Ties: the first in the drawing stays, on its own port.
+/// Tolerance: `Snap`.
+/// Ties: the first in the drawing stays, on its own port.
 /// Cost: O(n log n) where edges of nearly one direction keep apart; a window of edges that are not
 /// quite parallel adds what it holds.
 TSheet PrepareSheet(const TDrawing& Drawing, const TPrepOptions& Options);

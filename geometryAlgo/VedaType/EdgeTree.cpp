@@ -23,7 +23,7 @@ TEdgeTree::TEdgeTree(const std::vector<TPoint2D>& Points, const TPoint2D& Axis)
   const bool IsOnePlace = std::all_of(Points.begin(), Points.end(),
                                       [&](const TPoint2D& P) { return P == Points.front(); });
   FPlaceEdge = IsOnePlace ? 0 : -1;
-  const auto LeafCount = static_cast<std::size_t>((FEdgeCount - 1) / kLeafEdges + 1);
+  const std::size_t LeafCount = (static_cast<std::size_t>(FEdgeCount) - 1) / kLeafEdges + 1;
   FLevels.emplace_back(LeafCount);
   FQuadrants.emplace_back(LeafCount, kAllQuadrants);
   for (int I = 0; I < FEdgeCount; ++I) {

@@ -27,8 +27,9 @@ inline bool IsNearBoxOf(const TVLine2D& Edge, const TPoint2D& P, double Reach) {
 /// Neighbouring edges lie near each other, so the boxes are taken over runs of edges in their
 /// order: nothing is sorted and memory is a quarter of the points. Visitors answer true to stop; a
 /// visit answers whether it was stopped. Edges with a NaN are never visited; a single point is one
-/// edge of no length. Ownership: refers to the points, which must outlive the tree unchanged. Cost:
-/// construction O(n). A visit touches what the boxes cannot tell apart: O(log n + hits) for a
+/// edge of no length.
+/// Ownership: refers to the points, which must outlive the tree unchanged.
+/// Cost: construction O(n). A visit touches what the boxes cannot tell apart: O(log n + hits) for a
 /// point, O(n + m + hits) for the pairs of contours as they occur.
 class TEdgeTree {
  public:
@@ -64,8 +65,8 @@ class TEdgeTree {
     return PairNodes(TopLevel(), 0, Other, Other.TopLevel(), 0, Eps + FSlack + Other.FSlack, Visit);
   }
   /// Pairs of edges of this tree whose boxes lie within `Eps`, the smaller number first, each once.
-  /// Left out are pairs within runs that go into one quadrant only: such a run does not come back to
-  /// itself, its edges share no more than the vertices between them.
+  /// Left out are pairs within runs that go into one quadrant only: such a run does not come back
+  /// to itself, its edges share no more than the vertices between them.
   template <class TVisitor>
   bool VisitOwnPairs(double Eps, TVisitor Visit) const {
     if (FEdgeCount == 0) return false;
@@ -89,7 +90,8 @@ class TEdgeTree {
     }
     void Expand(const TBox& Other);
   };
-  /// Quadrants, as bits, into which a direction points; on an axis into two, without length into all.
+  /// Quadrants, as bits, into which a direction points; on an axis into two, without length into
+  /// all.
   using TQuadrants = unsigned char;
   static constexpr TQuadrants kAllQuadrants = 15;
 

@@ -244,8 +244,8 @@ class TVPolyline2D : public TVPoint2DList {
   bool CrossWithLastPt(const TVPolyline2D& Other, TPoint2D& LastPt,
                        double Eps = kLinearTolerance) const;
   /// The common place nearest to `From`; on a stretch its nearest point. False, `Nearest`
-  /// untouched, when there is none. Ties: points before stretches, then the first along this
-  /// polyline.
+  /// untouched, when there is none.
+  /// Ties: points before stretches, then the first along this polyline.
   bool NearestCrossPoint(const TVLine2D& Line, const TPoint2D& From, TPoint2D& Nearest,
                          double Eps = kLinearTolerance) const;
   bool NearestCrossPoint(const TVPolyline2D& Other, const TPoint2D& From, TPoint2D& Nearest,
@@ -281,9 +281,9 @@ class TVPolyline2D : public TVPoint2DList {
   /// stay what they are, so a closed polyline stays closed; of a polyline all in one place one
   /// point is left.
   void DeleteNeighbourClosed(double Eps = kLinearTolerance);
-  /// Deletes vertices on straight ways: each lies within `Eps` of the edge that replaces it, and the
-  /// polyline does not turn back there by more. The ends of an open polyline stay. A closed one whose
-  /// joint lies on a straight way itself begins at its next corner afterwards.
+  /// Deletes vertices on straight ways: each lies within `Eps` of the edge that replaces it, and
+  /// the polyline does not turn back there by more. The ends of an open polyline stay. A closed one
+  /// whose joint lies on a straight way itself begins at its next corner afterwards.
   /// Cost: O(n). Each edge reaches as far as it can, which need not give the fewest vertices.
   void CollinearSmooth(double Eps = kLinearTolerance);
   /// Deletes vertices after Douglas and Peucker: each lies within `Eps` of the edge that replaces
@@ -294,10 +294,10 @@ class TVPolyline2D : public TVPoint2DList {
   /// Cost: O(n log n) for contours as they occur, O(n times vertices kept) at worst.
   void Simplify(double Eps = kLinearTolerance);
   /// Joins `Other` on where an end of it meets an end of this polyline within `Eps`; true when it
-  /// did. The joint keeps this polyline's point. Tried in this order: its start at this end, its end
-  /// at this end, its end at this start, its start at this start; this polyline keeps its direction,
-  /// the other one is turned where necessary. False when one of them is closed or has fewer than
-  /// two points.
+  /// did. The joint keeps this polyline's point. Tried in this order: its start at this end, its
+  /// end at this end, its end at this start, its start at this start; this polyline keeps its
+  /// direction, the other one is turned where necessary. False when one of them is closed or has
+  /// fewer than two points.
   bool TryConnect(const TVPolyline2D& Other, double Eps = kLinearTolerance);
   /// Closes an open polyline by a last point that repeats the first; nothing when it is closed
   /// within `Eps` or empty.
@@ -355,9 +355,9 @@ using enum TRepeatKind;
 /// A list of polylines that it owns (`TObjectList`).
 ///
 /// The operations that join work in place: the first polyline of a chain, in the order of the list,
-/// takes over the points of the others and keeps its place and direction; the others leave the list.
-/// A chain whose ends meet becomes a ring, closed exactly. Closed polylines and those of fewer than
-/// two points stay as they are. Each answers the number of polylines that left.
+/// takes over the points of the others and keeps its place and direction; the others leave the
+/// list. A chain whose ends meet becomes a ring, closed exactly. Closed polylines and those of
+/// fewer than two points stay as they are. Each answers the number of polylines that left.
 class TVPolyline2DList : public TVGeometry2DList<TVPolyline2D> {
  public:
   using TVGeometry2DList::TVGeometry2DList;

@@ -8,8 +8,8 @@ namespace tarnalgo {
 
 namespace {
 
-/// How many points past the last end of a straight way are tried for a farther end: noise within the
-/// tolerance may refuse one point and admit a later one.
+/// How many points past the last end of a straight way are tried for a farther end: noise within
+/// the tolerance may refuse one point and admit a later one.
 constexpr std::size_t kLookAhead = 64;
 
 /// The straight ways from a fixed point that pass within a tolerance of every point added: a wedge
@@ -79,8 +79,8 @@ std::size_t EndOfStraightWay(const std::vector<TPoint2D>& Points, std::size_t St
   return End;
 }
 
-/// The points that must stay so that every other one lies within `Eps` of the edge that replaces it.
-/// The first and the last point stay.
+/// The points that must stay so that every other one lies within `Eps` of the edge that replaces
+/// it. The first and the last point stay.
 std::vector<TPoint2D> Straightened(const std::vector<TPoint2D>& Points, double Eps) {
   std::vector<TPoint2D> Kept{Points.front()};
   for (std::size_t I = 0; I + 1 < Points.size();) {

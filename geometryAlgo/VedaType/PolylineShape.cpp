@@ -18,7 +18,8 @@ TVPolyline2D CornersOfRing(const TVPolyline2D& Contour, double Eps) {
   return Ring;
 }
 
-/// `Points` taken from position `Start` on, cyclically, or from there backwards, agree with `Wanted`.
+/// `Points` taken from position `Start` on, cyclically, or from there backwards, agree with
+/// `Wanted`.
 bool AgreesFrom(const std::vector<TPoint2D>& Wanted, const std::vector<TPoint2D>& Points,
                 std::size_t Count, std::size_t Start, bool Backwards, double Eps) {
   for (std::size_t I = 0; I < Count; ++I) {

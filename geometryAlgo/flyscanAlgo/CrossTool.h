@@ -37,9 +37,10 @@ class TCrossTool {
   /// `TransLine` crosses one of the holes (`TFlyHoles::RTree`): it shares a stretch with its
   /// outline, or a point other than its own start. So a connection wholly inside a hole crosses
   /// nothing, one that starts on the outline and ends inside does not cross it, one that ends on it
-  /// does. Tolerance: composite holes and arcs 1e-6, a length. Any other hole, and `TransLine`
-  /// against it, is sampled with a chord error of 0.1, so that crossings nearer than this are not
-  /// sure. Cost: a search of the index, then the crossings with each hole whose box comes near.
+  /// does.
+  /// Tolerance: composite holes and arcs 1e-6, a length. Any other hole, and `TransLine` against
+  /// it, is sampled with a chord error of 0.1, so that crossings nearer than this are not sure.
+  /// Cost: a search of the index, then the crossings with each hole whose box comes near.
   static bool CheckCrossWithHoles(const TGeCompositeCurve2D& TransLine,
                                   const TRTree<TGeCurve2D*>& HoleRTree);
 };

@@ -15,10 +15,10 @@ class TLinearSegment {
   /// The edge; the constructor and the run that cuts it may turn it round.
   TLine2D Line;
   /// Direction of `Line`, in (−0.001, π). An edge that points less than 0.001 below π or anywhere
-  /// beyond is turned round, once. The turned edge just below π gets a small negative angle, so that
-  /// it groups with the edges near 0; the same edge given the other way round points just below 2π
-  /// and is turned to just below π, where it stays: one line, two keys. Only such an edge has an
-  /// angle above π − 0.001.
+  /// beyond is turned round, once. The turned edge just below π gets a small negative angle, so
+  /// that it groups with the edges near 0; the same edge given the other way round points just
+  /// below 2π and is turned to just below π, where it stays: one line, two keys. Only such an edge
+  /// has an angle above π − 0.001.
   double LineAngle = 0.0;
   /// Where the infinite line crosses the Y axis, or X of the given end point for a line within
   /// `AngleTolerance` of the vertical. Just outside that band it can be very large.

@@ -52,7 +52,8 @@ struct TCurvePiece {
   /// First derivative by U.
   TPoint2D Derivative(double U) const;
   TPoint2D SecondDerivative(double U) const;
-  /// U of the nearest point. Ties: the smallest.
+  /// U of the nearest point.
+  /// Ties: the smallest.
   double Nearest(const TPoint2D& P, double& Distance) const;
   double CurveParam(double U) const { return U == 1.0 ? To : From + U * (To - From); }
 

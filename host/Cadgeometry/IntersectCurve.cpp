@@ -163,8 +163,8 @@ class TCurveMeeting {
     CrossAll(ScaledPieces(FFirst, Factor), ScaledPieces(FSecond, Factor), FTol * Factor);
   }
 
-  /// Contacts at the ends of overlaps are part of them. Those on either side of a joint with nothing
-  /// wider than the tolerance in between are one: the place where the curves come nearer.
+  /// Contacts at the ends of overlaps are part of them. Those on either side of a joint with
+  /// nothing wider than the tolerance in between are one: the place where the curves come nearer.
   void JoinContacts() {
     std::erase_if(FContacts,
                   [&](const TPlace& Place) { return FOverlapEnds.Holds(PointOnFirst(Place)); });

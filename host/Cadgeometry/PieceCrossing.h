@@ -28,10 +28,11 @@ struct TPieceOverlap {
 /// within `Tol` is one contact; it is an overlap when both its ends are ends of one of the pieces
 /// and lie more than `Tol` apart. So a tangent counts once, and so do two crossings with less than
 /// `Tol` between the curves from one to the other. An end of a piece within `Tol` of the other
-/// piece is named exactly (U = 0 or 1) in preference to a crossing beside it. Tolerance: `Tol` is a
-/// length, not negative; the rounding of the coordinates is added. Coordinates should keep their
-/// fourth powers finite (`TCurvePiece::Scaled`). Cost: no allocation for lines and arcs. Two
-/// cubics: bounded subdivision, down to pieces as flat as the tolerance at worst.
+/// piece is named exactly (U = 0 or 1) in preference to a crossing beside it.
+/// Tolerance: `Tol` is a length, not negative; the rounding of the coordinates is added.
+/// Coordinates should keep their fourth powers finite (`TCurvePiece::Scaled`).
+/// Cost: no allocation for lines and arcs. Two cubics: bounded subdivision, down to pieces as flat
+/// as the tolerance at worst.
 class TPieceCrossing {
  public:
   TPieceCrossing(const TCurvePiece& A, const TCurvePiece& B, double Tol);

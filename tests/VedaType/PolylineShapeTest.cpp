@@ -16,8 +16,8 @@ using TPoints = std::vector<TPoint2D>;
 
 const TVPolyline2D kSquare(TVRect2D({0, 0}, {10, 10}));
 
-/// The corners of the hull by walking round it, in integers: from the lowest of the leftmost points,
-/// counter-clockwise. Fewer than three for points on one line.
+/// The corners of the hull by walking round it, in integers: from the lowest of the leftmost
+/// points, counter-clockwise. Fewer than three for points on one line.
 TPoints WrapGridHull(const TVPolyline2D& Points) {
   TPoints Hull;
   std::size_t Current = 0;

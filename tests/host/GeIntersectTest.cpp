@@ -304,11 +304,12 @@ std::vector<TMeetingCase> MeetingCases() {
       Line(0, 0, 1, 0), {{0, 0}, {1, 0}}, 1);
   Add("straight Bezier along a line", OneBezier(UnevenLine), Line(5, 0, 20, 0), {{5, 0}, {10, 0}},
       1);
-  // Once two records, a few 1e-6 apart: the cubic is cut, to be monotone, where it turns through the
-  // line's direction.
+  // Once two records, a few 1e-6 apart: the cubic is cut, to be monotone, where it turns through
+  // the line's direction.
   Add("inflexion along a line", Line(4, 4, 4, 2), OneBezier({{1, 6}, {7, 2}, {1, 0}, {7, 5}}),
       {{4, 2.125}}, 0);
-  // Once dropped as if it were the start of the overlap, from which the way is within the tolerance.
+  // Once dropped as if it were the start of the overlap, from which the way is within the
+  // tolerance.
   TGeCompositeCurve2D Apart;
   Apart.AddCurve(Line(2, 7, 7, 3).Clone());
   Apart.AddCurve(Polyline({{4, 6}, {4, 5}, {8, 5}}).Clone());

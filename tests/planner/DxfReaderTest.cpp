@@ -14,8 +14,8 @@ using namespace tarnalgo;
 
 namespace {
 
-/// Groups as "code value code value ...": each blank is a line end, "_" a blank, so that a test shows
-/// a file on a line.
+/// Groups as "code value code value ...": each blank is a line end, "_" a blank, so that a test
+/// shows a file on a line.
 std::string Lines(std::string Text, const std::string& LineEnd = "\n") {
   std::string Result;
   for (const char C : Text) {

@@ -65,7 +65,8 @@ class TRTree<void> {
   /// the child of least `Judgement`, into a leaf. A node with more than `MaxChildCount` children is
   /// split, and its parent in turn: `ChooseSeeds`, then each other child goes to the seed of
   /// smaller `Judgement`; once a seed holds `MaxChildCount` − `MinChildCount` + 1 children, all to
-  /// the other. Ties: the first child, also when no judgement is below 1.7e308; in a split, seed A.
+  /// the other.
+  /// Ties: the first child, also when no judgement is below 1.7e308; in a split, seed A.
   static std::unique_ptr<TRTree> Insert(std::unique_ptr<TRTree> Entry,
                                         std::unique_ptr<TRTree> Tree);
 

@@ -156,8 +156,8 @@ inline double AreaGrowth(const TVRect2D& Range, const TVRect2D& Box) {
   return Width * Height - Range.Width() * Range.Height();
 }
 
-// Attaches a child whose range is `Range`. The caller has it at hand; that of the node would have to
-// come from memory.
+// Attaches a child whose range is `Range`. The caller has it at hand; that of the node would have
+// to come from memory.
 template <class T>
 void TRTreeNode<T>::Adopt(TRTreeNode* ChildNode, const TVRect2D& Range) {
   FChildRanges.Reserve(ChildCount() + 1);
@@ -302,9 +302,9 @@ void TRTreeNode<T>::MoveSecondHalf(const TOrder& Order, TRTreeNode& Sibling) {
   FChildRanges.Shorten(Half);
 }
 
-// Level by level, all that meets the window in the order of the children: in the end the data nodes,
-// in the order of a walk depth first. Against such a walk the nodes of a level come from memory at
-// the same time, not one after the other.
+// Level by level, all that meets the window in the order of the children: in the end the data
+// nodes, in the order of a walk depth first. Against such a walk the nodes of a level come from
+// memory at the same time, not one after the other.
 template <class T>
 void TRTreeNode<T>::Search(const TVRect2D& Box, std::vector<T>& Result, double Eps) const {
   const TWindow Window(Box, Eps);
