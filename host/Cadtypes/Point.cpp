@@ -13,7 +13,7 @@ double IntoFullTurn(double Angle) {
   return Turned < kFullTurn ? Turned : 0.0;
 }
 
-/// The angle from `A` to `B` in [−π, π].
+/// The angle from `A` to `B` in [−π, π], 0 when one of them has no direction.
 double SignedAngle(const TPoint2D& A, const TPoint2D& B) {
   const double Cross = A.CrossMul(B);
   const double Dot = A.DotMul(B);
@@ -22,6 +22,7 @@ double SignedAngle(const TPoint2D& A, const TPoint2D& B) {
   // The products leave the range of a double: the same angle between the unit vectors.
   const TPoint2D UnitA = A.Normal();
   const TPoint2D UnitB = B.Normal();
+  if (UnitA == TPoint2D::FZero || UnitB == TPoint2D::FZero) return 0.0;
   return std::atan2(UnitA.CrossMul(UnitB), UnitA.DotMul(UnitB));
 }
 
@@ -53,7 +54,7 @@ TPoint2D TPoint2D::Normal() const {
 }
 
 double TPoint2D::Angle() const {
-  return IntoFullTurn(std::atan2(Y, X));
+  return IntoFullTurn(SignedAngle(DcsX, *this));
 }
 
 double TPoint2D::AngleFrom(const TPoint2D& B) const {

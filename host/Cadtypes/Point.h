@@ -10,7 +10,8 @@ namespace tarnalgo {
 /// counter-clockwise.
 ///
 /// A plain value. `==` compares both coordinates exactly; the same place within a tolerance is
-/// `Equals`. Operations raise nothing; NaN passes through.
+/// `Equals`. Operations raise nothing. A vector has a direction when it is not zero and both of its
+/// coordinates are finite; whatever else is asked for a direction behaves like the zero vector.
 struct TPoint2D {
   double X = 0.0;
   double Y = 0.0;
@@ -42,7 +43,7 @@ struct TPoint2D {
   double DistanceTo(const TPoint2D& P) const { return (*this - P).Mag(); }
   /// Length of the vector, with the same care.
   double Mag() const;
-  /// The unit vector of this direction, the zero vector for the zero vector.
+  /// The unit vector of this direction, the zero vector where there is none.
   TPoint2D Normal() const;
 
   /// X·B.Y − Y·B.X: positive when `B` lies counter-clockwise of this vector. Not normalised.
@@ -52,9 +53,9 @@ struct TPoint2D {
   /// Polar angle in [0, 2π); 0 for the zero vector.
   double Angle() const;
   /// Counter-clockwise angle from `B` to this vector in [0, 2π). Exactly 0 from a vector to itself;
-  /// a hair below 0 gives 0, never 2π.
+  /// a hair below 0 gives 0, never 2π; 0 too when one of the vectors has no direction.
   double AngleFrom(const TPoint2D& B) const;
-  /// Unsigned angle between the two vectors, in [0, π].
+  /// Unsigned angle between the two vectors, in [0, π]; 0 when one of them has no direction.
   double AngleBetween(const TPoint2D& B) const;
 
   /// This vector turned by `A` radians counter-clockwise.

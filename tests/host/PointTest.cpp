@@ -40,6 +40,23 @@ TEST(TPoint2D, AnglesStayBelowAFullTurn) {
   EXPECT_DOUBLE_EQ(kPi, TPoint2D(1, 0).AngleBetween({-3, 0}));
 }
 
+TEST(TPoint2D, AVectorWithoutDirectionHasAngleZero) {
+  for (const double X : {0.0, -0.0}) {
+    for (const double Y : {0.0, -0.0}) {
+      const TPoint2D Zero(X, Y);  // the signs must not make a direction of it
+      EXPECT_EQ(0.0, Zero.Angle());
+      for (const TPoint2D& V : {TPoint2D(-1, -1), TPoint2D(-3, 0), Zero}) {
+        EXPECT_EQ(0.0, V.AngleFrom(Zero));
+        EXPECT_EQ(0.0, Zero.AngleFrom(V));
+        EXPECT_EQ(0.0, Zero.AngleBetween(V));
+      }
+    }
+  }
+  EXPECT_EQ(0.0, TPoint2D(1, std::nan("")).AngleFrom({-1, 0}));
+  EXPECT_EQ(0.0, TPoint2D(-1, 0).AngleBetween({1, std::nan("")}));
+  EXPECT_EQ(0.0, TPoint2D(-1, HUGE_VAL).Angle());
+}
+
 TEST(TPoint2D, LengthAndDirectionSurviveExtremeCoordinates) {
   EXPECT_DOUBLE_EQ(5e200, TPoint2D(3e200, 4e200).Mag());
   EXPECT_DOUBLE_EQ(5e-200, TPoint2D(3e-200, 4e-200).Mag());
