@@ -26,12 +26,17 @@ double SignedAngle(const TPoint2D& A, const TPoint2D& B) {
   return std::atan2(UnitA.CrossMul(UnitB), UnitA.DotMul(UnitB));
 }
 
+/// Powers of ten are exact up to 10^22, their reciprocals never: tens are divided out, not
+/// multiplied in.
 double RoundDecimal(double Value, int Digits) {
-  const double Scale = std::pow(10.0, Digits);
-  const double Scaled = Value * Scale;
+  const double Power = std::pow(10.0, std::abs(static_cast<double>(Digits)));
+  const double Scaled = Digits < 0 ? Value / Power : Value * Power;
   // From 2^52 on a double has no fraction left to round; a NaN fails the test too.
-  if (!(std::abs(Scaled) < 4503599627370496.0) || !(Scale > 0.0)) return Value;
-  return std::nearbyint(Scaled) / Scale;
+  if (!(std::abs(Scaled) < 4503599627370496.0)) return Value;
+  const double Whole = std::nearbyint(Scaled);
+  if (Whole == 0.0) return Whole;
+  const double Rounded = Digits < 0 ? Whole * Power : Whole / Power;
+  return std::isfinite(Rounded) ? Rounded : Value;
 }
 
 }  // namespace

@@ -68,8 +68,8 @@ struct TPoint2D {
   /// parallel to everything.
   bool IsParallelTo(const TPoint2D& B, double Eps = kLinearTolerance) const;
 
-  /// Both coordinates rounded to `Digits` decimals, exact halves to even. Values too large to have
-  /// such decimals come back as they are.
+  /// Both coordinates rounded to `Digits` decimals, exact halves to even; negative `Digits` round
+  /// to tens, hundreds and so on. Values too large to have such decimals come back as they are.
   TPoint2D RoundTo(int Digits) const;
 };
 

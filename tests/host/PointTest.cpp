@@ -81,6 +81,13 @@ TEST(TPoint2D, RoundsHalvesToEvenAndLeavesHugeValues) {
   EXPECT_EQ(TPoint2D(2, 4), TPoint2D(2.5, 3.5).RoundTo(0));
   EXPECT_EQ(TPoint2D(1e300, 0), TPoint2D(1e300, 0.4).RoundTo(0));
   EXPECT_EQ(TPoint2D(100, 300), TPoint2D(149, 251).RoundTo(-2));
+  EXPECT_EQ(TPoint2D(1e300, 0), TPoint2D(1e300, 0).RoundTo(400));
+  EXPECT_EQ(TPoint2D(0, 0), TPoint2D(1e300, -3).RoundTo(-400));
+  // The reciprocal of 10^5 is no double: multiplying by it missed whole multiples and halves.
+  for (int K = 0; K < 1000; ++K) {
+    const int Even = K % 2 == 0 ? K : K + 1;
+    EXPECT_EQ(TPoint2D(K * 1e5, Even * 1e5), TPoint2D(K * 1e5, K * 1e5 + 5e4).RoundTo(-5));
+  }
 }
 
 }  // namespace
