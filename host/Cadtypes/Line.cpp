@@ -158,7 +158,7 @@ TPoint2D TLine2D::PointAtY(double Y) const {
 double TLine2D::ParamOfPoint(const TPoint2D& P, double Tol) const {
   const double T = ProjectedParam(*this, P);
   const double NearerEnd = T < 0.5 ? 0.0 : 1.0;
-  return TMathUtils::FloatEquals(T * Length(), NearerEnd * Length(), Tol) ? NearerEnd : T;
+  return TMathUtils::FloatEquals((T - NearerEnd) * Length(), 0.0, Tol) ? NearerEnd : T;
 }
 
 double TLine2D::DistanceDirect(const TPoint2D& P) const {

@@ -48,6 +48,8 @@ TEST(TLine2D, ParameterSnapsToTheEndsWithinTheLength) {
   EXPECT_DOUBLE_EQ(-0.5, kFlat.ParamOfPoint({-5, 7}));
   EXPECT_EQ(0.0, TLine2D({1, 1}, {1, 1}).ParamOfPoint({4, 5}));
   EXPECT_EQ(0.5, TLine2D({-1e300, 0}, {1e300, 0}).ParamOfPoint({0, 1e300}));
+  // Too long for a double: any place was as near to the end as the end itself.
+  EXPECT_EQ(0.75, TLine2D({-0x1p1023, 0}, {0x1p1023, 0}).ParamOfPoint({0x1p1022, 0}));
 }
 
 TEST(TLine2D, IsOnHasSlackOfALengthAsideAndOfAParameterAlong) {
