@@ -77,15 +77,13 @@ class TSegmentMeeting {
   void FindTouchingEnds() {
     for (const double End : {0.0, 1.0}) {
       const TPoint2D OfA = FA.EvalPoint(End);
-      if (!IsNear(FB, OfA)) continue;
-      const double OnB = ParamWithin(FB, OfA);
-      AddTouch({OfA, End, OnB}, FB.EvalPoint(OnB));
+      const TFoot OnB = FootOf(OfA, FB);
+      if (OnB.Gap <= FEps) AddTouch({OfA, End, OnB.Param}, OnB.Gap);
     }
     for (const double End : {0.0, 1.0}) {
       const TPoint2D OfB = FB.EvalPoint(End);
-      if (!IsNear(FA, OfB)) continue;
-      const double OnA = ParamWithin(FA, OfB);
-      AddTouch({OfB, OnA, End}, FA.EvalPoint(OnA));
+      const TFoot OnA = FootOf(OfB, FA);
+      if (OnA.Gap <= FEps) AddTouch({OfB, OnA.Param, End}, OnA.Gap);
     }
     for (int I = 0; I < FCount; ++I) {
       if (!FFirst || FTouches[I].Param1 < FFirst->Param1) FFirst = &FTouches[I];
@@ -94,19 +92,23 @@ class TSegmentMeeting {
     }
   }
 
-  /// Measured to the foot itself: the end that the foot may be taken for is farther away.
-  bool IsNear(const TLine2D& Line, const TPoint2D& P) const {
-    const double Foot = std::clamp(Line.ParamOfPoint(P, 0.0), 0.0, 1.0);
-    return P.DistanceTo(Line.EvalPoint(Foot)) <= FEps;
+  struct TFoot {
+    double Param;
+    double Gap;
+  };
+
+  /// The place of the segment nearest to `P`, or the end beside it where that is within the
+  /// tolerance too, so that two ends are equally near to each other.
+  TFoot FootOf(const TPoint2D& P, const TLine2D& Line) const {
+    const double T = std::clamp(ProjectedParam(Line, P), 0.0, 1.0);
+    const double NearerEnd = T < 0.5 ? 0.0 : 1.0;
+    const double ToEnd = P.DistanceTo(Line.EvalPoint(NearerEnd));
+    if (ToEnd <= FEps || T == NearerEnd) return {NearerEnd, ToEnd};
+    return {T, std::abs(Line.DistanceDirect(P))};
   }
 
-  /// With a foot taken for the end beside it, so that two ends are equally near to each other.
-  static double ParamWithin(const TLine2D& Line, const TPoint2D& P) {
-    return std::clamp(Line.ParamOfPoint(P), 0.0, 1.0);
-  }
-
-  void AddTouch(const TIntersectPoint2D& Touch, const TPoint2D& OnOther) {
-    FGaps[FCount] = Touch.Point.DistanceTo(OnOther);
+  void AddTouch(const TIntersectPoint2D& Touch, double Gap) {
+    FGaps[FCount] = Gap;
     FTouches[FCount++] = Touch;
   }
 

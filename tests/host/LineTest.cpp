@@ -128,6 +128,8 @@ const TMeetingCase kMeetings[] = {
     {"foot on the segment", kFlat, {{3, 0}, {3, 3}}, 1, {3, 0}, {3, 0}},
     {"foot short by less than the tolerance", kFlat, {{3, 9e-7}, {3, 3}}, 1, {3, 0}, {3, 0}},
     {"foot short by more", kFlat, {{3, 2e-6}, {3, 3}}, 0, {}, {}},
+    // Nearer to the segment than to its end, which is beyond the tolerance.
+    {"foot short beside the end", kFlat, {{10 - 9e-7, 9e-7}, {10, 5}}, 1, {10, 0}, {10, 0}},
     {"end to end, in line", kFlat, {{10, 0}, {20, 0}}, 1, {10, 0}, {10, 0}},
     {"end to end, in line, small gap", kFlat, {{10 + 9e-7, 0}, {20, 0}}, 1, {10, 0}, {10, 0}},
     {"end to end, in line, gap", kFlat, {{10 + 2e-6, 0}, {20, 0}}, 0, {}, {}},
@@ -178,6 +180,19 @@ TEST(TLine2D, SegmentsMeetTheSameFromEveryView) {
       }
     }
   }
+}
+
+TEST(TLine2D, SegmentsMeetWithinTheToleranceAskedFor) {
+  TIntersectPoint2D I1;
+  TIntersectPoint2D I2;
+  // All ends lie within the default tolerance of each other in pairs, none within the given one.
+  const TLine2D Shorter({5e-7, 0}, {10 - 5e-7, 0});
+  ASSERT_EQ(2, kFlat.Intersect(Shorter, I1, I2, 1e-9));
+  EXPECT_EQ(Shorter, TLine2D(I1.Point, I2.Point));
+  ASSERT_EQ(2, Shorter.Intersect(kFlat, I1, I2, 0.0));
+  EXPECT_EQ(Shorter, TLine2D(I1.Point, I2.Point));
+  EXPECT_EQ(0, kFlat.Intersect({{3, 5e-7}, {3, 5}}, I1, I2, 1e-9));
+  EXPECT_EQ(1, kFlat.Intersect({{3, 0.4}, {3, 5}}, I1, I2, 0.5));
 }
 
 // On a grid whether two segments meet follows from integer orientations alone.
