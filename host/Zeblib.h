@@ -18,7 +18,8 @@ struct TNullable {
 /// Where `OutputDebugStr` sends its text; empty (the default) drops it.
 using TDebugOutput = std::function<void(std::string_view)>;
 
-/// Sets the receiver of debug texts, returns the former one. Process-wide, not locked.
+/// Sets the receiver of debug texts, returns the former one. Process-wide, not locked. A receiver
+/// may replace itself while it is called.
 TDebugOutput SetDebugOutput(TDebugOutput Output);
 
 /// One debug text to the host.
