@@ -159,8 +159,9 @@ long double NormalAngle(long double A, bool Flag, long double Base) {
   if (Flag ? A > Base && A <= End : A >= Base && A < End) return A;  // nothing to round
   long double Rest = std::fmod(A - Base, Turn);
   if (Rest < 0.0L) Rest += Turn;
-  if (Flag) return Rest > 0.0L ? std::min(Base + Rest, End) : End;
-  return Base + Rest < End ? Base + Rest : Base;
+  const long double Normal = Base + Rest;  // may round to either end of the turn
+  if (Flag) return Normal > Base ? std::min(Normal, End) : End;
+  return Normal < End ? Normal : Base;
 }
 
 TPoint2D TTriangle2D::CircumCenter() const {

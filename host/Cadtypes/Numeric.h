@@ -11,8 +11,9 @@ class TNumeric {
   /// Real roots of A·x³ + B·x² + C·x + D = 0, distinct ones, ascending, appended to `Roots`. The
   /// result counts what was appended. A = 0 solves the lower degree; an equation without unknown
   /// has no root to name: 0.
-  /// Closed form (trigonometric for three roots), polished by Newton steps; a double root is
-  /// recognised by its discriminant to rounding.
+  /// Correct to rounding, roots of very different size included: Newton steps to one root, closed
+  /// form for the quotient; a double root is recognised by its discriminant to rounding. Roots
+  /// beyond the range of a double are left out.
   static int CubicRoot(double A, double B, double C, double D, std::vector<double>& Roots);
 };
 

@@ -120,6 +120,8 @@ TEST(NormalAngle, TheFlagChoosesTheClosedEnd) {
   EXPECT_EQ(kFullTurn, NormalAngle(kFullTurn, true, 0.0L));
   EXPECT_EQ(0.0L, NormalAngle(-1e-30L, false, 0.0L));  // never the open end
   EXPECT_EQ(kFullTurn, NormalAngle(-1e-30L, true, 0.0L));
+  // A rest that is lost when the base is added must not leave the open end.
+  EXPECT_EQ(8.0L + kFullTurn, NormalAngle(8.0L - kFullTurn + 0x1p-61L, true, 8.0L));
   EXPECT_EQ(-kPi, NormalAngle(kPi, false, -kPi));
   EXPECT_EQ(kPi, NormalAngle(-kPi, true, -kPi));
   EXPECT_TRUE(std::isnan(NormalAngle(kNaN, false, 0.0L)));
