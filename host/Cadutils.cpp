@@ -40,24 +40,26 @@ double TMathUtils::CycDist(double A, double B, double Period, double Eps) {
 
 int TMathUtils::CalcQuadraticEquation(double A, double B, double C, double& X1, double& X2) {
   if (!std::isfinite(A) || !std::isfinite(B) || !std::isfinite(C)) return 0;
-  if (A == 0.0) {  // exact: any other leading coefficient makes a quadratic
-    if (B == 0.0) return 0;
-    X1 = X2 = -C / B;
+  const auto GiveOne = [&](long double Root) {
+    const auto R = static_cast<double>(Root);
+    if (!std::isfinite(R)) return 0;
+    X1 = X2 = R;
     return 1;
-  }
+  };
   // Extended precision: the products neither overflow nor lose the digits of a small difference.
-  const long double Discriminant = static_cast<long double>(B) * B - 4.0L * A * C;
+  const long double ExtB = B;
+  // exact: any other leading coefficient makes a quadratic
+  if (A == 0.0) return B == 0.0 ? 0 : GiveOne(-C / ExtB);
+  const long double Discriminant = ExtB * B - 4.0L * A * C;
   if (!(Discriminant >= 0.0L)) return 0;
-  if (Discriminant == 0.0L) {
-    X1 = X2 = static_cast<double>(-B / (2.0L * A));
-    return 1;
-  }
-  // Adds numbers of one sign, then takes the other root from the product of the two.
-  const long double Sum = B + std::copysign(std::sqrt(Discriminant), static_cast<long double>(B));
-  const auto R1 = static_cast<double>(Sum / (-2.0L * A));
-  const auto R2 = static_cast<double>(-2.0L * C / Sum);
-  X1 = std::min(R1, R2);
-  X2 = std::max(R1, R2);
+  if (Discriminant == 0.0L) return GiveOne(-ExtB / (2.0L * A));
+  // Adds numbers of one sign, then takes the other root, the smaller one, from their product.
+  const long double Sum = ExtB + std::copysign(std::sqrt(Discriminant), ExtB);
+  const auto Large = static_cast<double>(Sum / (-2.0L * A));
+  const long double Small = -2.0L * C / Sum;
+  if (!std::isfinite(Large)) return GiveOne(Small);
+  X1 = std::min(Large, static_cast<double>(Small));
+  X2 = std::max(Large, static_cast<double>(Small));
   return 2;
 }
 

@@ -72,8 +72,8 @@ class TMathUtils {
   static double CycDist(double A, double B, double Period, double Eps = kLinearTolerance);
 
   /// Real roots of A·x² + B·x + C = 0: their number (distinct ones), X1 <= X2. A double root counts
-  /// once and stands in both; A = 0 solves the linear equation; no root, or no equation at all
-  /// (A = B = 0), leaves X1 and X2 untouched.
+  /// once and stands in both, and so does the only one within the range of a double; A = 0 solves
+  /// the linear equation; no root, or no equation at all (A = B = 0), leaves X1 and X2 untouched.
   /// Stable for roots of very different size (the smaller one from the product of the roots).
   static int CalcQuadraticEquation(double A, double B, double C, double& X1, double& X2);
 };

@@ -97,6 +97,13 @@ TEST(TMathUtils, QuadraticKeepsTheSmallRoot) {
   EXPECT_EQ(2, TMathUtils::CalcQuadraticEquation(-1, 0, 4, X1, X2));
   EXPECT_EQ(-2.0, X1);
   EXPECT_EQ(2.0, X2);
+  // Roots beyond the range of a double are no answer.
+  EXPECT_EQ(1, TMathUtils::CalcQuadraticEquation(1e-320, 1, 1, X1, X2));
+  EXPECT_EQ(-1.0, X1);
+  EXPECT_EQ(-1.0, X2);
+  EXPECT_EQ(0, TMathUtils::CalcQuadraticEquation(1e-320, 0, -1e308, X1, X2));
+  EXPECT_EQ(0, TMathUtils::CalcQuadraticEquation(0, 1e-300, 1e300, X1, X2));
+  EXPECT_EQ(-1.0, X1);
 }
 
 }  // namespace
