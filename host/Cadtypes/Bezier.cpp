@@ -12,6 +12,10 @@ namespace {
 
 constexpr long double kExtendedNoise = 4.0L * std::numeric_limits<long double>::epsilon();
 
+/// What the rounding of the control points does to a product of two of their differences, relative
+/// to the largest coordinate times the largest difference: half an ulp for each of the coordinates.
+constexpr long double kControlNoise = 4.0L * std::numeric_limits<double>::epsilon();
+
 /// Relative error of the arc length at which an interval is no longer halved.
 constexpr double kLengthPrecision = 1e-13;
 constexpr int kMostHalvings = 48;
@@ -41,11 +45,14 @@ struct TExtBezier {
 };
 
 /// Where C0·(1−t)² + C1·t(1−t) + C2·t² changes sign within (0, 1), ascending. `Error` bounds the
-/// error of each coefficient; a root that it might make double is no change of sign.
+/// error of each coefficient; a root that it might make double, or move to 0 or 1, is no change of
+/// sign.
 ///
 /// Solved for the ratio t : (1−t), which no vanishing leading coefficient can spoil.
 std::vector<double> SignChanges(long double C0, long double C1, long double C2, long double Error) {
   std::vector<double> Places;
+  if (std::abs(C0) <= Error) C0 = 0.0L;
+  if (std::abs(C2) <= Error) C2 = 0.0L;
   const long double Product = 4.0L * C0 * C2;
   const long double Discriminant = C1 * C1 - Product;
   const long double Noise =
@@ -252,11 +259,13 @@ bool TBezierSegment2D::IsLinear(TLine2D& Line, double Eps) const {
 
 std::vector<double> TBezierSegment2D::CurvatureChangedPlaces() const {
   // B' × B'' = 18·(d0×d1·(1−t)² + d0×d2·t(1−t) + d1×d2·t²), d the differences of the controls.
-  const TExtBezier Curve(*this, P0);
+  const TExtBezier Curve(*this, TPoint2D::FZero);
   long double Reach = 0.0L;
   for (const TExtPoint2D& D : Curve.D) Reach = std::max({Reach, std::abs(D.X), std::abs(D.Y)});
+  long double Largest = 0.0L;
+  for (const TExtPoint2D& Q : Curve.Q) Largest = std::max({Largest, std::abs(Q.X), std::abs(Q.Y)});
   return SignChanges(Curve.D[0].CrossMul(Curve.D[1]), Curve.D[0].CrossMul(Curve.D[2]),
-                     Curve.D[1].CrossMul(Curve.D[2]), kExtendedNoise * Reach * Reach);
+                     Curve.D[1].CrossMul(Curve.D[2]), kControlNoise * Largest * Reach);
 }
 
 double TBezierSegment2D::DistanceTo(const TPoint2D& P, double Tol, double& T,

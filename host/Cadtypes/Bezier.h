@@ -42,7 +42,8 @@ struct TBezierSegment2D {
   /// P0 = P3). `Line` receives the chord whatever the answer.
   bool IsLinear(TLine2D& Line, double Eps) const;
   /// Parameters in (0, 1) where the curvature changes sign, ascending. A cusp or a double root is
-  /// no change.
+  /// no change, nor is what the rounding of the control points alone may have made: a straight
+  /// segment has none, wherever it lies.
   std::vector<double> CurvatureChangedPlaces() const;
   /// Distance from `P` to the curve, with the parameter and the foot point. Exact to rounding: all
   /// minima are isolated first. A foot within `Tol` (a length) of `P` is taken without looking for

@@ -150,6 +150,35 @@ TEST(TBezierSegment2D, InflexionsWhereTheTurningChangesSides) {
   }
 }
 
+// Turned and moved, a curve keeps its inflexions although the rounding of its controls bends it.
+TEST(TBezierSegment2D, InflexionsDoNotComeFromRoundedControls) {
+  const struct {
+    const char* Name;
+    TBezierSegment2D Curve;
+    std::size_t Count;
+  } Cases[] = {
+      {"S", {{0, 0}, {1, 1}, {2, -1}, {3, 0}}, 1},
+      {"straight", {{0, 0}, {1, 0}, {3, 0}, {4, 0}}, 0},
+      {"straight, in thirds", {{0, 0}, {3, 1}}, 0},
+      {"cusp", kCusp, 0},
+      {"cusp resolved into two inflexions", {{0, 0}, {3.999, 4}, {0.001, 4}, {4, 0}}, 2},
+      {"inflexion at the start", {{0, 0}, {1, 0}, {2, 0}, {3, 1}}, 0},
+      {"inflexion at the end", {{0, 1}, {1, 0}, {2, 0}, {3, 0}}, 0},
+  };
+  std::mt19937 Random(82);
+  for (int Round = 0; Round < 300; ++Round) {
+    TMatrix2D M;
+    M.Rotate(test::RandomDouble(Random, 0, kFullTurn));
+    M.Translate(test::RandomDouble(Random, -1e4, 1e4), test::RandomDouble(Random, -10, 10));
+    for (const auto& Case : Cases) {
+      SCOPED_TRACE(Case.Name);
+      TBezierSegment2D Moved = Case.Curve;
+      Moved.TransformBy(M);
+      ASSERT_EQ(Case.Count, Moved.CurvatureChangedPlaces().size());
+    }
+  }
+}
+
 // Walks along the curve and watches the side to which it turns.
 TEST(TBezierSegment2D, InflexionsAreThoseThatAWalkFinds) {
   std::mt19937 Random(83);
