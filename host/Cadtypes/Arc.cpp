@@ -29,24 +29,38 @@ void CheckEndsApart(const TPoint2D& StartPt, const TPoint2D& EndPt, const char* 
   }
 }
 
+/// How far `P` lies from the circle of the arc, and from the line.
+double GapTo(const TArc2D& Arc, const TPoint2D& P) {
+  return std::abs(P.DistanceTo(Arc.Center) - Arc.Radius);
+}
+double GapTo(const TLine2D& Line, const TPoint2D& P) {
+  return std::abs(Line.DistanceDirect(P));
+}
+
 /// The common points of an arc and another curve, chosen from the common points of the full
 /// circle with it. A crossing that an arc misses by a hair at a flat angle can lie far beyond its
 /// end, although the end itself lies on the other curve: that end then stands for the crossing.
+/// Likewise two crossings so near that they count as one of tangency have their point between
+/// them, where the curves are furthest apart: an end that lies nearer to both names the place.
 class TArcMeeting {
  public:
-  void AddCrossing(const TIntersectPoint2D& Crossing, bool IsOnBoth) {
+  /// `Gap`: the larger distance of the point from the two curves, likewise below.
+  void AddCrossing(const TIntersectPoint2D& Crossing, bool IsOnBoth, double Gap) {
     FCrossings[FCount] = Crossing;
-    FIsOnBoth[FCount++] = IsOnBoth;
+    FIsOnBoth[FCount] = IsOnBoth;
+    FGaps[FCount++] = Gap;
   }
 
   /// An end of one curve that lies on the other one.
-  void AddTouchingEnd(const TIntersectPoint2D& End) {
+  void AddTouchingEnd(const TIntersectPoint2D& End, double Gap) {
     if (FCount == 0) return;
     const auto Dist = [&](int I) { return FCrossings[I].Point.DistanceTo(End.Point); };
     const int Nearest = FCount == 2 && Dist(1) < Dist(0) ? 1 : 0;
-    if (FIsOnBoth[Nearest]) return;
+    const bool IsBetter = FCount == 1 && Gap < FGaps[0];
+    if (FIsOnBoth[Nearest] && !IsBetter) return;
     FCrossings[Nearest] = End;
     FIsOnBoth[Nearest] = true;
+    FGaps[Nearest] = Gap;
   }
 
   /// The points found, in the order in which the crossings were added.
@@ -61,6 +75,7 @@ class TArcMeeting {
  private:
   TIntersectPoint2D FCrossings[2];
   bool FIsOnBoth[2] = {};
+  double FGaps[2] = {};
   int FCount = 0;
 };
 
@@ -196,16 +211,17 @@ int TArc2D::Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2
   TIntersectPoint2D Crossings[2];
   const int Count = TCircle2D(Center, Radius)
                         .Intersect(TCircle2D(Arc.Center, Arc.Radius), Crossings[0], Crossings[1]);
+  const auto Gap = [&](const TPoint2D& P) { return std::max(GapTo(*this, P), GapTo(Arc, P)); };
   TArcMeeting Meeting;
   for (int I = 0; I < Count; ++I) {
     const TPoint2D& P = Crossings[I].Point;
-    Meeting.AddCrossing(Result(P), IsOn(P) && Arc.IsOn(P));
+    Meeting.AddCrossing(Result(P), IsOn(P) && Arc.IsOn(P), Gap(P));
   }
   for (const TPoint2D& End : {StartPoint(), EndPoint()}) {
-    if (Arc.IsOn(End)) Meeting.AddTouchingEnd(Result(End));
+    if (Arc.IsOn(End)) Meeting.AddTouchingEnd(Result(End), Gap(End));
   }
   for (const TPoint2D& End : {Arc.StartPoint(), Arc.EndPoint()}) {
-    if (IsOn(End)) Meeting.AddTouchingEnd(Result(End));
+    if (IsOn(End)) Meeting.AddTouchingEnd(Result(End), Gap(End));
   }
   const int Found = Meeting.Give(I1, I2);
   if (Found == 2 && I2.Param1 < I1.Param1) std::swap(I1, I2);
@@ -218,13 +234,15 @@ int TArc2D::Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoin
   };
   TIntersectPoint2D Crossings[2];
   const int Count = TCircle2D(Center, Radius).Intersect(Line, Crossings[0], Crossings[1]);
+  const auto Gap = [&](const TPoint2D& P) { return std::max(GapTo(*this, P), GapTo(Line, P)); };
   TArcMeeting Meeting;
   for (int I = 0; I < Count; ++I) {
-    Meeting.AddCrossing(Result(Crossings[I].Point), IsOn(Crossings[I].Point));
+    const TPoint2D& P = Crossings[I].Point;
+    Meeting.AddCrossing(Result(P), IsOn(P), Gap(P));
   }
   for (const TPoint2D& End : {StartPoint(), EndPoint()}) {
-    if (TMathUtils::FloatEquals(Line.DistanceDirect(End), 0.0)) {
-      Meeting.AddTouchingEnd(Result(End));
+    if (TMathUtils::FloatEquals(GapTo(Line, End), 0.0)) {
+      Meeting.AddTouchingEnd(Result(End), Gap(End));
     }
   }
   return Meeting.Give(I1, I2);

@@ -7,6 +7,9 @@ namespace tarnalgo {
 /// The host's circular arc: from `StartAngle` through `SweepAngle` radians, counter-clockwise when
 /// positive. Its parameter runs from 0 at the start to 1 at the end. A sweep of ±2π is the full
 /// circle.
+///
+/// The ends follow from the centre and carry the rounding of the radius: an arc so flat that its
+/// radius reaches 1e9 keeps them to about 1e-6, a flatter one is better treated as its chord.
 struct TArc2D {
   TPoint2D Center;
   double Radius = 0.0;
@@ -53,6 +56,8 @@ struct TArc2D {
   /// this arc, across the seam of a full circle too; or else the end points in which they only
   /// touch.
   /// Tolerance: 1e-6, a length, ends included.
+  /// Ties: an end that lies on the other curve stands for a crossing that the arcs miss by less
+  /// than the tolerance, and for a tangent point that is less exact. Likewise with a line.
   int Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
   /// Common points with the infinite line, in the line's order: 0..2.
   int Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;

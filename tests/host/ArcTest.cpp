@@ -279,6 +279,11 @@ TEST(TArc2D, AnEndOnTheOtherCurveStandsForACrossingJustMissed) {
   EXPECT_EQ(1, Arc.Intersect(Line, I1, I2));
   EXPECT_TRUE(I1.Point.Equals({0, 100}, 0.05));
   EXPECT_TRUE(Arc.IsOn(I1.Point));
+  // A line leaves the end so flatly that it meets the circle again within the tolerance of
+  // tangency: the end is exact, the point halfway between the two crossings is not.
+  const TArc2D Quarter({0, 0}, 1, kQuarterTurn, kQuarterTurn);
+  ASSERT_EQ(1, Quarter.Intersect({Quarter.StartPoint(), {-1, 1 - 5e-4}}, I1, I2));
+  EXPECT_EQ(Quarter.StartPoint(), I1.Point);
   // Two arcs that share one end at a corner meet once.
   const TArc2D First = TArc2D::CreateBulge({0, 0}, {2, 1}, 0.3);
   const TArc2D Second = TArc2D::CreateBulge({2, 1}, {5, 0}, 0.4);
