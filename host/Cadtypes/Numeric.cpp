@@ -83,7 +83,17 @@ class TCubicSolver {
     long double X = Inflexion + Side * Reach;
     for (int Step = 0; Step < kMostSteps; ++Step) {
       const long double Next = X - Value(X) / Slope(X);
-      if (!(Side * (X - Next) > 0.0L)) break;  // as near as rounding lets it come
+      if (!(Side * (X - Next) > 0.0L)) break;  // there, or thrown across by rounding
+      X = Next;
+    }
+    return Polished(X);
+  }
+
+  /// A step from far out ends with the rounding of where it began: the last ones may go either way.
+  long double Polished(long double X) const {
+    for (int Step = 0; Step < kMostSteps; ++Step) {
+      const long double Next = X - Value(X) / Slope(X);
+      if (!(std::abs(Value(Next)) < std::abs(Value(X)))) break;
       X = Next;
     }
     return X;

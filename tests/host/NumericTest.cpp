@@ -63,6 +63,15 @@ TEST(TNumeric, FindsDistinctRootsAscending) {
   }
 }
 
+// Newton steps that start far out leave their rounding behind: here 2e-13 of the root.
+TEST(TNumeric, ATinyRootIsAsExactAsALargeOne) {
+  const double C = 41500534.0;
+  const double D = 2.1731858216948282e-05;
+  const std::vector<double> Found = Roots(0.003, -3.5e-8, C, D);
+  ASSERT_EQ(1U, Found.size());
+  EXPECT_DOUBLE_EQ(-D / C, Found[0]);  // what the higher terms add is below 1e-27 of it
+}
+
 TEST(TNumeric, AppendsToTheList) {
   std::vector<double> Result{7};
   EXPECT_EQ(2, TNumeric::CubicRoot(0, 1, 0, -49, Result));
