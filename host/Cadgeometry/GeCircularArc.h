@@ -74,7 +74,7 @@ class TGeCircularArc2D : public TGeCurve2D {
   TPoint2D FCenter;
   double FRadius;
   double FStartAngle;
-  double FEndAngle;  // FStartAngle + FSweepAngle, kept so that reversing twice rounds nothing
+  double FEndAngle;  // up to whole turns FStartAngle + FSweepAngle; reversing swaps the two
   double FSweepAngle;
   TPoint2D FStartPoint;
   TPoint2D FEndPoint;

@@ -1,7 +1,11 @@
 #include "host/Cadgeometry/GeCompositeCurve.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
+#include <iterator>
+#include <typeinfo>
+#include <unordered_set>
 #include <utility>
 
 #include "host/Cadgeometry/Nearest.h"
@@ -25,6 +29,71 @@ void FreeOnce(std::vector<TGeCurve2D*> Curves) {
 
 }  // namespace
 
+/// The members that are no composites themselves, those of nested composites included and those
+/// without a point left out, in order or backwards. The way down is kept on a list: a recursion
+/// would be as deep as the nesting.
+class TGeCompositeCurve2D::TLeafWalk {
+ public:
+  explicit TLeafWalk(const TGeCompositeCurve2D& Whole)
+      : TLeafWalk(Whole, 0, Whole.GetCurveCount(), false) {}
+  /// Through the members `First` .. `Last` − 1 only.
+  TLeafWalk(const TGeCompositeCurve2D& Whole, int First, int Last, bool IsBackwards)
+      : FIsBackwards(IsBackwards) {
+    FOpen.push_back({&Whole, First, Last, 0.0, Whole.ParamTo()});
+  }
+
+  /// The next leaf, nullptr after the last.
+  const TGeCurve2D* Next() {
+    while (!FOpen.empty()) {
+      TLevel& Level = FOpen.back();
+      if (Level.First >= Level.Last) {
+        FOpen.pop_back();
+        continue;
+      }
+      const int Index = FIsBackwards ? --Level.Last : Level.First++;
+      const double From = Level.ParamOf(Index);
+      const double To = Level.ParamOf(Index + 1);
+      const TGeCurve2D* const Member = Level.Curve->GetCurve(Index);
+      if (const auto* const Nested = dynamic_cast<const TGeCompositeCurve2D*>(Member)) {
+        FOpen.push_back({Nested, 0, Nested->GetCurveCount(), From, To});
+      } else if (!Member->IsEmpty()) {
+        FLeaf = Member;
+        FFrom = From;
+        FTo = To;
+        return Member;
+      }
+    }
+    return nullptr;
+  }
+
+  /// The parameter of the whole composite at parameter `T` of the present leaf.
+  double WholeParam(double T) const {
+    const double Range = FLeaf->ParamTo() - FLeaf->ParamFrom();
+    if (!(Range > 0.0) || T <= FLeaf->ParamFrom()) return FFrom;
+    return T >= FLeaf->ParamTo() ? FTo : FFrom + (T - FLeaf->ParamFrom()) / Range * (FTo - FFrom);
+  }
+
+ private:
+  struct TLevel {
+    const TGeCompositeCurve2D* Curve = nullptr;
+    int First = 0;  // members still to be visited: First .. Last - 1
+    int Last = 0;
+    double From = 0.0;  // parameters of the whole at the ends of `Curve`
+    double To = 0.0;
+
+    double ParamOf(int Index) const {
+      const int Count = Curve->GetCurveCount();
+      return Index == Count ? To : From + (To - From) * Index / Count;
+    }
+  };
+
+  std::vector<TLevel> FOpen;
+  bool FIsBackwards;
+  const TGeCurve2D* FLeaf = nullptr;
+  double FFrom = 0.0;
+  double FTo = 0.0;
+};
+
 TGeCompositeCurve2D::TGeCompositeCurve2D(const std::vector<TGeCurve2D*>& Curves, bool Owns) {
   const bool HasNull = std::find(Curves.begin(), Curves.end(), nullptr) != Curves.end();
   if (HasNull || (Owns && HoldsOneTwice(Curves))) {
@@ -35,9 +104,42 @@ TGeCompositeCurve2D::TGeCompositeCurve2D(const std::vector<TGeCurve2D*>& Curves,
   for (TGeCurve2D* Curve : Curves) FCurves.emplace_back(Curve, TRelease(Owns));
 }
 
-TGeCompositeCurve2D::TGeCompositeCurve2D(const TGeCompositeCurve2D& Other) : TGeCurve2D(Other) {
-  FCurves.reserve(Other.FCurves.size());
-  for (const TMember& Member : Other.FCurves) FCurves.push_back(Member->Clone());
+TGeCompositeCurve2D::TGeCompositeCurve2D(const TGeCompositeCurve2D& Other) : TGeCompositeCurve2D() {
+  AppendCopies(Other);
+}
+
+/// Nested composites of this very class are copied level by level; any other member knows how.
+void TGeCompositeCurve2D::AppendCopies(const TGeCompositeCurve2D& Other) {
+  std::vector<std::pair<const TGeCompositeCurve2D*, TGeCompositeCurve2D*>> Open{{&Other, this}};
+  while (!Open.empty()) {
+    const auto [Source, Target] = Open.back();
+    Open.pop_back();
+    Target->FCurves.reserve(Source->FCurves.size());
+    for (const TMember& Member : Source->FCurves) {
+      const TGeCurve2D& Curve = *Member;
+      if (typeid(Curve) != typeid(TGeCompositeCurve2D)) {
+        Target->FCurves.push_back(Curve.Clone());
+        continue;
+      }
+      auto Copy = std::make_unique<TGeCompositeCurve2D>();
+      Open.emplace_back(&static_cast<const TGeCompositeCurve2D&>(Curve), Copy.get());
+      Target->AddCurve(std::move(Copy));
+    }
+  }
+}
+
+/// Takes nested composites apart before they go, so that none of them has another one to free.
+TGeCompositeCurve2D::~TGeCompositeCurve2D() {
+  std::vector<TMember> Doomed = std::move(FCurves);
+  while (!Doomed.empty()) {
+    const TMember Member = std::move(Doomed.back());
+    Doomed.pop_back();
+    if (!Member.get_deleter().Owns) continue;
+    auto* const Nested = dynamic_cast<TGeCompositeCurve2D*>(Member.get());
+    if (!Nested) continue;
+    std::move(Nested->FCurves.begin(), Nested->FCurves.end(), std::back_inserter(Doomed));
+    Nested->FCurves.clear();
+  }
 }
 
 TGeCompositeCurve2D& TGeCompositeCurve2D::operator=(const TGeCompositeCurve2D& Other) {
@@ -58,89 +160,118 @@ std::size_t TGeCompositeCurve2D::CheckedIndex(int Index) const {
 }
 
 bool TGeCompositeCurve2D::IsEmpty() const {
-  return std::all_of(FCurves.begin(), FCurves.end(),
-                     [](const TMember& Member) { return Member->IsEmpty(); });
+  return TLeafWalk(*this).Next() == nullptr;
 }
 
 TPoint2D TGeCompositeCurve2D::StartPoint() const {
-  for (const TMember& Member : FCurves) {
-    if (!Member->IsEmpty()) return Member->StartPoint();
-  }
-  return TPoint2D::FZero;
+  const TGeCurve2D* const Leaf = TLeafWalk(*this).Next();
+  return Leaf ? Leaf->StartPoint() : TPoint2D::FZero;
 }
 
 TPoint2D TGeCompositeCurve2D::EndPoint() const {
-  for (auto Member = FCurves.rbegin(); Member != FCurves.rend(); ++Member) {
-    if (!(*Member)->IsEmpty()) return (*Member)->EndPoint();
+  const TGeCurve2D* const Leaf = TLeafWalk(*this, 0, GetCurveCount(), true).Next();
+  return Leaf ? Leaf->EndPoint() : TPoint2D::FZero;
+}
+
+bool TGeCompositeCurve2D::PlaceOfEmpty(int Index, TPoint2D& Place) const {
+  if (const TGeCurve2D* const Later = TLeafWalk(*this, Index, GetCurveCount(), false).Next()) {
+    Place = Later->StartPoint();
+    return true;
   }
-  return TPoint2D::FZero;
+  if (const TGeCurve2D* const Earlier = TLeafWalk(*this, 0, Index, true).Next()) {
+    Place = Earlier->EndPoint();
+    return true;
+  }
+  return false;
 }
 
 TPoint2D TGeCompositeCurve2D::PointAtParam(double T) const {
-  const double Inside = ClampParam(T, ParamTo());
+  double Inside = ClampParam(T, ParamTo());
   if (Inside == 0.0) return StartPoint();  // exact: the ends of the range are the ends
-  auto Index = static_cast<std::size_t>(Inside);
-  if (Index < FCurves.size() && !FCurves[Index]->IsEmpty()) {
-    const TGeCurve2D& Member = *FCurves[Index];
-    const double Fraction = Inside - static_cast<double>(Index);
-    return Member.PointAtParam(Member.ParamFrom() +
-                               (Member.ParamTo() - Member.ParamFrom()) * Fraction);
+  std::vector<std::pair<const TGeCompositeCurve2D*, int>> WayDown;
+  const TGeCurve2D* Curve = this;
+  while (const auto* const Composite = dynamic_cast<const TGeCompositeCurve2D*>(Curve)) {
+    const int Index = static_cast<int>(Inside);
+    WayDown.emplace_back(Composite, Index);
+    if (Index >= Composite->GetCurveCount()) break;
+    Curve = Composite->GetCurve(Index);
+    Inside = Curve->ParamFrom() + (Curve->ParamTo() - Curve->ParamFrom()) * (Inside - Index);
   }
-  // An empty member lasts where the next one starts; past the last one it is the end.
-  while (Index < FCurves.size() && FCurves[Index]->IsEmpty()) ++Index;
-  return Index < FCurves.size() ? FCurves[Index]->StartPoint() : EndPoint();
+  const bool IsAtLeaf = WayDown.back().second < WayDown.back().first->GetCurveCount();
+  if (IsAtLeaf && !Curve->IsEmpty()) return Curve->PointAtParam(Inside);
+  TPoint2D Place;
+  while (!WayDown.empty() && !WayDown.back().first->PlaceOfEmpty(WayDown.back().second, Place)) {
+    WayDown.pop_back();
+  }
+  return Place;
 }
 
 double TGeCompositeCurve2D::NearestParam(const TPoint2D& P, double& Distance) const {
   Distance = kStartOfMinimum;
   double Nearest = 0.0;
-  for (int I = 0; I < GetCurveCount(); ++I) {
-    const TGeCurve2D& Member = *GetCurve(I);
-    double MemberDistance = kStartOfMinimum;
-    const double T = Member.NearestParam(P, MemberDistance);
-    if (!(MemberDistance < Distance)) continue;
-    const double Range = Member.ParamTo() - Member.ParamFrom();
-    const double Fraction = Range > 0.0 ? (T - Member.ParamFrom()) / Range : 0.0;
-    const bool IsLast = I + 1 == GetCurveCount();
-    Distance = MemberDistance;
-    Nearest = SequenceParam(I, Fraction, IsLast, Member.EndPoint(),
-                            IsLast ? Member.EndPoint() : GetCurve(I + 1)->StartPoint());
+  const TGeCurve2D* Ended = nullptr;  // the leaf just passed, when its end is the nearest place
+  TLeafWalk Walk(*this);
+  while (const TGeCurve2D* const Leaf = Walk.Next()) {
+    // The parameter at which a leaf ends belongs to the next one, wherever that starts.
+    if (Ended && !Ended->EndPoint().Equals(Leaf->StartPoint())) {
+      Nearest = std::nextafter(Nearest, 0.0);
+    }
+    Ended = nullptr;
+    double LeafDistance = kStartOfMinimum;
+    const double T = Leaf->NearestParam(P, LeafDistance);
+    if (!(LeafDistance < Distance)) continue;
+    Distance = LeafDistance;
+    Nearest = Walk.WholeParam(T);
+    if (T >= Leaf->ParamTo() && Leaf->ParamTo() > Leaf->ParamFrom()) Ended = Leaf;
   }
   return Nearest;
 }
 
 void TGeCompositeCurve2D::Reverse() {
-  std::reverse(FCurves.begin(), FCurves.end());
-  for (const TMember& Member : FCurves) Member->Reverse();
+  std::unordered_set<const TGeCurve2D*> Turned{this};
+  std::vector<TGeCompositeCurve2D*> Open{this};
+  while (!Open.empty()) {
+    TGeCompositeCurve2D& Composite = *Open.back();
+    Open.pop_back();
+    std::reverse(Composite.FCurves.begin(), Composite.FCurves.end());
+    for (const TMember& Member : Composite.FCurves) {
+      if (!Turned.insert(Member.get()).second) continue;
+      if (auto* const Nested = dynamic_cast<TGeCompositeCurve2D*>(Member.get())) {
+        Open.push_back(Nested);
+      } else {
+        Member->Reverse();
+      }
+    }
+  }
 }
 
 TRect2D TGeCompositeCurve2D::GetBoundBox() const {
   TRect2D Box;
-  for (const TMember& Member : FCurves) Box = Box.Union(Member->GetBoundBox());
+  TLeafWalk Walk(*this);
+  while (const TGeCurve2D* const Leaf = Walk.Next()) Box = Box.Union(Leaf->GetBoundBox());
   return Box;
 }
 
 double TGeCompositeCurve2D::CurveLength() const {
   double Length = 0.0;
-  for (const TMember& Member : FCurves) Length += Member->CurveLength();
+  TLeafWalk Walk(*this);
+  while (const TGeCurve2D* const Leaf = Walk.Next()) Length += Leaf->CurveLength();
   return Length;
 }
 
 void TGeCompositeCurve2D::AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const {
-  for (const TMember& Member : FCurves) Member->AppendSamples(ChordEps, Points);
+  TLeafWalk Walk(*this);
+  while (const TGeCurve2D* const Leaf = Walk.Next()) Leaf->AppendSamples(ChordEps, Points);
 }
 
 void TGeCompositeCurve2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
-  for (int I = 0; I < GetCurveCount(); ++I) {
-    const TGeCurve2D& Member = *GetCurve(I);
-    const double From = Member.ParamFrom();
-    const double Range = Member.ParamTo() - From;
+  TLeafWalk Walk(*this);
+  while (const TGeCurve2D* const Leaf = Walk.Next()) {
     std::size_t Index = Pieces.size();
-    Member.AppendPieces(Pieces);
-    const auto ToOwnParam = [&](double T) { return Range > 0.0 ? I + (T - From) / Range : I; };
+    Leaf->AppendPieces(Pieces);
     for (; Index < Pieces.size(); ++Index) {
-      Pieces[Index].From = ToOwnParam(Pieces[Index].From);
-      Pieces[Index].To = ToOwnParam(Pieces[Index].To);
+      Pieces[Index].From = Walk.WholeParam(Pieces[Index].From);
+      Pieces[Index].To = Walk.WholeParam(Pieces[Index].To);
     }
   }
 }

@@ -13,7 +13,8 @@ namespace tarnalgo {
 ///     Slot.AddCurve(std::make_unique<TGeCircularArc2D>(B, 1.0, C));
 ///
 /// Members need not touch: length, box and samples are those of the members all the same. Empty
-/// members are passed over. A composite must not contain itself.
+/// members are passed over. Members may be composites, nested as deep as memory allows; one that a
+/// host derives is taken as the composite it is. A composite must not contain itself.
 /// Ownership: of each member on its own: a curve added is owned, one of a list created with `Owns`
 /// = false is only referred to and must outlive the composite. Copies and clones own all theirs.
 class TGeCompositeCurve2D : public TGeCurve2D {
@@ -27,6 +28,7 @@ class TGeCompositeCurve2D : public TGeCurve2D {
   TGeCompositeCurve2D& operator=(const TGeCompositeCurve2D& Other);
   TGeCompositeCurve2D(TGeCompositeCurve2D&&) noexcept = default;
   TGeCompositeCurve2D& operator=(TGeCompositeCurve2D&&) noexcept = default;
+  ~TGeCompositeCurve2D() override;
 
   std::unique_ptr<TGeCompositeCurve2D> Clone() const {
     return std::unique_ptr<TGeCompositeCurve2D>(NewClone());
@@ -48,7 +50,8 @@ class TGeCompositeCurve2D : public TGeCurve2D {
   /// Where two members meet, at a whole parameter, the point is the start of the later one.
   TPoint2D PointAtParam(double T) const override;
   double NearestParam(const TPoint2D& P, double& Distance) const override;
-  /// Reverses the order and every member, referred ones included.
+  /// Reverses the order and every member, referred ones included; one referred to more than once
+  /// is turned once.
   void Reverse() override;
   TRect2D GetBoundBox() const override;
   double CurveLength() const override;
@@ -71,6 +74,12 @@ class TGeCompositeCurve2D : public TGeCurve2D {
   };
   using TMember = std::unique_ptr<TGeCurve2D, TRelease>;
 
+  class TLeafWalk;
+
+  void AppendCopies(const TGeCompositeCurve2D& Other);
+  /// Where a curve without a point stands, member `Index` of this one: the start of what follows
+  /// it here, else the end of what precedes it; false when there is neither.
+  bool PlaceOfEmpty(int Index, TPoint2D& Place) const;
   std::size_t CheckedIndex(int Index) const;
 
   std::vector<TMember> FCurves;

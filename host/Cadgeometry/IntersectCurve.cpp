@@ -28,11 +28,12 @@ const TCurvePiece& PieceAt(const TPieces& Pieces, int Index) {
 }
 
 /// The parameter at which one member ends and the next one starts belongs to the latter. Where that
-/// starts elsewhere, the end of the former is the last parameter before.
+/// starts elsewhere, the end of the former is the last parameter before. A single point stands at
+/// the parameter where it starts.
 void PartSharedParams(TPieces& Pieces) {
   for (std::size_t I = 1; I < Pieces.size(); ++I) {
     TCurvePiece& Former = Pieces[I - 1];
-    if (Former.To != Pieces[I].From || Former.End.Equals(Pieces[I].Start)) continue;
+    if (Former.To == Former.From || Former.End.Equals(Pieces[I].Start)) continue;
     Former.To = std::nextafter(Former.To, Former.From);
   }
 }

@@ -368,6 +368,54 @@ TEST(TGeCompositeCurve2D, MembersMayLieApartOrBeEmpty) {
   EXPECT_EQ((std::vector<TPoint2D>{{0, 0}, {1, 0}, {5, 0}, {7, 0}}), Curve.Sample(0.1));
 }
 
+TEST(TGeCompositeCurve2D, NestsDeeperThanTheStack) {
+  constexpr int kDepth = 100000;
+  TGeCompositeCurve2D Curve;
+  Curve.AddCurve(std::make_unique<TGeLine2D>(TPoint2D(0, 0), TPoint2D(0, 1)));
+  for (int I = 0; I < kDepth; ++I) {
+    auto Inner = std::make_unique<TGeCompositeCurve2D>(std::move(Curve));
+    Curve = TGeCompositeCurve2D();
+    Curve.AddCurve(std::make_unique<TGeLine2D>(TPoint2D(I, 0), TPoint2D(I + 1, 0)));
+    Curve.AddCurve(std::move(Inner));
+    Curve.AddCurve(std::make_unique<TGeCompositeCurve2D>());
+  }
+  const auto Copy = Curve.Clone();
+  Copy->Reverse();
+  EXPECT_EQ(kDepth + 1.0, Copy->CurveLength());
+  EXPECT_EQ(TRect2D({0, 0}, {kDepth, 1}), Copy->GetBoundBox());
+  EXPECT_EQ(TPoint2D(0, 1), Copy->StartPoint());
+  EXPECT_EQ(TPoint2D(kDepth - 1, 0), Copy->EndPoint());
+  EXPECT_EQ(TPoint2D(kDepth - 1, 0), Curve.StartPoint());
+  EXPECT_EQ(TPoint2D(kDepth - 0.5, 0), Copy->PointAtParam(2.5));
+  EXPECT_EQ(2.5, Copy->ParamOfPoint({kDepth - 0.5, 0.0}));
+  EXPECT_EQ(2U * (kDepth + 1), Copy->Sample(0.1).size());
+  std::vector<TIntersect2D> Results;
+  Copy->IntersectCurve(TGeLine2D({kDepth - 0.5, -1}, {kDepth - 0.5, 1}), Results);
+  ASSERT_EQ(1U, Results.size());
+  EXPECT_EQ(2.5, Results[0].OnFirst.Param);
+}
+
+TEST(TGeCompositeCurve2D, ReversesACurveReferredToTwiceOnce) {
+  TGeLine2D Line({0, 0}, {1, 0});
+  TGeCompositeCurve2D Inner({&Line}, false);
+  TGeCompositeCurve2D Curve({&Line, &Inner, &Inner}, false);
+  Curve.Reverse();
+  EXPECT_EQ(TPoint2D(1, 0), Line.StartPoint());
+  EXPECT_EQ(TPoint2D(0.25, 0), Curve.PointAtParam(0.75));
+}
+
+TEST(TGeCompositeCurve2D, AMeetingAtAnEndBeforeAnEmptyMemberIsThere) {
+  TGeCompositeCurve2D Curve;
+  Curve.AddCurve(std::make_unique<TGeLine2D>(TPoint2D(-1, 0), TPoint2D(0, 0)));
+  Curve.AddCurve(std::make_unique<TGePolyline2D>());
+  Curve.AddCurve(std::make_unique<TGeLine2D>(TPoint2D(5, 0), TPoint2D(7, 0)));
+  std::vector<TIntersect2D> Results;
+  Curve.IntersectCurve(TGeLine2D({0, -1}, {0, 1}), Results);
+  ASSERT_EQ(1U, Results.size());
+  EXPECT_TRUE(Curve.PointAtParam(Results[0].OnFirst.Param).Equals({0, 0}));
+  EXPECT_TRUE(Curve.PointAtParam(Curve.ParamOfPoint({0, 1})).Equals({0, 0}));
+}
+
 TEST(TGeObject, CloneKeepsClassAndContentAndIsApart) {
   ForEveryKind([](const TGeCurve2D& Curve) {
     const TGeObject& Object = Curve;
