@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <unordered_map>
 #include <utility>
 
@@ -75,17 +76,18 @@ class TDistinctPoints {
   explicit TDistinctPoints(double Tol) : FTol(Tol), FCell(Tol > 0.0 ? 2.0 * Tol : 1.0) {}
 
   bool Holds(const TPoint2D& P) const {
-    if (FPoints.size() <= kFew) return HoldsAmong(P);
-    const TCell Cell = CellOf(P);
-    for (int DX = -1; DX <= 1; ++DX) {
-      for (int DY = -1; DY <= 1; ++DY) {
-        const auto [First, Last] = FGrid.equal_range({Cell.X + DX, Cell.Y + DY});
-        for (auto It = First; It != Last; ++It) {
-          if (It->second.Equals(P, FTol)) return true;
-        }
-      }
-    }
-    return false;
+    return AnyNear(P, [&](const TPoint2D& Q) { return Q.Equals(P, FTol); });
+  }
+
+  /// One point is as near to every place of the box, and these are as near to each other: nothing
+  /// new can be added there.
+  bool Cover(const TRect2D& Box) const {
+    if (!Box.Min.Equals(Box.Max, FTol)) return false;
+    const TPoint2D Corners[] = {Box.Min, Box.Max, {Box.Min.X, Box.Max.Y}, {Box.Max.X, Box.Min.Y}};
+    return AnyNear(Box.Min, [&](const TPoint2D& Q) {
+      return std::all_of(std::begin(Corners), std::end(Corners),
+                         [&](const TPoint2D& P) { return Q.Equals(P, FTol); });
+    });
   }
 
   /// False when a point as near is there already.
@@ -117,9 +119,20 @@ class TDistinctPoints {
   TCell CellOf(const TPoint2D& P) const {
     return {std::floor(P.X / FCell) + 0.0, std::floor(P.Y / FCell) + 0.0};
   }
-  bool HoldsAmong(const TPoint2D& P) const {
-    return std::any_of(FPoints.begin(), FPoints.end(),
-                       [&](const TPoint2D& Q) { return Q.Equals(P, FTol); });
+  /// Whether any of the points that may be as near to `P` fulfils `Test`.
+  template <class TTest>
+  bool AnyNear(const TPoint2D& P, TTest Test) const {
+    if (FPoints.size() <= kFew) return std::any_of(FPoints.begin(), FPoints.end(), Test);
+    const TCell Cell = CellOf(P);
+    for (int DX = -1; DX <= 1; ++DX) {
+      for (int DY = -1; DY <= 1; ++DY) {
+        const auto [First, Last] = FGrid.equal_range({Cell.X + DX, Cell.Y + DY});
+        const bool IsFound =
+            std::any_of(First, Last, [&](const auto& Entry) { return Test(Entry.second); });
+        if (IsFound) return true;
+      }
+    }
+    return false;
   }
 
   double FTol;
@@ -233,6 +246,8 @@ class TCurveMeeting {
     const TBoxTree Tree(Second);
     std::vector<int> Near;
     for (int I = 0; I < static_cast<int>(First.size()); ++I) {
+      // A piece shorter than the tolerance has no overlaps, and contacts there would be known.
+      if (FPlaces.Cover(PieceAt(FFirst, I).Box)) continue;
       Near.clear();
       Tree.Search(PieceAt(First, I).Box, Tol, Near);
       for (const int J : Near) CrossPair(First, I, Second, J, Tol);

@@ -441,6 +441,16 @@ TEST(IntersectCurve, EqualPointsByTheMillionAreOne) {
   EXPECT_TRUE(Meet(Line(0, 4, 5, 4), Heap).empty());
 }
 
+TEST(IntersectCurve, PointsAsGoodAsEqualByTheHundredThousandAreOne) {
+  std::mt19937 Random(7);
+  const auto Heap = [&] {
+    TDynPoints2D Points(100000);
+    for (TPoint2D& P : Points) P = test::RandomPoint(Random, -3e-7, 3e-7);
+    return Polyline(Points);
+  };
+  EXPECT_EQ(1u, Meet(Heap(), Heap()).size());
+}
+
 TEST(IntersectCurve, BeziersJustBesideEachOtherEndInBoundedWork) {
   const TBezierSegment2D Base({0, 0}, {3, 5}, {7, -5}, {10, 0});
   for (const double Offset : {1.5e-6, 1e-5, 1e-3}) {
