@@ -91,12 +91,25 @@ class TMeeting {
     const TPoint2D& P = End == 0.0 ? Piece.Start : Piece.End;
     if (!BoxesMeet(TRect2D(P, P), Other.Box, FTol)) return;
     const bool IsCut = End == 0.0 ? Piece.StartIsCut : Piece.EndIsCut;
-    const TContactRank Rank = IsCut ? TContactRank::Cut : TContactRank::End;
-    if (P.Equals(Other.Start, FTol)) return AddTouch(0.0, Rank);
-    if (P.Equals(Other.End, FTol)) return AddTouch(1.0, Rank);
+    const auto AddAt = [&](double U) {
+      AddTouch(U, !IsCut                            ? TContactRank::End
+                  : RunsAlong(Piece, End, Other, U) ? TContactRank::Tangent
+                                                    : TContactRank::Cut);
+    };
+    if (P.Equals(Other.Start, FTol)) return AddAt(0.0);
+    if (P.Equals(Other.End, FTol)) return AddAt(1.0);
     double Distance = 0.0;
     const double U = Other.Nearest(P, Distance);
-    if (Distance <= FTol) AddTouch(U, Rank);
+    if (Distance <= FTol) AddAt(U);
+  }
+
+  /// The pieces have one direction there, so that place is where they touch, better than a root
+  /// beside it. False where either has none.
+  static bool RunsAlong(const TCurvePiece& A, double UA, const TCurvePiece& B, double UB) {
+    const TPoint2D WayA = A.Derivative(UA);
+    const TPoint2D WayB = B.Derivative(UB);
+    return WayA != TPoint2D::FZero && WayB != TPoint2D::FZero &&
+           WayA.IsParallelTo(WayB, kParallelSine);
   }
 
   void Add(TRankedContact Contact) {

@@ -18,8 +18,9 @@ inline constexpr double kCornerTolerance = 1e-12;
 /// Length: slack of the convex hull of a polyline.
 inline constexpr double kHullSlack = 1.1e-5;
 
-/// Sine of the angle between two directions: below it two host lines count as parallel. Far above
-/// the rounding of a direction, far below any angle that is drawn.
+/// Sine of the angle between two directions: below it two host lines count as parallel, and two
+/// curves as touching where one of them turns back. Far above the rounding of a direction, far
+/// below any angle that is drawn.
 inline constexpr double kParallelSine = 1e-12;
 
 /// Length: the least chord error to which a curve is sampled; a smaller one, 0, a negative one and

@@ -441,6 +441,20 @@ TEST(IntersectCurve, EqualPointsByTheMillionAreOne) {
   EXPECT_TRUE(Meet(Line(0, 4, 5, 4), Heap).empty());
 }
 
+TEST(IntersectCurve, AFlatTouchIsNamedWhereItIs) {
+  constexpr double kSize = 1e6;  // within a rounding of the top the arch is thousands of units wide
+  for (int I = 1; I < 40; ++I) {
+    SCOPED_TRACE(I);
+    const TGePolyBezier2D Arch =
+        OneBezier({{0, 0}, {kSize * I / 7, 4 * kSize}, {2 * kSize, 4 * kSize}, {kSize * I / 3, 0}});
+    for (const double From : {-20.0, 20.0}) {
+      const auto Results = Meet(Arch, Line(From * kSize, 3 * kSize, -From * kSize, 3 * kSize));
+      ASSERT_EQ(1u, Results.size());
+      EXPECT_NEAR(0.5, Results[0].OnFirst.Param, 1e-12);
+    }
+  }
+}
+
 TEST(IntersectCurve, PointsAsGoodAsEqualByTheHundredThousandAreOne) {
   std::mt19937 Random(7);
   const auto Heap = [&] {
