@@ -74,12 +74,15 @@ class THashIndex {
     int Position = -1;  // −1: free
   };
 
-  // Fibonacci hashing: hashes that differ in few or in high bits only (the standard hash of a
-  // pointer or an integer is its value) still spread.
+  // Fibonacci hashing: hashes that differ in few bits only, low or high ones (the standard hash of
+  // a pointer or an integer is its value), still spread. The product is best in its highest bits,
+  // so these tell the home.
   static std::uint32_t Fold(std::size_t Hash) {
     return static_cast<std::uint32_t>((std::uint64_t{Hash} * 0x9E3779B97F4A7C15u) >> 32);
   }
-  std::size_t Home(std::uint32_t Hash) const { return Hash & (FSlots.size() - 1); }
+  std::size_t Home(std::uint32_t Hash) const {
+    return static_cast<std::size_t>((std::uint64_t{Hash} * FSlots.size()) >> 32);
+  }
   std::size_t Next(std::size_t I) const { return (I + 1) & (FSlots.size() - 1); }
   std::size_t Distance(std::size_t From, std::size_t To) const {
     return (To - From) & (FSlots.size() - 1);
