@@ -29,7 +29,8 @@ enum class TListChange {
 ///
 /// Items are reached as raw pointers that stay valid until the item leaves the list. Movable, not
 /// copyable. A derived class follows changes through `Notify`.
-/// Errors: an index outside 0 .. Count − 1 (`Insert`: Count), `EParamError`, nothing changed.
+/// Errors: an index outside 0 .. Count − 1 (`Insert`: Count), or null for an item, `EParamError`,
+/// nothing changed.
 /// Cost: as of a vector; `IndexOf` and `Remove` are linear.
 template <class T>
 class TObjectList {
@@ -85,12 +86,14 @@ class TObjectList {
   }
   void Insert(int Index, std::unique_ptr<T> Item) {
     CheckOwning();
+    CheckItem(Item.get());
     CheckIndex(Index, Count() + 1);
     FItems.insert(FItems.begin() + Index, Item.get());
     Notify(*Item.release(), TListChange::Added);
   }
   void Insert(int Index, T* Item) {
     if (FOwnsObjects) return Insert(Index, std::unique_ptr<T>(Item));
+    CheckItem(Item);
     CheckIndex(Index, Count() + 1);
     FItems.insert(FItems.begin() + Index, Item);
     Notify(*Item, TListChange::Added);
@@ -134,9 +137,12 @@ class TObjectList {
     std::swap(FItems[static_cast<std::size_t>(A)], FItems[static_cast<std::size_t>(B)]);
   }
   /// Stable; `Compare` is `int(const T&, const T&)` and may have a tolerance band (`MergeSort`).
+  /// One that raises leaves the order as it was.
   template <class TComparer>
   void Sort(TComparer Compare) {
-    MergeSort(FItems, [&Compare](const T* A, const T* B) { return Compare(*A, *B); });
+    std::vector<T*> Sorted = FItems;
+    MergeSort(Sorted, [&Compare](const T* A, const T* B) { return Compare(*A, *B); });
+    FItems.swap(Sorted);
   }
   /// The order `Sort` gives by a comparer that only looks at `MakeKey(item)`, a small value: the
   /// keys are made once and sorted side by side, which spares long lists a cache miss a comparison.
@@ -159,6 +165,9 @@ class TObjectList {
  private:
   void CheckOwning() const {
     if (!FOwnsObjects) RaiseError<EParamError>("TObjectList", "the list does not own its items");
+  }
+  static void CheckItem(const T* Item) {
+    if (Item == nullptr) RaiseError<EParamError>("TObjectList", "no item given");
   }
   static void CheckIndex(int Index, int Bound) {
     if (Index < 0 || Index >= Bound) RaiseError<EParamError>("TObjectList", "index out of range");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -74,7 +75,11 @@ TEST(TObjectList, RefusesBadIndexesAndLeaksNothing) {
   test::ExpectRaises<EParamError>([&] { List.Insert(2, new TCounted(2)); }, Message);
   test::ExpectRaises<EParamError>([&] { List.Insert(-1, std::make_unique<TCounted>(3)); }, Message);
   EXPECT_EQ(1, TCounted::Alive);
+  const std::string Nothing = "[Error] TObjectList: no item given";
+  test::ExpectRaises<EParamError>([&] { List.Add(std::unique_ptr<TCounted>()); }, Nothing);
   TObjectList<TCounted> Borrowing(false);
+  TCounted* const None = nullptr;
+  test::ExpectRaises<EParamError>([&] { Borrowing.Add(None); }, Nothing);
   test::ExpectRaises<EParamError>([&] { Borrowing.Add(std::make_unique<TCounted>(4)); },
                                   "[Error] TObjectList: the list does not own its items");
   EXPECT_EQ(1, TCounted::Alive);
@@ -92,6 +97,24 @@ TEST(TObjectList, SortKeepsTheOrderOfEquals) {
   EXPECT_EQ(1, List[0]->Key);
   EXPECT_EQ(Twos, std::vector<const TCounted*>({List[1], List[2], List[3]}));
   EXPECT_EQ(3, List[4]->Key);
+}
+
+// At whichever comparison it happens, in a run or in a merge.
+TEST(TObjectList, KeepsItsItemsInOrderWhenTheComparerRaises) {
+  bool HasRaised = true;
+  for (int Comparisons = 0; HasRaised; ++Comparisons) {
+    TObjectList<TCounted> List;
+    for (int I = 0; I < 50; ++I) List.Add(std::make_unique<TCounted>(37 * I % 50));
+    try {
+      List.Sort([Left = Comparisons](const TCounted& A, const TCounted& B) mutable {
+        return Left-- == 0 ? throw std::runtime_error("no order") : B.Key - A.Key;
+      });
+      HasRaised = false;
+    } catch (const std::runtime_error&) {
+      for (int I = 0; I < 50; ++I) ASSERT_EQ(37 * I % 50, List[I]->Key);
+    }
+  }
+  EXPECT_EQ(0, TCounted::Alive);
 }
 
 }  // namespace
