@@ -490,6 +490,22 @@ TEST(TRTreeNode, AttachingWidensAllAncestors) {
   Root.ClearFreeChildNodes(true);
 }
 
+TEST(TRTreeNode, StartsAnewOnceItsChildrenAreFreed) {
+  TRTreeNode<int> Root;
+  for (const int X : {0, 10, 20}) {
+    Root.AddChildNode(new TRTreeNode<int>);
+    Root.Child(Root.ChildCount() - 1)->AddChildNode(new TRTreeNode<int>(X, Square(X, 0)));
+  }
+  Root.ClearFreeChildNodes(true);
+  Root.AddChildNode(new TRTreeNode<int>);
+  Root.Child(0)->AddChildNode(new TRTreeNode<int>(40, Square(40, 0)));
+  EXPECT_EQ(Root.Child(0), Root.ChooseInsertLeaf(Square(20, 0)));
+  std::vector<int> Result;
+  Root.Search(Square(40, 0), Result);
+  EXPECT_THAT(Result, ElementsAre(40));
+  Root.ClearFreeChildNodes(true);
+}
+
 TEST(TRTreeNode, SearchesDepthFirstAlsoWhereLeavesLieAtDifferentDepths) {
   TRTreeNode<int> Root;
   TRTreeNode<int> Deep;

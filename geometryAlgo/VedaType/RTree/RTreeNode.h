@@ -13,9 +13,6 @@
 
 namespace tarnalgo {
 
-template <class T>
-class TRTreeStore;
-
 /// A node of `TRTree<T>`: a data node holds an item and its box and has no children; any other node
 /// is a leaf, whose children are data nodes, or a branch, whose children are leaves or branches.
 ///
@@ -160,10 +157,13 @@ inline double AreaGrowth(const TVRect2D& Range, const TVRect2D& Box) {
 // to come from memory.
 template <class T>
 void TRTreeNode<T>::Adopt(TRTreeNode* ChildNode, const TVRect2D& Range) {
+  if (ChildCount() == 0) {
+    FChildRanges.Clear();  // `ClearFreeChildNodes` does not know of it
+    FHoldsDataNodes = ChildNode->FIsDataNode;
+  }
   FChildRanges.Reserve(ChildCount() + 1);
   TTreeNode<T>::AddChildNode(ChildNode);
   FChildRanges.Add(Range);
-  if (ChildCount() == 1) FHoldsDataNodes = ChildNode->FIsDataNode;
   Cover(Range);
 }
 
