@@ -342,7 +342,7 @@ TEST(TRList, ForgetsOneNodeAtATime) {
   TRRTree2D A(&Items[0], Square(0, 0));
   TRRTree2D B(&Items[1], Square(1, 1));
   T2DRList List;
-  for (TRRTree2D* Node : {&A, &B, &A}) List.InsertOneNode(Node);
+  for (TRRTree2D* Node : {&A, &B, static_cast<TRRTree2D*>(nullptr), &A}) List.InsertOneNode(Node);
   List.PickUpContents({1.5, 3, 3, 1.5}, List);  // found entries join the list that is searched
   EXPECT_THAT(List.PickUpAllContents(), ElementsAre(&Items[0], &Items[1], &Items[0], &Items[1]));
   List.DeleteOneNode(&A);

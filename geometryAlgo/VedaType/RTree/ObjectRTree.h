@@ -114,7 +114,10 @@ class TRList {
   auto begin() const { return FNodes.begin(); }
   auto end() const { return FNodes.end(); }
 
-  void InsertOneNode(TRTree<>* Node) { FNodes.push_back(Node); }
+  /// Null is ignored.
+  void InsertOneNode(TRTree<>* Node) {
+    if (Node) FNodes.push_back(Node);
+  }
   /// Removes the first occurrence of `Node` from the list; nothing happens when it is absent.
   void DeleteOneNode(const TRTree<>* Node);
   /// The items of all entries, in order.
