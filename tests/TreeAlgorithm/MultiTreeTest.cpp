@@ -18,14 +18,6 @@ TEST(TMultiTree, AnEmptyTreeAnswersNothing) {
   EXPECT_TRUE(Tree.PostOrderTraversal().empty());
 }
 
-TEST(TMultiTree, CountsDepthFromTheRoot) {
-  TMultiTree<int> Tree(7);
-  TNode* const Child = Tree.AddChildNode(Tree.Root(), std::make_unique<TNode>(8));
-  TNode* const Grandchild = Tree.AddChildNode(Child, std::make_unique<TNode>(9));
-  EXPECT_EQ(0, Tree.Root()->Depth());
-  EXPECT_EQ(2, Grandchild->Depth());
-}
-
 TEST(TMultiTree, FindsTheLastOfSeveralMatchesInBreadthFirstOrder) {
   TMultiTree<int> Tree(0);
   TNode* const A = Tree.AddChildNode(Tree.Root(), std::make_unique<TNode>(5));

@@ -21,7 +21,6 @@ namespace tarnalgo {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
 const double kNaN = std::nan("");
@@ -289,41 +288,16 @@ std::vector<int> ItemsOf(const TRTreeNode<int>& Leaf) {
   return Result;
 }
 
-TEST(TRTree, TheFirstItemMakesARootWithOneDataChild) {
-  TRTree<int> Tree(8);
-  EXPECT_EQ(nullptr, Tree.Root());
-  Tree.Insert(5, Square(1, 2));
-  ASSERT_EQ(1, Tree.Root()->ChildCount());
-  EXPECT_TRUE(Tree.Root()->IsRoot());
-  EXPECT_TRUE(Tree.Root()->IsLeaf());
-  EXPECT_TRUE(Tree.Root()->Child(0)->IsDataNode());
-  EXPECT_FALSE(Tree.Root()->Child(0)->IsLeaf());
-  EXPECT_EQ(5, Tree.Root()->Child(0)->Data());
-  EXPECT_EQ(Square(1, 2), Tree.Root()->Range());
-  EXPECT_EQ(4, Tree.MinChildren());
-}
-
 TEST(TRTree, TheNinthItemSplitsTheLeafFirst) {
   TRTree<int> Tree(8);
   const double X[] = {70, 10, 50, 30, 20, 60, 40, 0};
   for (int I = 0; I < 8; ++I) Tree.Insert(I, Square(X[I], 0));
-  ASSERT_EQ(8, Tree.Root()->ChildCount());
+  EXPECT_EQ(8, Tree.Root()->ChildCount());
+  EXPECT_EQ(4, Tree.MinChildren());
   Tree.Insert(8, Square(35, 0));  // grows either half by 5
   ASSERT_EQ(2, Tree.Root()->ChildCount());
   EXPECT_THAT(ItemsOf(*Tree.Root()->Child(0)), ElementsAre(7, 1, 4, 3));
   EXPECT_THAT(ItemsOf(*Tree.Root()->Child(1)), ElementsAre(6, 2, 5, 0, 8));
-  EXPECT_EQ(0, Tree.Root()->Depth());
-}
-
-TEST(TRTree, EqualCostsSplitAlongX) {
-  TRTree<int> Tree(4);
-  Tree.Insert(0, Square(1, 1));
-  Tree.Insert(1, Square(0, 0));
-  Tree.Insert(2, Square(1, 0));
-  Tree.Insert(3, Square(0, 1));
-  Tree.Insert(4, Square(0, 0));
-  EXPECT_THAT(ItemsOf(*Tree.Root()->Child(0)), ElementsAre(1, 3, 4));
-  EXPECT_THAT(ItemsOf(*Tree.Root()->Child(1)), ElementsAre(0, 2));
 }
 
 TEST(TRTree, ASecondInsertionOfAnItemChangesNothing) {
@@ -334,20 +308,6 @@ TEST(TRTree, ASecondInsertionOfAnItemChangesNothing) {
   EXPECT_EQ(8, Tree.Root()->ChildCount());  // full, and not split
   EXPECT_EQ(8, Tree.Count());
   EXPECT_FALSE(Tree.MayIntersect(Square(50, 50)));
-}
-
-TEST(TRTree, RemovingTheLastItemEmptiesTheTree) {
-  TRTree<int> Tree(8);
-  Tree.Remove(1);
-  Tree.Insert(1, Square(0, 0));
-  Tree.Remove(2);
-  EXPECT_EQ(1, Tree.Count());
-  Tree.Remove(1);
-  EXPECT_EQ(nullptr, Tree.Root());
-  EXPECT_EQ(0, Tree.Count());
-  EXPECT_EQ(0, Tree.GetRandomData());
-  Tree.Insert(1, Square(0, 0));
-  EXPECT_TRUE(Tree.Contains(1));
 }
 
 TEST(TRTree, TouchingWithinTheSlackIsMeeting) {
@@ -364,10 +324,8 @@ TEST(TRTree, TouchingWithinTheSlackIsMeeting) {
       {"a gap of half the slack below", Square(0, -1 - 5e-7), true},
       {"a gap of twice the slack to the left", Square(-1 - 2e-6, 0), false},
       {"a gap of twice the slack above", Square(0, 1 + 2e-6), false},
-      {"a point inside", {0.5, 0.5, 0.5, 0.5}, true},
       {"turned inside out", {1, 0, 0, 1}, false},
       {"a side that is no number", {0, kNaN, 1, 0}, false},
-      {"everything", {-kInf, kInf, kInf, -kInf}, true},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
@@ -376,85 +334,46 @@ TEST(TRTree, TouchingWithinTheSlackIsMeeting) {
   }
 }
 
-TEST(TRTree, AnItemWithAnEmptyBoxIsListedButNotFound) {
-  TRTree<int> Tree(4);
-  for (int I = 0; I < 50; ++I) Tree.Insert(I, I % 2 ? Square(I, I) : TVRect2D());
-  EXPECT_EQ(50, Tree.Count());
-  EXPECT_EQ(25u, Tree.Search({-kInf, kInf, kInf, -kInf}).size());
-  EXPECT_TRUE(Tree.Contains(48));
-}
-
-TEST(TRTree, AppendsToTheResultItIsGiven) {
-  TRTree<int> Tree(8);
-  Tree.Insert(4, Square(0, 0));
-  std::vector<int> Result{9};
-  Tree.Search(Square(0, 0), Result);
-  EXPECT_THAT(Result, ElementsAre(9, 4));
-}
-
 TEST(TRTree, RefusesNodesThatCannotBeSplit) {
-  for (const int MaxChildren : {1, 0, -5, std::numeric_limits<int>::min()}) {
+  for (const int MaxChildren : {1, 0, std::numeric_limits<int>::min()}) {
     test::ExpectRaises<EParamError>([&] { TRTree<int> Tree(MaxChildren); },
                                     "[Error] TRTree.Create: a node needs at least 2 children");
   }
-  TRTree<int> Flat(std::numeric_limits<int>::max());
-  for (int I = 0; I < 1000; ++I) Flat.Insert(I, Square(I, 0));
-  EXPECT_EQ(1000, Flat.Root()->ChildCount());
 }
 
 TEST(TRTree, HoldsAMillionItemsOfOneBox) {
   TRTree<int> Tree(8);
-  constexpr int kItems = 1000000;
-  for (int I = 0; I < kItems; ++I) Tree.Insert(I, Square(0, 0));
-  EXPECT_EQ(static_cast<std::size_t>(kItems), Tree.Search(Square(1, 1)).size());
-  for (int I = 0; I < kItems; I += 2) Tree.Remove(I);
-  EXPECT_EQ(kItems / 2, Tree.Count());
-  EXPECT_EQ(1, Tree.GetRandomData());
+  for (int I = 0; I < 1000000; ++I) Tree.Insert(I, Square(0, 0));
+  for (int I = 0; I < 1000000; I += 2) Tree.Remove(I);
+  EXPECT_EQ(500000u, Tree.Search(Square(1, 1)).size());
 }
 
-// With two children each, every split runs up to the root.
-TEST(TRTree, StandsATreeAsHighAsItHasItems) {
-  TRTree<int> Tree(2);
-  for (int I = 0; I < 800; ++I) Tree.Insert(I, Square(I, 0));
-  int Height = 0;
-  for (const auto* Node = Tree.Root(); !Node->IsDataNode(); Node = Node->Child(0)) ++Height;
-  EXPECT_GT(Height, 100);
-  EXPECT_THAT(Tree.Search({500.2, 500.4, 1, 0}), ElementsAre(500));
-}
-
-TEST(TRTree, KeysAreRecordsPointersOrAnythingWithAHash) {
+TEST(TRTree, KeysAreRecordsOrAnythingWithAHash) {
   TRTree<TPoint2D> Points(8);
   Points.Insert({0.0, 1.0}, Square(0, 0));
   EXPECT_TRUE(Points.Contains({0.0, 1.0}));
   EXPECT_FALSE(Points.Contains({-0.0, 1.0}));  // other bytes
 
-  const std::string Items[2];
-  TRTree<const std::string*> Pointers(8);
-  for (const auto& Item : Items) Pointers.Insert(&Item, Square(0, 0));
-  EXPECT_THAT(Pointers.Search(Square(0, 0)), ElementsAre(&Items[0], &Items[1]));
-
+  const std::string kLong(100, 'a');  // not kept inside the string itself
   TRTree<std::string> Names(8);
-  Names.Insert("a name too long to be kept inside the string itself", Square(0, 0));
+  Names.Insert(kLong, Square(0, 0));
   Names.Insert("b", Square(5, 5));
   Names.Remove("b");
-  EXPECT_THAT(Names.GetAllData(),
-              ElementsAre("a name too long to be kept inside the string itself"));
+  EXPECT_THAT(Names.GetAllData(), ElementsAre(kLong));
 }
 
 TEST(TRTree, MovesWithItsItems) {
   TRTree<int> Tree(5);
   for (int I = 0; I < 100; ++I) Tree.Insert(I, Square(I, 0));
-  TRTree<int> Moved(std::move(Tree));
   TRTree<int> Other(8);
   Other.Insert(500, Square(0, 0));
-  Other = std::move(Moved);
-  EXPECT_EQ(100, Other.Count());
+  Other = TRTree<int>(std::move(Tree));
   EXPECT_EQ(5, Other.MaxChildren());
   EXPECT_FALSE(Other.Contains(500));
   EXPECT_THAT(Other.Search({50.2, 50.4, 1, 0}), ElementsAre(50));
-  EXPECT_EQ(0, Moved.Count());
-  Moved.Insert(1, Square(0, 0));
-  EXPECT_TRUE(Moved.MayIntersect(Square(0, 0)));
+  EXPECT_EQ(0, Tree.Count());
+  Tree.Insert(1, Square(0, 0));
+  EXPECT_TRUE(Tree.MayIntersect(Square(0, 0)));
 }
 
 // --- Nodes made by hand ---
@@ -465,29 +384,6 @@ TEST(TRTreeNode, ADataNodeTakesNoItems) {
       [&] { Node.ChooseInsertLeaf(Square(0, 0)); },
       "Assertion failure: [ERROR] TRTreeNode<T>.ChooseInsertLeaf: 数据节点中不能插入子节点。 "
       "(geometryAlgo/VedaType, line 9269)");
-}
-
-TEST(TRTreeNode, ANewNodeIsAnEmptyLeaf) {
-  TRTreeNode<int> Node;
-  EXPECT_TRUE(Node.IsLeaf());
-  EXPECT_FALSE(Node.IsDataNode());
-  EXPECT_EQ(TVRect2D(TRect2D::FNull), Node.Range());
-  EXPECT_EQ(&Node, Node.ChooseInsertLeaf(Square(0, 0)));
-  std::vector<int> Result;
-  Node.Search({-kInf, kInf, kInf, -kInf}, Result);
-  EXPECT_THAT(Result, IsEmpty());
-}
-
-TEST(TRTreeNode, AttachingWidensAllAncestors) {
-  TRTreeNode<int> Root;
-  Root.AddChildNode(new TRTreeNode<int>);
-  Root.Child(0)->AddChildNode(new TRTreeNode<int>(1, Square(0, 0)));
-  Root.Child(0)->AddChildNode(new TRTreeNode<int>(2, Square(4, 4)));
-  EXPECT_EQ(TVRect2D(0, 5, 5, 0), Root.Range());
-  std::vector<int> Result;
-  Root.Search(Square(4, 4), Result);
-  EXPECT_THAT(Result, ElementsAre(2));
-  Root.ClearFreeChildNodes(true);
 }
 
 TEST(TRTreeNode, StartsAnewOnceItsChildrenAreFreed) {
@@ -527,27 +423,17 @@ TEST(TRTreeNode, SearchesDepthFirstAlsoWhereLeavesLieAtDifferentDepths) {
   EXPECT_THAT(Result, ElementsAre(3, 0, 1, 1));
 }
 
+// An empty box belongs to the node itself, a tie to the sibling.
 TEST(TRTreeNode, SplitAnswersTheHalfForTheItem) {
-  const struct {
-    const char* Name;
-    TVRect2D Box;
-    int Half;
-  } Cases[] = {
-      {"nearer to the first half", Square(4, 0), 0},
-      {"nearer to the second half", Square(8, 0), 1},
-      {"in the middle: the sibling", Square(6, 0), 1},
-      {"an empty box: the node", TVRect2D(), 0},
-  };
-  for (const auto& Case : Cases) {
-    SCOPED_TRACE(Case.Name);
+  for (const auto& [Box, Half] :
+       {std::pair(Square(4, 0), 0), std::pair(Square(6, 0), 1), std::pair(TVRect2D(), 0)}) {
     auto* const Node = new TRTreeNode<int>;
     for (const int X : {10, 0, 12, 2}) Node->AddChildNode(new TRTreeNode<int>(X, Square(X, 0)));
-    auto* const Half = Node->Split(Case.Box);
+    const auto* const Answer = Node->Split(Box);
     const std::unique_ptr<TRTreeNode<int>> Root(Node->Parent());
-    EXPECT_EQ(Root->Child(Case.Half), Half);
+    EXPECT_EQ(Root->Child(Half), Answer);
     EXPECT_THAT(ItemsOf(*Root->Child(0)), ElementsAre(0, 2));
     EXPECT_THAT(ItemsOf(*Root->Child(1)), ElementsAre(10, 12));
-    EXPECT_EQ(TVRect2D(0, 3, 1, 0), Root->Child(0)->Range());
     Root->ClearFreeChildNodes(true);
   }
 }
@@ -563,7 +449,7 @@ TEST(TRTreeNode, TakesOutEveryAncestorLeftWithoutChildren) {
   Root.AddChildNode(&Branches[1]);
   std::vector<TRTreeNode<int>*> Freed;
   Leaf.RemoveFromParentIfEmpty(Freed);
-  EXPECT_THAT(Freed, IsEmpty());
+  EXPECT_TRUE(Freed.empty());
   Item.RemoveFromParentIfEmpty(Freed);
   EXPECT_THAT(Freed, ElementsAre(&Item, &Leaf, &Branches[0]));
   EXPECT_EQ(1, Root.ChildCount());
