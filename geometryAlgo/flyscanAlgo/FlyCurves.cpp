@@ -1,7 +1,5 @@
 #include "geometryAlgo/flyscanAlgo/FlyCurves.h"
 
-#include <utility>
-
 namespace tarnalgo {
 
 TPoint2D TFlyCurves::StartPoint() const {
@@ -27,7 +25,7 @@ void TFlyCurves::ReverseDir() {
 TOwningFlyCurves& TOwningFlyCurves::operator=(TOwningFlyCurves&& Other) noexcept {
   if (this != &Other) {
     Clear();  // with notification: the curves go with their pieces
-    TFlyCurves::operator=(std::move(Other));
+    TFlyCurves::operator=(static_cast<TFlyCurves&&>(Other));
   }
   return *this;
 }

@@ -5,6 +5,8 @@
 
 namespace tarnalgo {
 
+class TOwningFlyCurves;
+
 /// A flying-cut pass: its pieces in cutting order.
 ///
 /// Ownership: owns the pieces, never their host curves. Pieces on curves of the host's own belong
@@ -13,6 +15,11 @@ namespace tarnalgo {
 class TFlyCurves : public TObjectList<TFlyCurve> {
  public:
   TFlyCurves() : TObjectList<TFlyCurve>(true) {}
+  TFlyCurves(TFlyCurves&&) = default;
+  TFlyCurves& operator=(TFlyCurves&&) = default;
+  // The pieces of an owning pass cannot move here: nobody would free their curves.
+  TFlyCurves(TOwningFlyCurves&&) = delete;
+  TFlyCurves& operator=(TOwningFlyCurves&&) = delete;
 
   /// Start of the first piece's curve and end of the last one's (the curves' own ends, not where
   /// cutting starts). The zero point for an empty pass or a piece without a curve.
@@ -34,7 +41,8 @@ class TFlyCurves : public TObjectList<TFlyCurve> {
 class TOwningFlyCurves : public TFlyCurves {
  public:
   TOwningFlyCurves() = default;
-  TOwningFlyCurves(TOwningFlyCurves&&) = default;
+  TOwningFlyCurves(TOwningFlyCurves&& Other) noexcept
+      : TFlyCurves(static_cast<TFlyCurves&&>(Other)) {}
   TOwningFlyCurves& operator=(TOwningFlyCurves&& Other) noexcept;
   ~TOwningFlyCurves() override;
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <type_traits>
 #include <vector>
 
 #include "geometryAlgo/flyscanAlgo/FlyCurves.h"
@@ -123,6 +124,7 @@ TEST(TOwningFlyCurves, FreesTheCurvesWithTheirPieces) {
     EXPECT_EQ(2, Freed);  // the one that was replaced
   }
   EXPECT_EQ(5, Freed);
+  static_assert(!std::is_constructible_v<TFlyCurves, TOwningFlyCurves>);  // would leak the curves
 }
 
 }  // namespace
