@@ -126,7 +126,8 @@ int main(int ArgCount, char** Args) {
              tarnalgo::kLinearTolerance);
   AddTunable(App, "--spline-tolerance", Options.ChordError,
              "chord error of flattened splines and ellipses", tarnalgo::kLinearTolerance);
-  AddTunable(App, "--min-scan", tarnalgo::MinScanLineLength, "shorter edges are not flown");
+  AddTunable(App, "--min-scan", tarnalgo::MinScanLineLength,
+             "shorter straight stretches are not flown");
   AddTunable(App, "--max-scan", tarnalgo::MaxScanLineLength, "longer edges are not flown");
   AddTunable(App, "--max-connect", tarnalgo::MaxConnectDistance, "longer gaps end a pass");
   AddTunable(App, "--gap-piece", tarnalgo::CamSampleLen, "shorter gaps get no piece of their own");

@@ -11,6 +11,7 @@
 #include "examples/sheet_planner/Contours.h"
 #include "examples/sheet_planner/GapCheck.h"
 #include "examples/sheet_planner/RunFinder.h"
+#include "examples/sheet_planner/Stretches.h"
 
 namespace sheet_planner {
 
@@ -42,12 +43,14 @@ class TSheetPlanner {
   }
 
  private:
-  /// Every edge is either flown or ordinary; so is everything that is not straight.
+  /// Every edge is either flown or ordinary; what is not straight is ordinary.
   void SplitEdges() {
     TPlanStats& Stats = FPlan.Stats;
+    const std::vector<double> Stretches =
+        StretchLengths(FSheet.Edges, MinScanLineLength, MaxScanLineLength);
     for (std::size_t I = 0; I < FSheet.Edges.size(); ++I) {
       const double Length = FSheet.Edges[I].Line.Length();
-      const bool IsShort = Length < MinScanLineLength;
+      const bool IsShort = Stretches[I] < MinScanLineLength;
       const bool IsLong = Length > MaxScanLineLength;
       if (IsShort || IsLong) {
         ++(IsShort ? Stats.ShortEdges : Stats.LongEdges);

@@ -34,7 +34,7 @@ struct TRejectedGap {
 struct TPlanStats {
   int FlownEdges = 0;
   double FlownLength = 0.0;
-  int ShortEdges = 0;  // below MinScanLineLength
+  int ShortEdges = 0;  // of stretches below MinScanLineLength
   int LongEdges = 0;   // above MaxScanLineLength
   int Runs = 0;
   int Groups = 0;  // directions, each port apart
@@ -60,9 +60,9 @@ TPlan PlanSheet(const TSheet& Sheet);
 
 /// The runs of collinear edges and their passes; arcs, curves and the other edges as contours.
 ///
-/// Edges from `MinScanLineLength` to `MaxScanLineLength` are flown: shorter ones are not worth the
-/// movement, longer ones are outlines, which want the lead-ins and the speed of an ordinary
-/// contour.
+/// Edges of up to `MaxScanLineLength` are flown when the straight stretch that they are part of
+/// (`StretchLengths`) has `MinScanLineLength`: less is not worth the movement, longer edges are
+/// outlines, which want the lead-ins and the speed of an ordinary contour.
 TPlan GroupSheet(const TSheet& Sheet);
 
 /// Splits each pass where a gap piece would cross another cut of the sheet.

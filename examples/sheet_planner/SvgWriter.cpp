@@ -107,12 +107,14 @@ class TPicture {
   std::string At(const TPoint2D& P) const { return Short(X(P), 2) + " " + Short(Y(P), 2); }
   double Height() const { return kHeader + FDrawn + kFooter; }
 
-  /// Length of the flown edge in the middle of all: what strokes and arrows go by.
+  /// Length of the flown edge in the middle of all that are no mere bits of a stretch: what strokes
+  /// and arrows go by.
   double TypicalEdge() const {
     std::vector<double> Lengths;
     for (const TOwningFlyCurves& Pass : FPlan.Passes) {
       for (const TFlyCurve* Piece : Pass) {
-        if (!Piece->IsFlyGap()) Lengths.push_back(Piece->GeCurve()->CurveLength());
+        const double Length = Piece->GeCurve()->CurveLength();
+        if (!Piece->IsFlyGap() && Length >= MinScanLineLength) Lengths.push_back(Length);
       }
     }
     if (Lengths.empty()) return FBox.Width() / 40;
@@ -248,14 +250,15 @@ class TPicture {
     EndGroup();
   }
 
-  /// At the end of each pass, pointing the way it was cut.
+  /// At the end of each pass, pointing the way it was cut. The last edge may be a bit of a stretch;
+  /// passes are straight, so the whole tells the way.
   void Arrows() {
     const double Largest = std::clamp(FStroke * 3.2, 4.0, 11.0);
     BeginGroup("stroke=\"#ffffff\" stroke-width=\"0.4\"");
     for (std::size_t I = 0; I < FPlan.Passes.size(); ++I) {
-      const TFlyCurve* const Last = FPlan.Passes[I].Last();
-      const TPoint2D From(X(Last->GeCurve()->StartPoint()), Y(Last->GeCurve()->StartPoint()));
-      const TPoint2D To(X(Last->GeCurve()->EndPoint()), Y(Last->GeCurve()->EndPoint()));
+      const TOwningFlyCurves& Pass = FPlan.Passes[I];
+      const TPoint2D From(X(Pass.StartPoint()), Y(Pass.StartPoint()));
+      const TPoint2D To(X(Pass.EndPoint()), Y(Pass.EndPoint()));
       const double Size = std::min(Largest, From.DistanceTo(To) * 0.5);
       const TPoint2D Way = (To - From).Normal() * Size;
       const TPoint2D Side = Way.RotateCcw90() * 0.42;

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cmath>
-#include <numeric>
 #include <set>
 
 #include "tests/planner/PlanChecks.h"
@@ -16,17 +15,8 @@ using namespace tarnalgo;
 
 namespace {
 
-TDrawing DrawingOf(const std::vector<TLine2D>& Lines) {
-  TDrawing Drawing;
-  for (const TLine2D& Line : Lines) Drawing.Edges.push_back({Line, 0});
-  return Drawing;
-}
-
-double TotalLength(const TSheet& Sheet) {
-  return std::accumulate(
-      Sheet.Edges.begin(), Sheet.Edges.end(), 0.0,
-      [](double Sum, const TSheetEdge& Edge) { return Sum + Edge.Line.Length(); });
-}
+using test::DrawingOf;
+using test::TotalLength;
 
 TEST(PrepareSheet, CutsEachStretchOnce) {
   const struct {
@@ -110,12 +100,10 @@ TEST(PrepareSheet, KeepsTheLengthOfTheUnionOnAGrid) {
       TLine2D Line{(Start.RotateBy(Turn)) + Shift, (Start + Way * Count).RotateBy(Turn) + Shift};
       Lines.push_back(tarnalgo::test::RandomInt(Random, 0, 1) == 0 ? Line : Line.ReverseParam());
     }
-    const TDrawing Drawing = DrawingOf(Lines);
     TPrepOptions Options;
     Options.Snap = 1e-4;
-    const TSheet Sheet = PrepareSheet(Drawing, Options);
+    const TSheet Sheet = PrepareSheet(DrawingOf(Lines), Options);
     EXPECT_NEAR(Length, TotalLength(Sheet), Length * 1e-6);
-    EXPECT_NEAR(Length, test::UnionLength(Drawing.Edges, 1e-4), Length * 1e-6);
     const TPrepStats& Stats = Sheet.Stats;
     EXPECT_EQ(static_cast<int>(Lines.size()) - Stats.Repeated - Stats.Covered,
               static_cast<int>(Sheet.Edges.size()));
@@ -167,22 +155,6 @@ TEST(PrepareSheet, DropsRepeatedArcsCirclesAndCurves) {
   EXPECT_EQ(2U, Sheet.Circles.size());
   EXPECT_EQ(1U, Sheet.Curves.size());
   EXPECT_EQ(4, Sheet.Stats.RepeatedOther);
-}
-
-TEST(PrepareSheet, GivesLayersPortsOnRequest) {
-  TDrawing Drawing;
-  for (const char* Name : {"A", "B", "A"}) {
-    const int Layer = Drawing.LayerIndex(Name);
-    const double Y = static_cast<double>(Drawing.Edges.size());
-    Drawing.AddEdge({0, Y}, {1, Y}, Layer);
-  }
-  TPrepOptions Options;
-  EXPECT_EQ(0, PrepareSheet(Drawing, Options).Edges[1].Port);
-  Options.LayersAsPorts = true;
-  const TSheet Sheet = PrepareSheet(Drawing, Options);
-  EXPECT_EQ(0, Sheet.Edges[0].Port);
-  EXPECT_EQ(1, Sheet.Edges[1].Port);
-  EXPECT_EQ(0, Sheet.Edges[2].Port);
 }
 
 }  // namespace

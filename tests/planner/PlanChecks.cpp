@@ -6,24 +6,19 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
 #include <set>
 #include <utility>
 
 #include "examples/sheet_planner/Contours.h"
+#include "examples/sheet_planner/Report.h"
+#include "examples/sheet_planner/SvgWriter.h"
 
 namespace sheet_planner::test {
 
 using namespace tarnalgo;
 
 namespace {
-
-double Distance(const TPoint2D& P, const TLine2D& Segment) {
-  const TPoint2D Way = Segment.EndPoint - Segment.StartPoint;
-  const double Square = Way.DotMul(Way);
-  const double T =
-      Square > 0.0 ? std::clamp((P - Segment.StartPoint).DotMul(Way) / Square, 0.0, 1.0) : 0.0;
-  return P.DistanceTo(Segment.StartPoint + Way * T);
-}
 
 /// The segments have a point in common. By the sides of their ends, nothing of the library.
 bool Meet(const TLine2D& A, const TLine2D& B) {
@@ -37,8 +32,10 @@ bool Meet(const TLine2D& A, const TLine2D& B) {
   const double B2 = Side(A, B.EndPoint);
   if (A1 * A2 < 0.0 && B1 * B2 < 0.0) return true;
   constexpr double kTouch = 1e-7;
-  return Distance(A.StartPoint, B) < kTouch || Distance(A.EndPoint, B) < kTouch ||
-         Distance(B.StartPoint, A) < kTouch || Distance(B.EndPoint, A) < kTouch;
+  const std::vector<TPoint2D> OfA{A.StartPoint, A.EndPoint};
+  const std::vector<TPoint2D> OfB{B.StartPoint, B.EndPoint};
+  return Distance(OfA[0], OfB) < kTouch || Distance(OfA[1], OfB) < kTouch ||
+         Distance(OfB[0], OfA) < kTouch || Distance(OfB[1], OfA) < kTouch;
 }
 
 /// Everything that is cut on a sheet, as chords.
@@ -181,6 +178,30 @@ void ExpectContours(const TSheet& Sheet, const TPlan& Plan, double Snap) {
 
 }  // namespace
 
+TDrawing DrawingOf(const std::vector<TLine2D>& Lines) {
+  TDrawing Drawing;
+  for (const TLine2D& Line : Lines) Drawing.Edges.push_back({Line, 0});
+  return Drawing;
+}
+
+double TotalLength(const TSheet& Sheet) {
+  return std::accumulate(
+      Sheet.Edges.begin(), Sheet.Edges.end(), 0.0,
+      [](double Sum, const TSheetEdge& Edge) { return Sum + Edge.Line.Length(); });
+}
+
+double Distance(const TPoint2D& P, const std::vector<TPoint2D>& Points) {
+  double Least = kStartOfMinimum;
+  for (std::size_t I = 1; I < Points.size(); ++I) {
+    const TPoint2D Way = Points[I] - Points[I - 1];
+    const double Square = Way.DotMul(Way);
+    const double T =
+        Square > 0.0 ? std::clamp((P - Points[I - 1]).DotMul(Way) / Square, 0.0, 1.0) : 0.0;
+    Least = std::min(Least, P.DistanceTo(Points[I - 1] + Way * T));
+  }
+  return Least;
+}
+
 double UnionLength(const std::vector<TDrawnEdge>& Edges, double Eps) {
   std::vector<TLine2D> Lines;
   for (const TDrawnEdge& Edge : Edges) Lines.push_back(Edge.Line);
@@ -219,6 +240,23 @@ void ExpectSound(const TSheet& Sheet, const TPlan& Plan, double Snap) {
   for (const TOwningFlyCurves& Pass : Plan.Passes) ExpectContinuous(Pass);
   ExpectGapsClear(Sheet, Plan);
   ExpectContours(Sheet, Plan, Snap);
+}
+
+TPlan ExpectSoundPlan(const TDrawing& Drawing, const TPrepOptions& Options) {
+  const TSheet Sheet = PrepareSheet(Drawing, Options);
+  TPlan Plan = PlanSheet(Sheet);
+  ExpectSound(Sheet, Plan, Options.Snap);
+  const auto Output = [&Drawing](const TSheet& OfSheet, const TPlan& OfPlan) {
+    return PlanSvg(Drawing, OfSheet, OfPlan) + PlanReport(Drawing, OfSheet, OfPlan) +
+           PlanListing(Drawing, OfPlan);
+  };
+  const TSheet Again = PrepareSheet(Drawing, Options);
+  EXPECT_TRUE(Output(Sheet, Plan) == Output(Again, PlanSheet(Again)));
+  if (Options.Snap <= 1e-5 || Sheet.Stats.EndsMoved == 0) {
+    const double Union = UnionLength(Drawing.Edges, Options.Snap);
+    EXPECT_NEAR(Union, TotalLength(Sheet), Union * 1e-6);
+  }
+  return Plan;
 }
 
 }  // namespace sheet_planner::test
