@@ -10,7 +10,7 @@ namespace sheet_planner {
 
 namespace {
 
-/// Length of the UTF-8 sequence at the start of `Text`, 0 when there is none.
+/// Length of the UTF-8 sequence at the start of `Text`, 0 when there is none that XML allows.
 std::size_t SequenceLength(std::string_view Text) {
   const auto Byte = [Text](std::size_t I) { return static_cast<unsigned char>(Text[I]); };
   const unsigned char Lead = Byte(0);
@@ -28,6 +28,8 @@ std::size_t SequenceLength(std::string_view Text) {
   if (Lead == 0xED && Byte(1) > 0x9F) return 0;
   if (Lead == 0xF0 && Byte(1) < 0x90) return 0;
   if (Lead == 0xF4 && Byte(1) > 0x8F) return 0;
+  // U+FFFE and U+FFFF, which XML forbids.
+  if (Lead == 0xEF && Byte(1) == 0xBF && Byte(2) >= 0xBE) return 0;
   return Length;
 }
 

@@ -240,11 +240,11 @@ TEST(PlanSheet, ReadsTheTunables) {
 
 TEST(Output, NamesAreSafeInThePicture) {
   TDrawing Drawing = SquareGrid(1, 1);
-  Drawing.Name = "<a & \"b\">\n\xFF\xE5\x9B\xBE";
+  Drawing.Name = "<a & \"b\">\n\xFF\xE5\x9B\xBE\xEF\xBF\xBF";
   const TSheet Sheet = PrepareSheet(Drawing, {});
   const std::string Svg = PlanSvg(Drawing, Sheet, PlanSheet(Sheet));
-  EXPECT_NE(std::string::npos,
-            Svg.find("<title>&lt;a &amp; &quot;b&quot;&gt;??\xE5\x9B\xBE</title>"));
+  EXPECT_NE(std::string::npos, Svg.find("<title>&lt;a &amp; &quot;b&quot;&gt;??\xE5\x9B\xBE???"
+                                        "</title>"));
 }
 
 }  // namespace
