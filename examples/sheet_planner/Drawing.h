@@ -8,8 +8,9 @@
 
 namespace sheet_planner {
 
-/// How many of each kind, by a name for the user. Ordered, so that reports do not vary.
-using TCensus = std::map<std::string, int>;
+/// How many of each kind, by a name for the user. Ordered, so that reports do not vary. Blocks
+/// placed over and over multiply what they leave out beyond an int.
+using TCensus = std::map<std::string, long long>;
 
 /// A straight edge as drawn. `Layer` is an index into `TDrawing::Layers`, here and below.
 struct TDrawnEdge {

@@ -67,8 +67,8 @@ class TStretches {
   std::vector<double> FLengths;  // of the whole stretch at its root
 };
 
-/// The ends of edges at the places where a short one ends, those that may go on into each other side
-/// by side.
+/// The ends of edges at the places where a short one ends, those that may go on into each other
+/// side by side.
 std::vector<TEdgeEnd> EndsAtShortEdges(const std::vector<TSheetEdge>& Edges,
                                        const std::vector<double>& Lengths, double Least,
                                        double Most) {

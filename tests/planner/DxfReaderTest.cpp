@@ -290,6 +290,11 @@ TEST(ReadDxf, BoundsTheExpansionOfBlocks) {
             Refusal(Lines(Blocks + "0 ENDSEC " +
                           Entities("0 INSERT 8 0 2 B0 10 0 20 0 70 2000000000 71 2000000000")))
                 .find("expands to more than"));
+  std::string Texts;
+  for (int I = 0; I < 100000; ++I) Texts += "0 TEXT ";
+  const TDrawing Many = ReadBlock(Texts + "0 LINE 8 0 10 0 20 0 11 1 21 0",
+                                  "0 INSERT 8 0 2 B 10 0 20 0 44 5 70 30000");
+  EXPECT_EQ(3000000000, Many.Skipped.at("TEXT"));
   // Nothing is drawn two thousand million times over.
   EXPECT_NE(std::string::npos,
             Refusal(Lines("0 SECTION 2 BLOCKS 0 BLOCK 2 E 0 TEXT 8 0 1 Hi 0 ENDBLK 0 ENDSEC " +
