@@ -90,7 +90,8 @@ void Plan(const TOptions& Options) {
   Save(Options.Output, PlanSvg(Drawing, Sheet, Result));
   std::cout << PlanReport(Drawing, Sheet, Result);
   if (Options.WithListing) std::cout << "cutting order\n" << PlanListing(Drawing, Result);
-  std::cout << "picture  " << Options.Output << "\n";
+  std::cout << "picture  " << Options.Output << std::endl;
+  if (!std::cout) throw EBadInput("cannot write the report");
 }
 
 }  // namespace

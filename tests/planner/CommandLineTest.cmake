@@ -31,6 +31,14 @@ expect(2 "--snap: must be a number" --sample plate --snap -1)
 expect(2 "--max-scan: must be a number" --sample plate --max-scan nan)
 expect(1 "cannot write the picture" --sample plate --output "${WORK}/missing/plan.svg")
 
+if(EXISTS /dev/full)
+  execute_process(COMMAND "${PLANNER}" --sample squares WORKING_DIRECTORY "${WORK}"
+    RESULT_VARIABLE Result OUTPUT_FILE /dev/full ERROR_QUIET)
+  if(NOT Result EQUAL 1)
+    message(SEND_ERROR "a report that cannot be written: exit code ${Result}, expected 1")
+  endif()
+endif()
+
 expect(0 "picture  first.svg" --sample plate --output first.svg)
 expect(0 "picture  plan.svg" --sample plate)
 file(SHA256 "${WORK}/first.svg" First)
