@@ -16,6 +16,7 @@
 #include "examples/sheet_planner/BadInput.h"
 #include "examples/sheet_planner/DxfText.h"
 #include "examples/sheet_planner/Flatten.h"
+#include "examples/sheet_planner/Format.h"
 
 namespace sheet_planner {
 
@@ -393,14 +394,6 @@ class TExpander {
   TMatrix2D FMatrix;
   int FLayer = 0;
 };
-
-std::string Listed(const TCensus& Census) {
-  std::string Text;
-  for (const auto& [Name, Count] : Census) {
-    Text += (Text.empty() ? "" : ", ") + Name + " " + std::to_string(Count);
-  }
-  return Text;
-}
 
 }  // namespace
 

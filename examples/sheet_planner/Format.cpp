@@ -64,6 +64,14 @@ std::string Counted(long long Count, std::string_view One, std::string_view Many
   return Grouped(Count) + " " + std::string(Count == 1 ? One : Many);
 }
 
+std::string Listed(const TCensus& Census) {
+  std::string Text;
+  for (const auto& [Name, Count] : Census) {
+    Text += (Text.empty() ? "" : ", ") + Name + " " + Grouped(Count);
+  }
+  return Text.empty() ? "none" : Text;
+}
+
 std::string XmlText(std::string_view Text) {
   std::string Result;
   while (!Text.empty()) {

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "examples/sheet_planner/Drawing.h"
+
 namespace sheet_planner {
 
 /// The value with that many decimals, whatever the locale; "-0" never.
@@ -13,6 +15,8 @@ std::string Short(double Value, int Decimals);
 std::string Grouped(long long Value);
 /// "1 pass", "2 passes".
 std::string Counted(long long Count, std::string_view One, std::string_view Many);
+/// "ARC 2, LINE 1,544"; "none" when nothing was counted.
+std::string Listed(const TCensus& Census);
 /// Fit for an XML text; what is no UTF-8 or does not print becomes "?".
 std::string XmlText(std::string_view Text);
 

@@ -15,14 +15,6 @@ std::string Padded(const std::string& Text, std::size_t Width) {
   return Text.size() < Width ? std::string(Width - Text.size(), ' ') + Text : Text;
 }
 
-std::string Listed(const TCensus& Census) {
-  std::string Text;
-  for (const auto& [Name, Count] : Census) {
-    Text += (Text.empty() ? "" : ", ") + Name + " " + Grouped(Count);
-  }
-  return Text.empty() ? "none" : Text;
-}
-
 /// Without control characters, which would move the terminal's cursor.
 std::string Printable(std::string Text) {
   std::replace_if(
