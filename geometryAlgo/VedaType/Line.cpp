@@ -22,10 +22,6 @@ double CrossingParam(const TVLine2D& Line, const TVLine2D& Other) {
   return static_cast<double>((OtherStart - Start).CrossMul(OtherV) / V.CrossMul(OtherV));
 }
 
-bool IsFinite(const TPoint2D& P) {
-  return std::isfinite(P.X) && std::isfinite(P.Y);
-}
-
 /// One end of a clipped segment: its parameter, and which side of the box cut it there.
 struct TCut {
   enum class TBy { None, SideX, SideY };
@@ -119,7 +115,8 @@ std::optional<TVLine2D> TVLine2D::ClipBy(const TVRect2D& Box) const {
   TCut From{0.0};
   TCut To{1.0};
   using enum TCut::TBy;
-  if (!Box.IsValid() || !IsFinite(StartPoint) || !IsFinite(EndPoint) ||
+  if (!Box.IsValid() || !TPoint2DUtils::IsFinite(StartPoint) ||
+      !TPoint2DUtils::IsFinite(EndPoint) ||
       !ClipCoordinate(StartPoint.X, EndPoint.X, Box.Left, Box.Right, SideX, From, To) ||
       !ClipCoordinate(StartPoint.Y, EndPoint.Y, Box.Bottom, Box.Top, SideY, From, To)) {
     return std::nullopt;

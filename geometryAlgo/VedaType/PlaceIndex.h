@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "geometryAlgo/VedaType/Point.h"
 #include "host/Cadtypes/Point.h"
 
 namespace tarnalgo {
@@ -13,13 +14,14 @@ namespace tarnalgo {
 /// Numbered places, found again within a tolerance. Internal to the pages of this unit.
 ///
 /// Points are kept in the cells of a grid a few tolerances wide, so that a look reaches one cell,
-/// four at a corner. Points that are not finite are never found.
+/// four at a corner. Points that are not finite are not taken in and never found.
 /// Cost: O(1) plus the places in the cells looked at.
 class TPlaceIndex {
  public:
   explicit TPlaceIndex(double Eps) : FEps(Eps > 0.0 ? Eps : 0.0) {}
 
   void Add(const TPoint2D& P, int Id) {
+    if (!TPoint2DUtils::IsFinite(P)) return;
     int& Head = FHeads.try_emplace(CellOf(P.X, P.Y), -1).first->second;
     FPlaces.push_back({P, Id, Head});
     Head = static_cast<int>(FPlaces.size()) - 1;
@@ -85,11 +87,12 @@ class TPlaceIndex {
 
   static std::size_t Index(int I) { return static_cast<std::size_t>(I); }
 
-  // Whole numbers held as doubles: no coordinate is too large for them.
-  TCell CellOf(double X, double Y) const {
-    if (FEps == 0.0) return {X, Y};
-    const double Width = kCellWidth * FEps;
-    return {std::floor(X / Width), std::floor(Y / Width)};
+  TCell CellOf(double X, double Y) const { return {ColumnOf(X), ColumnOf(Y)}; }
+  /// A whole number held as a double. Where that is beyond its range the tolerance is far below the
+  /// last digit, and every coordinate is a column of its own.
+  double ColumnOf(double X) const {
+    const double Column = std::floor(X / (kCellWidth * FEps));
+    return std::isfinite(Column) ? Column : X;
   }
 
   double FEps;

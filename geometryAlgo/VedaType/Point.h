@@ -95,6 +95,9 @@ class TPoint2DUtils {
   /// Errors: any other index, `EParamError` "[Error] TPoint2DUtils.GetCoor: 参数错误".
   static double GetCoor(const TPoint2D& Point, int CoorId);
 
+  /// Both coordinates are finite.
+  static bool IsFinite(const TPoint2D& P);
+
   /// Lexicographic orders by exact signs: X then Y; Y then X. −1, 0 or 1.
   static int CompareByXY(const TPoint2D& A, const TPoint2D& B);
   static int CompareByYX(const TPoint2D& A, const TPoint2D& B);

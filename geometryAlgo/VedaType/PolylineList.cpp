@@ -16,8 +16,15 @@ namespace {
 /// the list first: a heap of ends in one place must not cost its square.
 constexpr int kMostMates = 64;
 
-/// A little more than the square root of 2: how far a corner moves when both coordinates do.
-constexpr double kSqrtTwoAbove = 1.5;
+/// How far the mark of a box moves, in tolerances, when each side moves by one: 0.75 along both
+/// axes, and a little for rounding.
+constexpr double kMarkReach = 1.1;
+
+/// A point that equal boxes share, but not those that have no more than a corner or the centre in
+/// common.
+TPoint2D MarkOf(const TVRect2D& Box) {
+  return 0.5 * Box.GetBottomLeft() + 0.25 * Box.GetTopRight();
+}
 
 /// The two ends of the polylines of a list that may be joined, as numbers: 2 i is the start of
 /// polyline i and 2 i + 1 its end. Each end has at most one mate.
@@ -265,17 +272,17 @@ double TVPolyline2DList::DistanceTo(const TPoint2D& P) const {
 
 int TVPolyline2DList::DeleteRepeat(TRepeatKind Kind, double Eps) {
   // Equal polylines have equal boxes; each side of them may differ by Eps.
-  TPlaceIndex Corners(kSqrtTwoAbove * Eps);
+  TPlaceIndex Marks(kMarkReach * Eps);
   const std::vector<TVPolyline2D*> Items(begin(), end());
   return KeepItems(*this, [&](std::size_t I, const TVPolyline2D& Item) {
-    const TVRect2D Box = Item.BoundBox();
-    const TPoint2D Corner = Box.IsValid() ? Box.GetBottomLeft() : TPoint2D::FZero;
-    const bool IsRepeat = Corners.VisitNear(Corner, [&](int Former, const TPoint2D&) {
+    if (!Item.IsEqualTo(Item, Eps)) return true;  // a NaN or an infinity equals nothing
+    const TPoint2D Mark = Item.IsEmpty() ? TPoint2D::FZero : MarkOf(Item.BoundBox());
+    const bool IsRepeat = Marks.VisitNear(Mark, [&](int Former, const TPoint2D&) {
       const TVPolyline2D& Other = *Items[static_cast<std::size_t>(Former)];
       return Item.IsEqualTo(Other, Eps) ||
              (Kind == rkAnyDirection && Item.IsEqualToReverse(Other, Eps));
     });
-    if (!IsRepeat) Corners.Add(Corner, static_cast<int>(I));
+    if (!IsRepeat) Marks.Add(Mark, static_cast<int>(I));
     return !IsRepeat;
   });
 }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <fstream>
+#include <limits>
 #include <memory>
 #include <polyclipping/clipper.hpp>
 #include <random>
@@ -182,6 +183,28 @@ TEST(TVPolyline2DList, JoinsThousandsOfEndsInOnePlace) {
   const int Joined = Copy->ConnectOptimize();
   EXPECT_GT(Joined, 10000);
   EXPECT_LE(Joined, 20000);
+}
+
+// All in one cell of the grid that finds ends again, or never found at all: once a square.
+TEST(TVPolyline2DList, EndsBeyondTheGridAreNoNeighbours) {
+  for (const double X : {std::nan(""), std::numeric_limits<double>::infinity(), 1e305}) {
+    TVPolyline2DList List;
+    for (int I = 0; I < 100000; ++I) {
+      const double Far = X * (1.0 + I * 1e-6);
+      List.Add(std::make_unique<TVPolyline2D>(TVLine2D({Far, 1.0 * I}, {-Far, 1.0 * I})));
+    }
+    EXPECT_EQ(0, List.Connect());
+    EXPECT_EQ(0, List.ConnectOptimize());
+    EXPECT_EQ(0, List.DeleteRepeat());
+  }
+}
+
+TEST(TVPolyline2DList, TellsNestedContoursWithOneCornerApart) {
+  TVPolyline2DList List;
+  for (int I = 1; I <= 50000; ++I) {
+    List.Add(std::make_unique<TVPolyline2D>(TVRect2D({0, 0}, {I * 1.0, I * 1.0})));
+  }
+  EXPECT_EQ(0, List.DeleteRepeat());
 }
 
 TEST(TVPolyline2DList, BridgesGapsInOrder) {
