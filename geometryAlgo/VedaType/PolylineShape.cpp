@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "geometryAlgo/VedaType/Point.h"
 #include "geometryAlgo/VedaType/Polyline.h"
 #include "host/Cadutils.h"
 
@@ -18,27 +19,63 @@ TVPolyline2D CornersOfRing(const TVPolyline2D& Contour, double Eps) {
   return Ring;
 }
 
-/// `Points` taken from position `Start` on, cyclically, or from there backwards, agree with
-/// `Wanted`.
-bool AgreesFrom(const std::vector<TPoint2D>& Wanted, const std::vector<TPoint2D>& Points,
-                std::size_t Count, std::size_t Start, bool Backwards, double Eps) {
-  for (std::size_t I = 0; I < Count; ++I) {
-    const std::size_t J = Backwards ? (Start + Count - I) % Count : (Start + I) % Count;
-    if (!Points[J].Equals(Wanted[I], Eps)) return false;
+/// Compares the first `Count` points of two courses, the second one begun anywhere and perhaps run
+/// backwards.
+class TCourseComparer {
+ public:
+  TCourseComparer(const std::vector<TPoint2D>& A, const std::vector<TPoint2D>& B, std::size_t Count,
+                  bool Backwards, double Eps)
+      : FA(A), FB(B), FCount(Count), FBackwards(Backwards), FEps(Eps) {}
+
+  /// B taken from position `Start` on, cyclically, agrees with A.
+  bool AgreesFrom(std::size_t Start) {
+    // A place that only one of two courses has disagrees wherever they begin. The points that
+    // disagreed last go first, so that rings which repeat themselves do not cost their square.
+    if (!AgreesAt(FSuspectOfA, Start) || !AgreesAt(PositionInA(FSuspectOfB, Start), Start)) {
+      return false;
+    }
+    for (std::size_t I = 0; I < FCount; ++I) {
+      if (AgreesAt(I, Start)) continue;
+      FSuspectOfA = I;
+      FSuspectOfB = PositionInB(I, Start);
+      return false;
+    }
+    return true;
   }
-  return true;
-}
+
+ private:
+  bool AgreesAt(std::size_t I, std::size_t Start) const {
+    return FB[PositionInB(I, Start)].Equals(FA[I], FEps);
+  }
+  /// The positions that stand against each other when B is taken from `Start` on.
+  std::size_t PositionInB(std::size_t I, std::size_t Start) const {
+    return (FBackwards ? Start + FCount - I : Start + I) % FCount;
+  }
+  std::size_t PositionInA(std::size_t J, std::size_t Start) const {
+    return (FBackwards ? Start + FCount - J : J + FCount - Start) % FCount;
+  }
+
+  const std::vector<TPoint2D>& FA;
+  const std::vector<TPoint2D>& FB;
+  std::size_t FCount;
+  bool FBackwards;
+  double FEps;
+  std::size_t FSuspectOfA = 0;
+  std::size_t FSuspectOfB = 0;
+};
 
 bool IsSameCourse(const TVPolyline2D& A, const TVPolyline2D& B, bool Backwards, double Eps) {
   const std::size_t Count = A.Points().size();
   if (B.Points().size() != Count) return false;
   if (Count == 0) return true;
   if (!A.IsClosed(Eps) || !B.IsClosed(Eps)) {
-    return AgreesFrom(A.Points(), B.Points(), Count, Backwards ? Count - 1 : 0, Backwards, Eps);
+    return TCourseComparer(A.Points(), B.Points(), Count, Backwards, Eps)
+        .AgreesFrom(Backwards ? Count - 1 : 0);
   }
   const std::size_t Corners = std::max<std::size_t>(Count - 1, 1);
+  TCourseComparer Comparer(A.Points(), B.Points(), Corners, Backwards, Eps);
   for (std::size_t Start = 0; Start < Corners; ++Start) {
-    if (AgreesFrom(A.Points(), B.Points(), Corners, Start, Backwards, Eps)) return true;
+    if (Comparer.AgreesFrom(Start)) return true;
   }
   return false;
 }
@@ -68,8 +105,7 @@ void AppendHalfHull(TIterator First, TIterator Last, std::vector<TPoint2D>& Hull
 
 /// The points that a hull can be made of, in lexicographic order, each once.
 std::vector<TPoint2D> SortedPlaces(std::vector<TPoint2D> Points) {
-  std::erase_if(Points,
-                [](const TPoint2D& P) { return !std::isfinite(P.X) || !std::isfinite(P.Y); });
+  std::erase_if(Points, [](const TPoint2D& P) { return !TPoint2DUtils::IsFinite(P); });
   std::sort(Points.begin(), Points.end(), [](const TPoint2D& A, const TPoint2D& B) {
     return A.X != B.X ? A.X < B.X : A.Y < B.Y;
   });

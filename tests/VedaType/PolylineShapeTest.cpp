@@ -246,5 +246,22 @@ TEST(TVPolyline2DShape, ComparesCoursesWhereverARingBegins) {
   EXPECT_TRUE(TVPolyline2D().IsEqualTo(TVPolyline2D()));
 }
 
+// Wherever the second ring is begun, almost all of it agrees: once the square of its points.
+TEST(TVPolyline2DShape, ComparesRingsThatRepeatThemselves) {
+  const int Count = 600001;
+  TVPolyline2D Fro;
+  for (int I = 0; I < Count; ++I) Fro.Add({I % 2 * 10.0, 0});
+  TVPolyline2D Other = Fro;
+  Other[Count / 2] = {3, 3};
+  EXPECT_FALSE(Fro.IsEqualTo(Other));
+  EXPECT_FALSE(Other.IsEqualTo(Fro));
+  EXPECT_FALSE(Fro.IsEqualToReverse(Other));
+  Fro[7] = {3, 3};  // instead of the other end of the stroke
+  Other[Count / 2] = Other[Count / 2 + 2];
+  Other[Count / 2 + 1 + Count / 2 % 2] = {3, 3};
+  EXPECT_TRUE(Fro.IsEqualTo(Other));
+  EXPECT_TRUE(Fro.IsEqualToReverse(Other));
+}
+
 }  // namespace
 }  // namespace tarnalgo
