@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <utility>
 
@@ -112,6 +113,9 @@ void MoveJointToCorner(std::vector<TPoint2D>& Ring, double Eps) {
 
 /// Marks the vertices that Douglas and Peucker keep between two kept ones: where some vertex lies
 /// farther than `Eps` from the edge between them, the farthest one, and so on in both halves.
+///
+/// On a zigzag the farthest vertex is always one of the first or the last. Where the halves have
+/// become that uneven, only those near the middle are considered as long as there are any.
 class TDecimator {
  public:
   TDecimator(const std::vector<TPoint2D>& Points, double Eps)
@@ -119,15 +123,18 @@ class TDecimator {
 
   void Keep(std::size_t I) { FIsKept[I] = true; }
   void Refine(std::size_t From, std::size_t To) {
-    std::vector<std::pair<std::size_t, std::size_t>> Open{{From, To}};
+    const int MostHalvings = kUnevenHalvings * static_cast<int>(std::bit_width(FPoints.size()));
+    std::vector<TRange> Open{{From, To, 0}};
     while (!Open.empty()) {
-      const auto [First, Last] = Open.back();
+      const TRange Range = Open.back();
       Open.pop_back();
-      const std::size_t Farthest = FarthestBetween(First, Last);
-      if (Farthest == First) continue;
-      Keep(Farthest);
-      Open.emplace_back(First, Farthest);
-      Open.emplace_back(Farthest, Last);
+      const std::size_t Kept = Range.Halvings < MostHalvings || Range.Last - Range.First < kShort
+                                   ? FarthestOf(Range.First, Range.Last, Range.First, Range.Last)
+                                   : FarthestNearMiddle(Range.First, Range.Last);
+      if (Kept == Range.First) continue;
+      Keep(Kept);
+      Open.push_back({Range.First, Kept, Range.Halvings + 1});
+      Open.push_back({Kept, Range.Last, Range.Halvings + 1});
     }
   }
   std::vector<TPoint2D> TakeKept() const {
@@ -139,12 +146,26 @@ class TDecimator {
   }
 
  private:
-  /// The vertex farthest from the edge, the first of several; `First` when all are near enough.
-  std::size_t FarthestBetween(std::size_t First, std::size_t Last) const {
+  /// How many times more halvings than even halves would need count as uneven.
+  static constexpr int kUnevenHalvings = 4;
+  /// Vertices of a range so short that uneven halves cost nothing.
+  static constexpr std::size_t kShort = 64;
+
+  /// The vertices strictly between two kept ones, and how often the course was cut to get there.
+  struct TRange {
+    std::size_t First;
+    std::size_t Last;
+    int Halvings;
+  };
+
+  /// Of the vertices `Low` .. `High`, but the ends of the edge, the one farthest from the edge, the
+  /// first of several; `First` when all are near enough.
+  std::size_t FarthestOf(std::size_t First, std::size_t Last, std::size_t Low,
+                         std::size_t High) const {
     const TVLine2D Edge(FPoints[First], FPoints[Last]);
     std::size_t Farthest = First;
     double Most = FEps;
-    for (std::size_t I = First + 1; I < Last; ++I) {
+    for (std::size_t I = std::max(Low, First + 1); I <= High && I < Last; ++I) {
       const double Dist = Edge.SegmentDistanceTo(FPoints[I]);
       if (Dist <= Most) continue;  // a NaN is kept: nothing is known to replace it
       if (std::isnan(Dist)) return I;
@@ -152,6 +173,20 @@ class TDecimator {
       Farthest = I;
     }
     return Farthest;
+  }
+
+  /// The same, of the middle half of the vertices if it has one that is too far, else the one
+  /// nearest to that half.
+  std::size_t FarthestNearMiddle(std::size_t First, std::size_t Last) const {
+    const std::size_t Quarter = (Last - First) / 4;
+    const std::size_t Low = First + Quarter;
+    const std::size_t High = Last - Quarter;
+    std::size_t Kept = FarthestOf(First, Last, Low, High);
+    for (std::size_t Step = 1; Step < Quarter && Kept == First; ++Step) {
+      Kept = FarthestOf(First, Last, Low - Step, Low - Step);
+      if (Kept == First) Kept = FarthestOf(First, Last, High + Step, High + Step);
+    }
+    return Kept;
   }
 
   const std::vector<TPoint2D>& FPoints;

@@ -163,6 +163,18 @@ TEST(TVPolyline2DEdit, SimplifiesADenseCircleToItsChords) {
   }
 }
 
+// The farthest vertex is always one of the first or last: halving there once cost the square.
+TEST(TVPolyline2DEdit, SimplifiesLongZigzags) {
+  TVPolyline2D Zigzag;
+  for (int I = 0; I < 300000; ++I) Zigzag.Add({I * 1.0, I % 4 * 3.0});
+  TVPolyline2D Simplified = Zigzag;
+  Simplified.Simplify(0.01);
+  ASSERT_EQ(Zigzag.Count() / 2, Simplified.Count());  // the turns, not what lies between them
+  for (int I = 1; I + 1 < Simplified.Count(); ++I) {
+    EXPECT_TRUE(Simplified[I].Y == 0.0 || Simplified[I].Y == 9.0);
+  }
+}
+
 TEST(TVPolyline2DEdit, ConnectsWhereEndsMeet) {
   const TVPolyline2D Line{{0, 0}, {1, 0}};
   const struct {
