@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "geometryAlgo/VedaType/Point.h"
+
 namespace tarnalgo {
 
 namespace {
@@ -10,8 +12,9 @@ namespace {
 constexpr double kClearShare = 0.7;
 /// Sine of the angle up to which upright boxes are as good as turned ones.
 constexpr double kUprightSine = 0.01;
-/// Rounding of a turned coordinate, relative to the greatest coordinate: three roundings of 2^-53.
-constexpr double kTurnRounding = 4e-16;
+/// Rounding of a turned coordinate, relative to the sum of both: three roundings of 2^-53, and the
+/// square root of 2 by which turning may make the sum smaller.
+constexpr double kTurnRounding = 5e-16;
 
 }  // namespace
 
@@ -43,12 +46,6 @@ TEdgeTree::TEdgeTree(const std::vector<TPoint2D>& Points, const TPoint2D& Axis)
     }
     FLevels.push_back(std::move(Upper));
     FQuadrants.push_back(std::move(UpperQuadrants));
-  }
-  if (FAxis == DcsX) return;  // exact: an upright tree takes coordinates as they are
-  for (const TPoint2D& P : Points) {
-    // Infinite coordinates do not round; a slack of theirs would reach from every edge to all.
-    const double Slack = kTurnRounding * std::abs(P.X) + kTurnRounding * std::abs(P.Y);
-    if (std::isfinite(Slack)) FSlack = std::max(FSlack, Slack);
   }
 }
 
@@ -94,9 +91,26 @@ TEdgeTree::TBox TEdgeTree::EdgeBox(int I) const {
   if (Upright.StartPoint == Upright.EndPoint && I != FPlaceEdge) {
     return {};  // exact: the neighbours have the place as their end
   }
+  if (!TPoint2DUtils::IsFinite(Upright.StartPoint) || !TPoint2DUtils::IsFinite(Upright.EndPoint)) {
+    return {};
+  }
   const auto [P, Q] = TurnedEdge(I);
-  if (std::isnan(P.X) || std::isnan(P.Y) || std::isnan(Q.X) || std::isnan(Q.Y)) return {};
-  return {std::min(P.X, Q.X), std::max(P.X, Q.X), std::min(P.Y, Q.Y), std::max(P.Y, Q.Y)};
+  const TBox Box{std::min(P.X, Q.X), std::max(P.X, Q.X), std::min(P.Y, Q.Y), std::max(P.Y, Q.Y)};
+  if (FAxis == DcsX) return Box;  // exact: nothing was turned
+  // Each edge has the slack of its own coordinates: one far away must not make all neighbours.
+  const double Slack = kTurnRounding * (std::max(std::abs(Box.Left), std::abs(Box.Right)) +
+                                        std::max(std::abs(Box.Bottom), std::abs(Box.Top)));
+  return {Box.Left - Slack, Box.Right + Slack, Box.Bottom - Slack, Box.Top + Slack};
+}
+
+int TEdgeTree::FirstEdge(int Level, int Index) const {
+  for (; Level > 0; --Level) {
+    Index *= kBranches;
+    while (Node(Level - 1, Index).IsEmpty()) ++Index;
+  }
+  int I = Index * kLeafEdges;
+  while (EdgeBox(I).IsEmpty()) ++I;
+  return I;
 }
 
 TEdgeTree::TQuadrants TEdgeTree::QuadrantsOf(int I) const {

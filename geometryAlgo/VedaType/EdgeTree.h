@@ -26,8 +26,8 @@ inline bool IsNearBoxOf(const TVLine2D& Edge, const TPoint2D& P, double Reach) {
 ///
 /// Neighbouring edges lie near each other, so the boxes are taken over runs of edges in their
 /// order: nothing is sorted and memory is a quarter of the points. Visitors answer true to stop; a
-/// visit answers whether it was stopped. Edges with a NaN are never visited; a single point is one
-/// edge of no length.
+/// visit answers whether it was stopped. Edges that are not finite are never visited; a single
+/// point is one edge of no length.
 /// Ownership: refers to the points, which must outlive the tree unchanged.
 /// Cost: construction O(n). A visit touches what the boxes cannot tell apart: O(log n + hits) for a
 /// point, O(n + m + hits) for the pairs of contours as they occur.
@@ -57,20 +57,23 @@ class TEdgeTree {
   bool VisitRay(const TPoint2D& P, TVisitor Visit) const {
     return VisitBox({P.X, kEndless, P.Y, P.Y}, 0.0, Visit);
   }
-  /// Pairs (edge of this tree, edge of `Other`) whose boxes lie within `Eps`, each once. Both trees
-  /// have the same axis.
+  /// Pairs (edge of this tree, edge of `Other`) whose boxes lie within `Eps`, each once. Runs that
+  /// lie in one place together, nowhere `Eps` apart, are visited by their first edges alone: heaps
+  /// of vertices in one place do not cost their square. Both trees have the same axis.
   template <class TVisitor>
   bool VisitPairs(const TEdgeTree& Other, double Eps, TVisitor Visit) const {
     if (FEdgeCount == 0 || Other.FEdgeCount == 0) return false;
-    return PairNodes(TopLevel(), 0, Other, Other.TopLevel(), 0, Eps + FSlack + Other.FSlack, Visit);
+    return PairNodes(TopLevel(), 0, Other, Other.TopLevel(), 0, Eps, Visit);
   }
   /// Pairs of edges of this tree whose boxes lie within `Eps`, the smaller number first, each once.
   /// Left out are pairs within runs that go into one quadrant only: such a run does not come back
-  /// to itself, its edges share no more than the vertices between them.
+  /// to itself, its edges share no more than the vertices between them. Pairs within a run that
+  /// lies in one place, nowhere `Eps` apart, are left out too; two such runs are visited as by
+  /// `VisitPairs`.
   template <class TVisitor>
   bool VisitOwnPairs(double Eps, TVisitor Visit) const {
     if (FEdgeCount == 0) return false;
-    return PairWithin(TopLevel(), 0, Eps + 2.0 * FSlack, Visit);
+    return PairWithin(TopLevel(), 0, Eps, Visit);
   }
 
  private:
@@ -84,10 +87,19 @@ class TEdgeTree {
     double Bottom = kEndless;
     double Top = -kEndless;
 
+    /// Empty boxes, and a tolerance that is no number, are apart from everything.
     bool IsApart(const TBox& Other, double Eps) const {
-      return Left > Other.Right + Eps || Other.Left > Right + Eps || Bottom > Other.Top + Eps ||
-             Other.Bottom > Top + Eps;
+      return !(Left <= Other.Right + Eps && Other.Left <= Right + Eps &&
+               Bottom <= Other.Top + Eps && Other.Bottom <= Top + Eps);
     }
+    /// No two points of the two boxes are more than `Eps` apart; neither box is empty.
+    bool IsOnePlaceWith(const TBox& Other, double Eps) const {
+      const double Width = std::max(Right, Other.Right) - std::min(Left, Other.Left);
+      if (!(Width <= Eps)) return false;
+      const double Height = std::max(Top, Other.Top) - std::min(Bottom, Other.Bottom);
+      return Height <= Eps && Width * Width + Height * Height <= Eps * Eps;
+    }
+    bool IsEmpty() const { return !(Left <= Right); }
     void Expand(const TBox& Other);
   };
   /// Quadrants, as bits, into which a direction points; on an axis into two, without length into
@@ -106,6 +118,8 @@ class TEdgeTree {
     return std::min((Index + 1) * kBranches, NodeCount(Level - 1));
   }
   int EndOfEdges(int Leaf) const { return std::min((Leaf + 1) * kLeafEdges, FEdgeCount); }
+  /// The first edge of a run whose box is not empty.
+  int FirstEdge(int Level, int Index) const;
   TVLine2D TurnedEdge(int I) const;
   TBox EdgeBox(int I) const;
   TQuadrants QuadrantsOf(int I) const;
@@ -115,7 +129,7 @@ class TEdgeTree {
 
   template <class TVisitor>
   bool VisitBox(const TBox& Box, double Eps, TVisitor& Visit) const {
-    return FEdgeCount > 0 && VisitNode(TopLevel(), 0, Box, Eps + FSlack, Visit);
+    return FEdgeCount > 0 && VisitNode(TopLevel(), 0, Box, Eps, Visit);
   }
 
   template <class TVisitor>
@@ -136,7 +150,12 @@ class TEdgeTree {
   template <class TVisitor>
   bool PairNodes(int Level, int Index, const TEdgeTree& Other, int OtherLevel, int OtherIndex,
                  double Eps, TVisitor& Visit) const {
-    if (Node(Level, Index).IsApart(Other.Node(OtherLevel, OtherIndex), Eps)) return false;
+    const TBox& Box = Node(Level, Index);
+    const TBox& OtherBox = Other.Node(OtherLevel, OtherIndex);
+    if (Box.IsApart(OtherBox, Eps)) return false;
+    if (Box.IsOnePlaceWith(OtherBox, Eps)) {
+      return Visit(FirstEdge(Level, Index), Other.FirstEdge(OtherLevel, OtherIndex));
+    }
     if (Level == 0 && OtherLevel == 0) return PairLeaves(Index, Other, OtherIndex, Eps, Visit);
     if (Level >= OtherLevel) {
       for (int Child = Index * kBranches; Child < EndOfChildren(Level, Index); ++Child) {
@@ -162,6 +181,10 @@ class TEdgeTree {
     for (int I = Leaf * kLeafEdges; I < EndOfEdges(Leaf); ++I) {
       const TBox Box = EdgeBox(I);
       if (Box.IsApart(Other.Node(0, OtherLeaf), Eps)) continue;
+      if (Box.IsOnePlaceWith(Other.Node(0, OtherLeaf), Eps)) {
+        if (Visit(I, Other.FirstEdge(0, OtherLeaf))) return true;
+        continue;
+      }
       for (int J = 0; J < Count; ++J) {
         if (!Box.IsApart(OtherBoxes[static_cast<std::size_t>(J)], Eps) && Visit(I, First + J)) {
           return true;
@@ -173,7 +196,8 @@ class TEdgeTree {
 
   template <class TVisitor>
   bool PairWithin(int Level, int Index, double Eps, TVisitor& Visit) const {
-    if (IsMonotone(Level, Index)) return false;
+    const TBox& Whole = Node(Level, Index);
+    if (IsMonotone(Level, Index) || Whole.IsOnePlaceWith(Whole, Eps)) return false;
     if (Level == 0) {
       const int End = EndOfEdges(Index);
       for (int I = Index * kLeafEdges; I < End; ++I) {
@@ -196,7 +220,6 @@ class TEdgeTree {
 
   const std::vector<TPoint2D>& FPoints;
   TPoint2D FAxis;
-  double FSlack = 0.0;  // length: rounding of coordinates turned into the axis
   int FEdgeCount = 0;
   int FPlaceEdge = -1;  // the edge without length that stands for all, −1 for none
   std::vector<std::vector<TBox>> FLevels;  // runs of kLeafEdges edges, runs of kBranches runs, ...

@@ -230,9 +230,10 @@ class TVPolyline2D : public TVPoint2DList {
 
   /// Everything this polyline has in common with the other, appended to the lists in the order in
   /// which this polyline runs: the single points into `Points`, the stretches where edges run along
-  /// each other into `Lines`, directed as this polyline, one for each pair of edges. Each place is
-  /// reported once, however many edges meet there, and no point that lies on a stretch. True when
-  /// anything was found.
+  /// each other into `Lines`, directed as this polyline. Each place is reported once, however many
+  /// edges meet there, and no point that lies on a stretch. Each pair of edges has its own stretch,
+  /// but of several with exactly the same two ends, where edges are run more than once, there is
+  /// only the first. True when anything was found.
   /// Ties: a vertex within `Eps` of a crossing is reported itself, bit for bit.
   bool CrossWith(const TVLine2D& Line, std::vector<TPoint2D>& Points, std::vector<TVLine2D>& Lines,
                  double Eps = kLinearTolerance) const;
@@ -291,7 +292,8 @@ class TVPolyline2D : public TVPoint2DList {
   /// tolerances than `CollinearSmooth`: it keeps the shape with fewer and better vertices. The
   /// first and the last point stay, and the vertex of a closed polyline farthest from them.
   /// Ties: the first of several farthest vertices.
-  /// Cost: O(n log n) for contours as they occur, O(n times vertices kept) at worst.
+  /// Cost: O(n log n) for contours as they occur. Long zigzags keep to it too: the farthest vertex
+  /// of the middle is as good there.
   void Simplify(double Eps = kLinearTolerance);
   /// Joins `Other` on where an end of it meets an end of this polyline within `Eps`; true when it
   /// did. The joint keeps this polyline's point. Tried in this order: its start at this end, its
@@ -307,7 +309,7 @@ class TVPolyline2D : public TVPoint2DList {
 
   /// The same vertices in the same order within `Eps`. Where a closed polyline begins does not
   /// matter. `IsEqualToReverse` compares with the reversed other polyline.
-  /// Cost: O(n), times the visits of a closed polyline to its first point.
+  /// Cost: O(n), times the visits of a closed polyline to its first point at worst.
   bool IsEqualTo(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
   bool IsEqualToReverse(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
   /// The ring is a rectangle, at any angle and in either sense: four corners, diagonals that halve
@@ -354,9 +356,9 @@ using enum TRepeatKind;
 
 /// A list of polylines that it owns (`TObjectList`).
 ///
-/// The operations that join work in place: the first polyline of a chain, in the order of the list,
-/// takes over the points of the others and keeps its place and direction; the others leave the
-/// list. A chain whose ends meet becomes a ring, closed exactly. Closed polylines and those of
+/// The operations that join work in place: the first polyline of a chain, in the order of the
+/// list, takes over the points of the others and keeps its place and direction; the others leave
+/// the list. A chain whose ends meet becomes a ring, closed exactly. Closed polylines and those of
 /// fewer than two points stay as they are. Each answers the number of polylines that left.
 class TVPolyline2DList : public TVGeometry2DList<TVPolyline2D> {
  public:
@@ -378,7 +380,7 @@ class TVPolyline2DList : public TVGeometry2DList<TVPolyline2D> {
   double DistanceTo(const TPoint2D& P) const;
   /// Deletes polylines that repeat an earlier one (`IsEqualTo`, `IsEqualToReverse`); the number
   /// deleted.
-  /// Cost: O(n) in the points of all, as long as few different polylines share a box corner.
+  /// Cost: O(n) in the points of all, as long as few different polylines have the same box.
   int DeleteRepeat(TRepeatKind Kind = rkAnyDirection, double Eps = kLinearTolerance);
   /// Joins polylines whose ends meet within `Eps`, in the order of the list: each end takes the
   /// first free end before it.

@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include "geometryAlgo/VedaType/EdgeTree.h"
 #include "geometryAlgo/VedaType/PlaceIndex.h"
+#include "geometryAlgo/VedaType/Point.h"
 #include "geometryAlgo/VedaType/Polyline.h"
 #include "host/Cadutils.h"
 
@@ -78,14 +80,74 @@ bool ComesFirst(const TMeeting& A, const TMeeting& B) {
   return A.From.Param2 < B.From.Param2;
 }
 
+/// The ends of a meeting, whichever way it runs: −1, 0, 1.
+int CompareEnds(const TMeeting& A, const TMeeting& B) {
+  const auto InOrder = [](const TMeeting& M) {
+    return TPoint2DUtils::CompareByXY(M.From.Point, M.To.Point) <= 0
+               ? std::pair(M.From.Point, M.To.Point)
+               : std::pair(M.To.Point, M.From.Point);
+  };
+  const auto [LowOfA, HighOfA] = InOrder(A);
+  const auto [LowOfB, HighOfB] = InOrder(B);
+  if (const int Sign = TPoint2DUtils::CompareByXY(LowOfA, LowOfB)) return Sign;
+  return TPoint2DUtils::CompareByXY(HighOfA, HighOfB);
+}
+
+/// Meetings with the same ends are copies; the first along the polyline stands for them.
+struct TMeetingOrder {
+  static bool IsLess(const TMeeting& A, const TMeeting& B) {
+    const int Sign = CompareEnds(A, B);
+    return Sign != 0 ? Sign < 0 : ComesFirst(A, B);
+  }
+  static bool AreCopies(const TMeeting& A, const TMeeting& B) { return CompareEnds(A, B) == 0; }
+};
+
+struct TParamOrder {
+  static bool IsLess(double A, double B) { return A < B; }
+  static bool AreCopies(double A, double B) { return A == B; }  // exact: the very same place
+};
+
+/// A list to which the same values may be added by the million: an edge run back and forth a
+/// thousand times meets another such edge a million times, in one place. Takes memory for the
+/// different values only.
+template <class T, class TOrder>
+class TCopyFreeList {
+ public:
+  void Add(const T& Value) {
+    if (FItems.size() >= FLimit) DropCopies();
+    FItems.push_back(Value);
+  }
+  /// The different values in their order.
+  std::vector<T> Take() {
+    DropCopies();
+    return std::move(FItems);
+  }
+
+ private:
+  static constexpr std::size_t kLeastLimit = 4096;
+
+  void DropCopies() {
+    std::sort(FItems.begin(), FItems.end(), TOrder::IsLess);
+    FItems.erase(std::unique(FItems.begin(), FItems.end(), TOrder::AreCopies), FItems.end());
+    FLimit = std::max(kLeastLimit, 2 * FItems.size());
+  }
+
+  std::vector<T> FItems;
+  std::size_t FLimit = kLeastLimit;
+};
+
 /// Everything two polylines have in common, in the order of the first one.
 class TMeetingCollector {
  public:
   TMeetingCollector(const TVPolyline2D& A, const TVPolyline2D& B, double Eps) {
-    VisitMeetings(A.Points(), B.Points(), Eps, [this](const TMeeting& Meeting) {
-      (Meeting.IsStretch ? FStretches : FPlaces).push_back(Meeting);
+    TCopyFreeList<TMeeting, TMeetingOrder> Places;
+    TCopyFreeList<TMeeting, TMeetingOrder> Stretches;
+    VisitMeetings(A.Points(), B.Points(), Eps, [&](const TMeeting& Meeting) {
+      (Meeting.IsStretch ? Stretches : Places).Add(Meeting);
       return false;
     });
+    FPlaces = Places.Take();
+    FStretches = Stretches.Take();
     std::stable_sort(FStretches.begin(), FStretches.end(), ComesFirst);
     std::stable_sort(FPlaces.begin(), FPlaces.end(), ComesFirst);
     DropPlacesOfStretches(Eps);
@@ -197,18 +259,22 @@ class TRegionRelation {
 
   /// Between two neighbouring cuts a ring does not come near the other one, or runs along it.
   void CollectCuts() {
-    FCutsOfA = {0.0, static_cast<double>(FRingOfA.size()) - 1.0};
-    FCutsOfB = {0.0, static_cast<double>(FRingOfB.size()) - 1.0};
-    VisitMeetings(FRingOfA, FRingOfB, FEps, [this](const TMeeting& Meeting) {
-      FCutsOfA.insert(FCutsOfA.end(), {Meeting.From.Param1, Meeting.To.Param1});
-      FCutsOfB.insert(FCutsOfB.end(), {Meeting.From.Param2, Meeting.To.Param2});
+    TCopyFreeList<double, TParamOrder> CutsOfA;
+    TCopyFreeList<double, TParamOrder> CutsOfB;
+    for (const double End : {0.0, 1.0}) {
+      CutsOfA.Add(End * (static_cast<double>(FRingOfA.size()) - 1.0));
+      CutsOfB.Add(End * (static_cast<double>(FRingOfB.size()) - 1.0));
+    }
+    VisitMeetings(FRingOfA, FRingOfB, FEps, [&](const TMeeting& Meeting) {
+      for (const TIntersectPoint2D* Place : {&Meeting.From, &Meeting.To}) {
+        CutsOfA.Add(Place->Param1);
+        CutsOfB.Add(Place->Param2);
+      }
       FTouches = true;
       return false;
     });
-    for (std::vector<double>* Cuts : {&FCutsOfA, &FCutsOfB}) {
-      std::sort(Cuts->begin(), Cuts->end());
-      Cuts->erase(std::unique(Cuts->begin(), Cuts->end()), Cuts->end());
-    }
+    FCutsOfA = CutsOfA.Take();
+    FCutsOfB = CutsOfB.Take();
   }
 
   TSides FindSides(const std::vector<TPoint2D>& Ring, const std::vector<double>& Cuts,

@@ -38,7 +38,7 @@ TVPolyline2D Hatch(int Lines, double Length, double Step) {
 /// All that two polylines of the grid have in common, exactly.
 struct TExpected {
   std::set<test::TGridPlace> Places;
-  std::vector<test::TGridSegment> Stretches;
+  std::vector<test::TGridSegment> Stretches;  // each once
 
   TExpected(const TVPolyline2D& A, const TVPolyline2D& B) {
     for (const auto& S : test::GridEdges(A.Points())) {
@@ -48,6 +48,8 @@ struct TExpected {
         if (Meeting.Stretch) Stretches.push_back(*Meeting.Stretch);
       }
     }
+    std::sort(Stretches.begin(), Stretches.end());
+    Stretches.erase(std::unique(Stretches.begin(), Stretches.end()), Stretches.end());
     std::erase_if(Places, [this](const test::TGridPlace& Place) {
       return std::any_of(Stretches.begin(), Stretches.end(),
                          [&](const test::TGridSegment& S) { return test::IsOnSegment(Place, S); });
@@ -378,6 +380,51 @@ TEST(TVPolyline2DCross, TrimsEndsThatOvershoot) {
     EXPECT_EQ(!Case.After.empty(), Contour.Trim(Case.MaxTail));
     EXPECT_EQ(Case.After.empty() ? Case.Before.Points() : Case.After, Contour.Points());
   }
+}
+
+// Every pair of edges meets: they once cost their square, in time and in memory.
+TEST(TVPolyline2DCross, HeapsOfVerticesAreOnePlace) {
+  std::mt19937 Random(16);
+  TVPolyline2D A{{-5, 0}};
+  TVPolyline2D B{{0, -5}};
+  for (int I = 0; I < 50000; ++I) {
+    A.Add(test::RandomPoint(Random, 0, 5e-7));
+    B.Add(test::RandomPoint(Random, 0, 5e-7));
+  }
+  A.Add({0, 5});
+  B.Add({5, 0});
+  TPoints Points;
+  TLines Lines;
+  EXPECT_TRUE(A.CrossWith(B, Points, Lines));
+  EXPECT_EQ(1U, Points.size());
+  EXPECT_TRUE(Lines.empty());
+  EXPECT_FALSE(A.IsSelfIntersect());
+  EXPECT_EQ(srCross, A.RelationWith(B));
+  Points.clear();  // a tolerance that holds everything makes one place of everything
+  EXPECT_TRUE(A.CrossWith(B, Points, Lines, std::numeric_limits<double>::infinity()));
+  EXPECT_EQ(1U, Points.size());
+  EXPECT_FALSE(A.IsCrossWith(B, std::nan("")));  // no tolerance holds nothing
+}
+
+TEST(TVPolyline2DCross, EdgesRunManyTimesOverAreReportedOnce) {
+  TVPolyline2D A;
+  TVPolyline2D Across;
+  TVPolyline2D Along;
+  for (int I = 0; I < 600; ++I) {
+    A.Add({I % 2 * 10.0, 0});
+    Across.Add({5, I % 2 * 10.0 - 5.0});
+    Along.Add({12.0 - I % 2 * 10.0, 0});
+  }
+  TPoints Points;
+  TLines Lines;
+  EXPECT_TRUE(A.CrossWith(Across, Points, Lines));
+  EXPECT_EQ((TPoints{{5, 0}}), Points);
+  EXPECT_TRUE(Lines.empty());
+  EXPECT_TRUE(A.CrossWith(Along, Points, Lines));
+  EXPECT_EQ(1U, Points.size());
+  ASSERT_EQ(1U, Lines.size());  // directed as the first run
+  EXPECT_EQ(TPoint2D(2, 0), Lines[0].StartPoint);
+  EXPECT_EQ(TPoint2D(10, 0), Lines[0].EndPoint);
 }
 
 TEST(TVPolyline2DCross, SurvivesAnything) {

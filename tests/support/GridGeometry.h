@@ -27,6 +27,8 @@ struct TGridPoint {
 struct TGridSegment {
   TGridPoint A;
   TGridPoint B;
+
+  friend auto operator<=>(const TGridSegment&, const TGridSegment&) = default;
 };
 
 inline std::int64_t Turn(const TGridPoint& A, const TGridPoint& B, const TGridPoint& C) {
