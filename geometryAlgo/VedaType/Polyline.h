@@ -265,15 +265,16 @@ class TVPolyline2D : public TVPoint2DList {
   TShapeRelation RelationWithPoint(const TPoint2D& P, double Eps = kLinearTolerance) const;
   /// Where the region of `Other` lies, `Other` being the subject: `srEqual` the same ring, whatever
   /// its vertices; `srContained` in this region, `srContain` around it, both also where the rings
-  /// touch or share edges; `srOn` without area on this ring; `srDeviate` more than `Eps` apart, or
-  /// one of them empty; otherwise `srCross`, a mere touch from outside included, as with boxes.
-  /// Regions are meant to be free of self-intersections.
+  /// touch or share edges; `srOn` where only the rings meet, touching from outside, and without
+  /// area on this ring; `srDeviate` more than `Eps` apart, or one of them empty; otherwise
+  /// `srCross`. Regions are meant to be free of self-intersections. What is no wider than `Eps` has
+  /// no inside: two strokes that meet, even across each other, are `srOn`.
   /// Cost: as above, times O(log n) for each common place.
   TShapeRelation RelationWith(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
   /// Cuts off the ends of an open polyline that overshoot: where it crosses or touches itself, the
-  /// loop is kept, closed exactly, and the two tails are dropped. Of several loops the one that
-  /// drops least; no tail longer than `MaxTail` is dropped. False, nothing changed, when there is
-  /// no such loop or the polyline is closed already.
+  /// loop is kept, closed exactly, and the two tails are dropped. Of
+  /// several loops the one that drops least; no tail longer than `MaxTail` is dropped. False,
+  /// nothing changed, when there is no such loop or the polyline is closed already.
   bool Trim(double MaxTail = kStartOfMinimum, double Eps = kLinearTolerance);
 
   // --- Edits (PolylineEdit.cpp) ---

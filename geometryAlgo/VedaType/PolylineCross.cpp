@@ -237,7 +237,8 @@ class TRegionRelation {
     if (SidesOfA.IsCut()) return srCross;
     if (SidesOfB.HasIn) return srContained;
     if (SidesOfA.HasIn) return srContain;
-    if (SidesOfB.HasOut && SidesOfA.HasOut) return FTouches ? srCross : srDeviate;
+    // No part of either ring lies inside the other region, so nor does any of the other's inside.
+    if (SidesOfB.HasOut && SidesOfA.HasOut) return FTouches ? srOn : srDeviate;
     if (SidesOfB.HasOut) return srContain;  // A runs on the outline of B
     return SidesOfA.HasOut ? srOn : srEqual;
   }
@@ -280,33 +281,52 @@ class TRegionRelation {
   TSides FindSides(const std::vector<TPoint2D>& Ring, const std::vector<double>& Cuts,
                    const TEdgeTree& Other) const {
     TSides Sides;
-    const auto Look = [&](const TPoint2D& P) {
-      const TShapeRelation Relation = RelationWithRing(Other, P, FEps);
+    const auto Look = [&](const TShapeRelation Relation) {
       Sides.HasIn |= Relation == srIn;
       Sides.HasOut |= Relation == srOut;
     };
-    if (Ring.size() == 1) Look(Ring.front());
+    if (Ring.size() == 1) Look(RelationWithRing(Other, Ring.front(), FEps));
     for (std::size_t I = 1; I < Cuts.size() && !Sides.IsCut(); ++I) {
-      Look(MiddleOfPart(Ring, Cuts[I - 1], Cuts[I]));
+      Look(SideOfPart(Ring, Cuts[I - 1], Cuts[I], Other));
     }
     return Sides;
   }
 
-  /// The middle of the longest edge, or piece of an edge, between two parameters: the place of the
-  /// part that is surest to be far from its ends.
-  static TPoint2D MiddleOfPart(const std::vector<TPoint2D>& Ring, double From, double To) {
+  /// The side of the part between two parameters: told by the middle of its longest piece, the
+  /// place that is surest to be far from its ends. A long piece may run along the other ring and
+  /// a short one leave it; where the longest tells nothing any other may tell.
+  TShapeRelation SideOfPart(const std::vector<TPoint2D>& Ring, double From, double To,
+                            const TEdgeTree& Other) const {
     double Longest = -1.0;
-    TPoint2D Middle = Ring[static_cast<std::size_t>(From)];
+    TPoint2D MiddleOfLongest = Ring[static_cast<std::size_t>(From)];
+    VisitPieces(Ring, From, To, [&](const TVLine2D& Piece) {
+      const double Length = Piece.Length();
+      if (!(Length > Longest)) return false;
+      Longest = Length;
+      MiddleOfLongest = Piece.Center();
+      return false;
+    });
+    TShapeRelation Side = RelationWithRing(Other, MiddleOfLongest, FEps);
+    if (Side != srOn) return Side;
+    VisitPieces(Ring, From, To, [&](const TVLine2D& Piece) {
+      Side = RelationWithRing(Other, Piece.Center(), FEps);
+      return Side != srOn;
+    });
+    return Side;
+  }
+
+  /// Calls `Visit(Piece)` for the edges, the first and the last one cut, between two parameters
+  /// until it answers true.
+  template <class TVisitor>
+  static void VisitPieces(const std::vector<TPoint2D>& Ring, double From, double To,
+                          TVisitor Visit) {
     for (auto I = static_cast<std::size_t>(From); I + 1 < Ring.size(); ++I) {
       const double Start = std::max(From - static_cast<double>(I), 0.0);
       const double End = std::min(To - static_cast<double>(I), 1.0);
-      if (!(Start < End)) break;
-      const double Length = (End - Start) * Ring[I].DistanceTo(Ring[I + 1]);
-      if (!(Length > Longest)) continue;
-      Longest = Length;
-      Middle = Lerp(Ring[I], Ring[I + 1], 0.5 * (Start + End));
+      if (!(Start < End)) return;
+      const TVLine2D Edge(Ring[I], Ring[I + 1]);
+      if (Visit(TVLine2D(Edge.EvalPoint(Start), Edge.EvalPoint(End)))) return;
     }
-    return Middle;
   }
 
   std::vector<TPoint2D> FRingOfA;

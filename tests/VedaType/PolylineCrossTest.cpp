@@ -286,10 +286,23 @@ TEST(TVPolyline2DCross, NamesTheRelationOfTwoRegions) {
       {"inside, sharing a side", TVPolyline2D(TVRect2D({0, 2}, {4, 4})), srContained, srContain},
       {"inside, corners on the sides", {{5, 0}, {10, 5}, {5, 10}, {0, 5}}, srContained, srContain},
       {"apart", TVPolyline2D(TVRect2D({12, 0}, {14, 4})), srDeviate, srDeviate},
-      {"touching along a side", TVPolyline2D(TVRect2D({10, 2}, {14, 4})), srCross, srCross},
-      {"touching with a corner", {{10, 5}, {14, 4}, {14, 6}}, srCross, srCross},
+      {"touching along a side", TVPolyline2D(TVRect2D({10, 2}, {14, 4})), srOn, srOn},
+      {"touching along all of a side", TVPolyline2D(TVRect2D({10, 0}, {14, 10})), srOn, srOn},
+      {"touching with a corner", {{10, 5}, {14, 4}, {14, 6}}, srOn, srOn},
+      {"touching with both ends of a bay", {{0, 0}, {-5, 5}, {0, 10}, {-9, 5}}, srOn, srOn},
+      {"short of touching", TVPolyline2D(TVRect2D({10 + 9e-7, 2}, {14, 4})), srOn, srOn},
+      {"too short of it", TVPolyline2D(TVRect2D({10 + 2e-6, 2}, {14, 4})), srDeviate, srDeviate},
+      {"a little past touching", TVPolyline2D(TVRect2D({10 - 9e-7, 2}, {14, 4})), srOn, srOn},
+      {"past it", TVPolyline2D(TVRect2D({10 - 2e-6, 2}, {14, 4})), srCross, srCross},
+      {"a line from outside that ends on a side", {{10, 5}, {15, 5}}, srOn, srOn},
+      {"a line through", {{-5, 5}, {15, 5}}, srCross, srCross},
       {"crossing", TVPolyline2D(TVRect2D({5, 5}, {14, 14})), srCross, srCross},
       {"crossing like a plus", TVPolyline2D(TVRect2D({-5, 4}, {15, 6})), srCross, srCross},
+      // The long edge leaves the side by no more than the tolerance up to its middle.
+      {"inside, only the short edges clear of the sides",
+       {{0, 0}, {9.9, 1.9e-6}, {9, 3}},
+       srContained,
+       srContain},
       {"a line inside", {{2, 2}, {4, 4}}, srContained, srContain},
       {"a line on a side", {{2, 0}, {4, 0}}, srOn, srContain},
       {"a point inside", {{2, 2}}, srContained, srContain},
@@ -335,7 +348,8 @@ TEST(TVPolyline2DCross, RelationAgreesWithTheAreasOfBooleanOperations) {
     RingOfB.Add(B.First());
     const TExpected Meetings(RingOfA, RingOfB);
     const bool Meets = !Meetings.Places.empty() || !Meetings.Stretches.empty();
-    TShapeRelation Expected = Meets ? srCross : srDeviate;
+    TShapeRelation Expected = Meets ? srOn : srDeviate;
+    if (Common > 1e-4) Expected = srCross;
     if (HoldsA && HoldsB) {
       Expected = srEqual;
     } else if (HoldsA || HoldsB) {
@@ -344,7 +358,7 @@ TEST(TVPolyline2DCross, RelationAgreesWithTheAreasOfBooleanOperations) {
     EXPECT_EQ(Expected, A.RelationWith(B)) << A.ToString() << " and " << B.ToString();
     ++Seen[Expected];
   }
-  for (const TShapeRelation Each : {srContain, srContained, srCross, srDeviate}) {
+  for (const TShapeRelation Each : {srContain, srContained, srCross, srDeviate, srOn}) {
     EXPECT_GT(Seen[Each], 5);
   }
 }
@@ -399,7 +413,7 @@ TEST(TVPolyline2DCross, HeapsOfVerticesAreOnePlace) {
   EXPECT_EQ(1U, Points.size());
   EXPECT_TRUE(Lines.empty());
   EXPECT_FALSE(A.IsSelfIntersect());
-  EXPECT_EQ(srCross, A.RelationWith(B));
+  EXPECT_EQ(srOn, A.RelationWith(B));
   Points.clear();  // a tolerance that holds everything makes one place of everything
   EXPECT_TRUE(A.CrossWith(B, Points, Lines, std::numeric_limits<double>::infinity()));
   EXPECT_EQ(1U, Points.size());
