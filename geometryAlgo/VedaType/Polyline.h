@@ -271,8 +271,8 @@ class TVPolyline2D : public TVPoint2DList {
   /// no inside: two strokes that meet, even across each other, are `srOn`.
   /// Cost: as above, times O(log n) for each common place.
   TShapeRelation RelationWith(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
-  /// Cuts off the ends of an open polyline that overshoot: where it crosses or touches itself, the
-  /// loop is kept, closed exactly, and the two tails are dropped. Of
+  /// Cuts off the ends of an open polyline that overshoot: where it crosses or touches itself, or
+  /// runs on along itself, the loop is kept, closed exactly, and the two tails are dropped. Of
   /// several loops the one that drops least; no tail longer than `MaxTail` is dropped. False,
   /// nothing changed, when there is no such loop or the polyline is closed already.
   bool Trim(double MaxTail = kStartOfMinimum, double Eps = kLinearTolerance);

@@ -485,7 +485,9 @@ bool TVPolyline2D::Trim(double MaxTail, double Eps) {
   if (IsClosed(Eps)) return false;
   TEndTrimmer Trimmer(VertexLengths(), MaxTail, Eps);
   VisitOwnMeetings(*this, Eps, [&](const TMeeting& Meeting) {
-    if (!Meeting.IsStretch) Trimmer.Offer(Meeting.From);
+    // A tail that runs on along the beginning closes a loop, one that runs back does not.
+    const bool RunsBack = Meeting.IsStretch && Meeting.To.Param2 < Meeting.From.Param2;
+    if (!RunsBack) Trimmer.Offer(Meeting.From);
     return false;
   });
   if (!Trimmer.HasFound()) return false;
