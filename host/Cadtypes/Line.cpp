@@ -184,7 +184,9 @@ bool TLine2D::Cross(const TLine2D& L, TPoint2D& P) const {
   long double T = 0.0L;
   long double OnL = 0.0L;
   if (!CrossingParams(*this, L, T, OnL)) return false;
-  P = PointOfParam(*this, T);
+  const TPoint2D Place = PointOfParam(*this, T);
+  if (!std::isfinite(Place.X) || !std::isfinite(Place.Y)) return false;
+  P = Place;
   return true;
 }
 

@@ -43,7 +43,7 @@ struct TLine2D {
   bool IsOn(const TPoint2D& P, double Tol, double& T) const;
 
   /// Crossing of the two infinite lines; false, `P` untouched, when they are parallel (directions
-  /// within 1e-12) or one has no length. `Intersect(L, P)` is the same operation.
+  /// within 1e-12), one has no length or it is out of range. `Intersect(L, P)` is the same.
   bool Cross(const TLine2D& L, TPoint2D& P) const;
   bool Intersect(const TLine2D& L, TPoint2D& P) const { return Cross(L, P); }
   /// Meeting of the two segments, ends included: 0, 1, or 2 when they overlap along a stretch,
