@@ -1,13 +1,13 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <random>
 #include <vector>
 
 #include "containers/TreeAlgorithm/GeneralSBTree.h"
-#include "host/Cadutils.h"
 
 // The ordered map against the standard multimap: the same keys in the same order.
 
@@ -16,10 +16,7 @@ namespace {
 
 constexpr int kCount = 1000000;
 
-struct TCompareInt {
-  int operator()(int A, int B) const { return CompareExact(A, B); }
-};
-using TTree = TGeneralSBTree<int, int, TCompareInt>;
+using TTree = TGeneralSBTree<int, int, TExactComparer<int>>;
 using TMap = std::multimap<int, int>;
 
 void Put(TTree& Tree, int Key) {

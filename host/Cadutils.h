@@ -10,7 +10,7 @@ namespace tarnalgo {
 /// NaN compares equal to everything.
 template <class T>
 constexpr int CompareExact(const T& A, const T& B) {
-  return A < B ? -1 : (B < A ? 1 : 0);
+  return static_cast<int>(B < A) - static_cast<int>(A < B);  // no branch to guess
 }
 
 /// Comparisons with a tolerance, ranges and cyclic values of the host.

@@ -5,10 +5,26 @@
 #include <utility>
 
 #include "containers/Container/NodePool.h"
+#include "host/Cadutils.h"
 #include "host/Exceptions.h"
 #include "host/tarnds/SBTree.h"
 
 namespace tarnalgo {
+
+/// The order of the keys' own `<`, for keys that have one (`CompareExact`; a NaN equals everything).
+/// The tree turns it into bare comparisons: a descent waits for memory, and how many descents the
+/// processor runs side by side meanwhile depends on how little it has to do at each node.
+template <class K>
+struct TExactComparer {
+  int operator()(const K& A, const K& B) const { return CompareExact(A, B); }
+  static bool AreEqual(const K& A, const K& B) {
+    if constexpr (std::is_integral_v<K>) {
+      return A == B;
+    } else {
+      return !(A < B) && !(B < A);  // not `==`: a NaN
+    }
+  }
+};
 
 /// A node of a `TGeneralSBTree`: one key, one value, and the handle to them.
 ///
@@ -100,7 +116,12 @@ template <class TComparer>
 void TGeneralSBTreeNode<K, V>::Insert(TGeneralSBTreeNode* NewNode, TGeneralSBTreeNode*& Root,
                                       const TComparer& Comparer) {
   TSBTree* const Top = NewNode->InsertInto(this, [&](const TSBTree& Tree) {
-    return Comparer(NewNode->Key, static_cast<const TGeneralSBTreeNode&>(Tree).Key) >= 0;
+    const K& Other = static_cast<const TGeneralSBTreeNode&>(Tree).Key;
+    if constexpr (std::is_same_v<TComparer, TExactComparer<K>>) {
+      return !(NewNode->Key < Other);
+    } else {
+      return Comparer(NewNode->Key, Other) >= 0;
+    }
   });
   // Not written when it stays: the next descent then need not wait for this one to end.
   if (Top != Root) Root = static_cast<TGeneralSBTreeNode*>(Top);
@@ -137,6 +158,12 @@ bool TGeneralSBTree<K, V, TComparer>::Search(const K& Key, V& Value) const {
 template <class K, class V, class TComparer>
 TGeneralSBTreeNode<K, V>* TGeneralSBTree<K, V, TComparer>::SearchNode(const K& Key) const {
   TNode* Node = FRoot;
+  if constexpr (std::is_same_v<TComparer, TExactComparer<K>>) {
+    while (Node != nullptr && !TComparer::AreEqual(Key, Node->Key)) {
+      Node = Key < Node->Key ? Node->Left() : Node->Right();  // computed, not branched to
+    }
+    return Node;
+  }
   while (Node != nullptr) {
     const int Sign = FComparer(Key, Node->Key);
     if (Sign == 0) break;

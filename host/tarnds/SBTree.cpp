@@ -67,8 +67,9 @@ void TSBTree::Maintain(bool RightHeavy, TSBTree*& Root) {
   if (!Top->FParent) Root = Top;
 }
 
-TSBTree* TSBTree::MaintainPath() {
+TSBTree* TSBTree::MaintainMarked(std::uint64_t Marks, TSBTree* Root) {
   TSBTree* Top = this;
+  for (; (Marks & 1) == 0; Marks >>= 1) Top = Top->FParent;
   int Grown = 0;  // the larger of those children of `Top` that can have become too large
   while (TSBTree* const Above = Top->FParent) {
     // The sizes of other nodes follow from those of the path: what is not read need not be cached.
@@ -77,6 +78,9 @@ TSBTree* TSBTree::MaintainPath() {
     if (Grown > Light || IsLopsided(Top->FSize, Light)) {
       NewTop = Above->Turned(Above->FRight == Top);
     }
+    // A mark concerns the parent and the grandparent of its node, a turn the next node up.
+    if (NewTop == Above && Marks == 0) return Root;
+    Marks >>= 1;
     Grown = NewTop == Above ? Top->FSize : std::max(SizeOf(NewTop->FLeft), SizeOf(NewTop->FRight));
     Top = NewTop;
   }

@@ -54,15 +54,13 @@ class TSBTree {
   /// are O(1) amortised.
   void Maintain(bool RightHeavy, TSBTree*& Root);
 
-  /// `Maintain` of every node above this one, which has just been attached. Returns the root.
-  TSBTree* MaintainPath();
-
   /// Inserts this node, a tree of one node, into the tree below `Root` (its top; `nullptr` for an
   /// empty tree) and rebalances. `GoesRight(Node)` tells for each node met whether this one belongs
   /// behind it. Returns the root.
   ///
-  /// The same tree comes out as from counting on the way down, linking and `MaintainPath`, but the
-  /// way back up is spared when the sizes seen on the way down show that nothing has to turn.
+  /// The same tree comes out as from counting on the way down, linking and `Maintain` of every node
+  /// on the way back, but the way back is spared where the sizes seen on the way down show that
+  /// nothing has to turn.
   /// Errors: what `GoesRight` raises; the tree is then as it was.
   /// Cost: O(log n), the calls of `GoesRight` inlined.
   template <class TGoesRight>
@@ -103,7 +101,12 @@ class TSBTree {
 
   /// `Heavy` holds more than twice `Light` and one. A child of the heavy tree is then larger than
   /// the light one, so that `Turned` finds something to do.
-  static bool IsLopsided(int Heavy, int Light) { return Heavy / 2 > Light; }
+  static bool IsLopsided(int Heavy, int Light) { return (Heavy >> 1) > Light; }
+
+  /// Rebalances the path above this node, which has just been attached, where `Marks` (of
+  /// `InsertInto`, this node in the lowest bit) says so and where nodes below have turned. Returns
+  /// the root, `Root` when it stays.
+  TSBTree* MaintainMarked(std::uint64_t Marks, TSBTree* Root);
 
   /// Each step below returns the node that stands on top of this tree afterwards.
   TSBTree* Turned(bool RightHeavy);
@@ -122,40 +125,39 @@ template <class TGoesRight>
 TSBTree* TSBTree::InsertInto(TSBTree* Root, const TGoesRight& GoesRight) {
   if (!Root) return this;
   // Sizes are those after the insertion. A node must not outgrow the sibling of its parent, nor
-  // become lopsided with its own.
-  TSBTree* Tree = Root;
-  TSBTree* Lowest = nullptr;  // the lowest node that does
+  // become lopsided with its own. One bit for each node passed tells whether it does, the last node
+  // in the lowest bit (no tree is 64 high).
+  std::uint64_t Marks = 0;
   int SizeAbove = std::numeric_limits<int>::max();
   int Uncle = SizeAbove;
+  TSBTree* Tree = Root;
+  bool GoneRight = false;
   try {
     for (;;) {
+      // All is computed here, nothing branched to: no guess goes wrong on the way down, and the
+      // processor starts on what follows while this waits for memory.
       const int Size = ++Tree->FSize;
       const int Sibling = SizeAbove - 1 - Size;
-      if (Size > Uncle || IsLopsided(Size, Sibling)) Lowest = Tree;
+      Marks = 2 * Marks + static_cast<unsigned>((Size > Uncle) | IsLopsided(Size, Sibling));
       Uncle = Sibling;
       SizeAbove = Size;
-      // Two branches, not one computed pointer: the processor then guesses the way down.
-      if (GoesRight(std::as_const(*Tree))) {
-        if (!Tree->FRight) {
-          Tree->SetRightChild(this);
-          break;
-        }
-        Tree = Tree->FRight;
-      } else {
-        if (!Tree->FLeft) {
-          Tree->SetLeftChild(this);
-          break;
-        }
-        Tree = Tree->FLeft;
-      }
+      GoneRight = GoesRight(std::as_const(*Tree));
+      TSBTree* const Child = GoneRight ? Tree->FRight : Tree->FLeft;
+      if (!Child) break;
+      Tree = Child;
     }
   } catch (...) {
     for (; Tree != Root; Tree = Tree->FParent) --Tree->FSize;
     --Root->FSize;
     throw;
   }
-  if (Uncle < 1) Lowest = this;
-  return Lowest ? Lowest->MaintainPath() : Root;
+  if (GoneRight) {
+    Tree->SetRightChild(this);
+  } else {
+    Tree->SetLeftChild(this);
+  }
+  Marks = 2 * Marks + (Uncle < 1 ? 1 : 0);
+  return Marks != 0 ? MaintainMarked(Marks, Root) : Root;
 }
 
 /// A node with an unsigned key and a pointer to anything.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -71,6 +72,32 @@ void ExpectSameShape(const TNode* A, const TNode* B) {
   ASSERT_EQ(A->Value, B->Value);
   ExpectSameShape(A->Left(), B->Left());
   ExpectSameShape(A->Right(), B->Right());
+}
+
+// The exact order is compiled apart; it must not show.
+TEST(TGeneralSBTree, ExactOrderGivesTheSameTreeAndAnswers) {
+  std::mt19937 Random(61);
+  TGeneralSBTree<double, int> Tree(
+      [](const double& A, const double& B) { return CompareExact(A, B); });
+  TGeneralSBTree<double, int, TExactComparer<double>> Exact;
+  const double Odd[] = {0.0, -0.0, std::nan(""), HUGE_VAL, -HUGE_VAL, 5e-324};
+  const auto MakeKey = [&] {
+    const int Kind = test::RandomInt(Random, 0, 60);
+    return Kind < 6 ? Odd[Kind] : test::RandomInt(Random, -50, 50);
+  };
+  for (int I = 0; I < 2000; ++I) {
+    const double Key = MakeKey();
+    Tree.Insert(Key, I);
+    Exact.Insert(Key, I);
+    const double Asked = MakeKey();
+    const auto* const Found = Tree.SearchNode(Asked);
+    const auto* const FoundExact = Exact.SearchNode(Asked);
+    ASSERT_EQ(Found != nullptr ? Found->Value : -1, FoundExact != nullptr ? FoundExact->Value : -1);
+    if (I % 3 != 0) continue;
+    Tree.Remove(Asked);
+    Exact.Remove(Asked);
+    ASSERT_EQ(Tree.Count(), Exact.Count());
+  }
 }
 
 TEST(TGeneralSBTree, TakesTheShapeOfMaintenanceAtEveryNodeOfTheWay) {
