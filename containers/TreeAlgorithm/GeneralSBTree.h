@@ -11,7 +11,7 @@
 
 namespace tarnalgo {
 
-/// The order of the keys' own `<`, for keys that have one (`CompareExact`; a NaN equals everything).
+/// The order of the keys' own `<`, for keys that have one (`CompareExact`: a NaN equals anything).
 /// The tree turns it into bare comparisons: a descent waits for memory, and how many descents the
 /// processor runs side by side meanwhile depends on how little it has to do at each node.
 template <class K>
