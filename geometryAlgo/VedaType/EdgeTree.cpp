@@ -10,6 +10,8 @@ namespace {
 
 /// Share of the total length that must run along or across a direction to make boxes follow it.
 constexpr double kClearShare = 0.7;
+/// Edges of a long course that are asked for their direction: enough to tell a clear one.
+constexpr std::size_t kSampledEdges = 4096;
 /// Sine of the angle up to which upright boxes are as good as turned ones.
 constexpr double kUprightSine = 0.01;
 /// Rounding of a turned coordinate, relative to the sum of both: three roundings of 2^-53, and the
@@ -53,7 +55,9 @@ TPoint2D TEdgeTree::HatchAxis(const std::vector<TPoint2D>& Points) {
   // Directions as complex numbers to the fourth power: the four directions of a cross become one.
   TPoint2D Sum;
   double Total = 0.0;
-  for (std::size_t I = 1; I < Points.size(); ++I) {
+  // Odd, so that strokes and the steps between them are both met.
+  const std::size_t Stride = Points.size() / kSampledEdges | 1;
+  for (std::size_t I = 1; I < Points.size(); I += Stride) {
     const TPoint2D V = Points[I] - Points[I - 1];
     const double Length = V.Mag();
     if (!(Length > 0.0) || !std::isfinite(Length)) continue;

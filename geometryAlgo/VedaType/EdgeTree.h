@@ -39,6 +39,7 @@ class TEdgeTree {
 
   /// The direction along or across which most of the length of the edges runs, for long parallel
   /// edges at an angle: a hatch whose upright boxes would all overlap. (1, 0) without a clear one.
+  /// Long courses are sampled.
   static TPoint2D HatchAxis(const std::vector<TPoint2D>& Points);
 
   int EdgeCount() const { return FEdgeCount; }

@@ -93,10 +93,6 @@ double TPoint2DUtils::GetCoor(const TPoint2D& Point, int CoorId) {
   }
 }
 
-bool TPoint2DUtils::IsFinite(const TPoint2D& P) {
-  return std::isfinite(P.X) && std::isfinite(P.Y);
-}
-
 int TPoint2DUtils::CompareByXY(const TPoint2D& A, const TPoint2D& B) {
   if (const int Sign = CompareExact(A.X, B.X)) return Sign;
   return CompareExact(A.Y, B.Y);

@@ -1,5 +1,6 @@
 #pragma once  // geometryAlgo/VedaType/Point.h
 
+#include <cmath>
 #include <concepts>
 #include <cstdint>
 #include <string>
@@ -96,7 +97,7 @@ class TPoint2DUtils {
   static double GetCoor(const TPoint2D& Point, int CoorId);
 
   /// Both coordinates are finite.
-  static bool IsFinite(const TPoint2D& P);
+  static bool IsFinite(const TPoint2D& P) { return std::isfinite(P.X) && std::isfinite(P.Y); }
 
   /// Lexicographic orders by exact signs: X then Y; Y then X. −1, 0 or 1.
   static int CompareByXY(const TPoint2D& A, const TPoint2D& B);

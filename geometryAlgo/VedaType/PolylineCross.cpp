@@ -456,10 +456,15 @@ bool TVPolyline2D::IsCrossWith(const TVPolyline2D& Other, double Eps) const {
 }
 
 bool TVPolyline2D::IsSelfIntersect(double Eps) const {
+  const auto IsFound = [](const TMeeting&) { return true; };
+  const auto AreNear = [Eps](const TPoint2D& P, const TPoint2D& Q) { return P.Equals(Q, Eps); };
+  if (std::adjacent_find(begin(), end(), AreNear) == end()) {
+    return VisitOwnMeetings(*this, Eps, IsFound);
+  }
   // Edges shorter than the tolerance would make the neighbours on both sides of them touch.
   TVPolyline2D Course = *this;
   Course.DeleteNeighbourClosed(Eps);
-  return VisitOwnMeetings(Course, Eps, [](const TMeeting&) { return true; });
+  return VisitOwnMeetings(Course, Eps, IsFound);
 }
 
 TShapeRelation TVPolyline2D::RelationWithPoint(const TPoint2D& P, double Eps) const {
