@@ -56,7 +56,8 @@ class TGeCompositeCurve2D::TLeafWalk {
       const TGeCurve2D* const Member = Level.Curve->GetCurve(Index);
       if (const auto* const Nested = dynamic_cast<const TGeCompositeCurve2D*>(Member)) {
         FOpen.push_back({Nested, 0, Nested->GetCurveCount(), From, To});
-      } else if (!Member->IsEmpty()) {
+        // A member is never null; the analyser takes the failed cast for a hint that it may be.
+      } else if (!Member->IsEmpty()) {  // NOLINT(clang-analyzer-core.CallAndMessage)
         FLeaf = Member;
         FFrom = From;
         FTo = To;
