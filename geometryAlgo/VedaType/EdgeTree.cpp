@@ -30,24 +30,16 @@ TEdgeTree::TEdgeTree(const std::vector<TPoint2D>& Points, const TPoint2D& Axis)
   FPlaceEdge = IsOnePlace ? 0 : -1;
   const std::size_t LeafCount = (static_cast<std::size_t>(FEdgeCount) - 1) / kLeafEdges + 1;
   FLevels.emplace_back(LeafCount);
-  FQuadrants.emplace_back(LeafCount, kAllQuadrants);
   for (int I = 0; I < FEdgeCount; ++I) {
     const auto Leaf = static_cast<std::size_t>(I / kLeafEdges);
     FLevels[0][Leaf].Expand(EdgeBox(I));
-    FQuadrants[0][Leaf] &= QuadrantsOf(I);
   }
   while (FLevels.back().size() > 1) {
     const std::vector<TBox>& Lower = FLevels.back();
-    const std::vector<TQuadrants>& LowerQuadrants = FQuadrants.back();
     const std::size_t UpperCount = (Lower.size() - 1) / kBranches + 1;
     std::vector<TBox> Upper(UpperCount);
-    std::vector<TQuadrants> UpperQuadrants(UpperCount, kAllQuadrants);
-    for (std::size_t I = 0; I < Lower.size(); ++I) {
-      Upper[I / kBranches].Expand(Lower[I]);
-      UpperQuadrants[I / kBranches] &= LowerQuadrants[I];
-    }
+    for (std::size_t I = 0; I < Lower.size(); ++I) Upper[I / kBranches].Expand(Lower[I]);
     FLevels.push_back(std::move(Upper));
-    FQuadrants.push_back(std::move(UpperQuadrants));
   }
 }
 
@@ -115,6 +107,19 @@ int TEdgeTree::FirstEdge(int Level, int Index) const {
   int I = Index * kLeafEdges;
   while (EdgeBox(I).IsEmpty()) ++I;
   return I;
+}
+
+TEdgeTree::TQuadrantLevels TEdgeTree::QuadrantsOfRuns() const {
+  TQuadrantLevels Runs;
+  for (const std::vector<TBox>& Level : FLevels) Runs.emplace_back(Level.size(), kAllQuadrants);
+  for (int I = 0; I < FEdgeCount; ++I) {
+    Runs[0][static_cast<std::size_t>(I / kLeafEdges)] &= QuadrantsOf(I);
+  }
+  for (std::size_t Level = 1; Level < Runs.size(); ++Level) {
+    const std::vector<TQuadrants>& Lower = Runs[Level - 1];
+    for (std::size_t I = 0; I < Lower.size(); ++I) Runs[Level][I / kBranches] &= Lower[I];
+  }
+  return Runs;
 }
 
 TEdgeTree::TQuadrants TEdgeTree::QuadrantsOf(int I) const {

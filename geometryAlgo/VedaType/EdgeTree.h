@@ -74,7 +74,7 @@ class TEdgeTree {
   template <class TVisitor>
   bool VisitOwnPairs(double Eps, TVisitor Visit) const {
     if (FEdgeCount == 0) return false;
-    return PairWithin(TopLevel(), 0, Eps, Visit);
+    return PairWithin(TopLevel(), 0, QuadrantsOfRuns(), Eps, Visit);
   }
 
  private:
@@ -107,6 +107,7 @@ class TEdgeTree {
   /// all.
   using TQuadrants = unsigned char;
   static constexpr TQuadrants kAllQuadrants = 15;
+  using TQuadrantLevels = std::vector<std::vector<TQuadrants>>;
 
   int TopLevel() const { return static_cast<int>(FLevels.size()) - 1; }
   int NodeCount(int Level) const {
@@ -124,9 +125,8 @@ class TEdgeTree {
   TVLine2D TurnedEdge(int I) const;
   TBox EdgeBox(int I) const;
   TQuadrants QuadrantsOf(int I) const;
-  bool IsMonotone(int Level, int Index) const {
-    return FQuadrants[static_cast<std::size_t>(Level)][static_cast<std::size_t>(Index)] != 0;
-  }
+  /// The quadrants common to all edges of each run, none where it is not monotone.
+  TQuadrantLevels QuadrantsOfRuns() const;
 
   template <class TVisitor>
   bool VisitBox(const TBox& Box, double Eps, TVisitor& Visit) const {
@@ -196,9 +196,12 @@ class TEdgeTree {
   }
 
   template <class TVisitor>
-  bool PairWithin(int Level, int Index, double Eps, TVisitor& Visit) const {
+  bool PairWithin(int Level, int Index, const TQuadrantLevels& Quadrants, double Eps,
+                  TVisitor& Visit) const {
+    const bool IsMonotone =
+        Quadrants[static_cast<std::size_t>(Level)][static_cast<std::size_t>(Index)] != 0;
     const TBox& Whole = Node(Level, Index);
-    if (IsMonotone(Level, Index) || Whole.IsOnePlaceWith(Whole, Eps)) return false;
+    if (IsMonotone || Whole.IsOnePlaceWith(Whole, Eps)) return false;
     if (Level == 0) {
       const int End = EndOfEdges(Index);
       for (int I = Index * kLeafEdges; I < End; ++I) {
@@ -211,7 +214,7 @@ class TEdgeTree {
     }
     const int End = EndOfChildren(Level, Index);
     for (int Child = Index * kBranches; Child < End; ++Child) {
-      if (PairWithin(Level - 1, Child, Eps, Visit)) return true;
+      if (PairWithin(Level - 1, Child, Quadrants, Eps, Visit)) return true;
       for (int Next = Child + 1; Next < End; ++Next) {
         if (PairNodes(Level - 1, Child, *this, Level - 1, Next, Eps, Visit)) return true;
       }
@@ -224,7 +227,6 @@ class TEdgeTree {
   int FEdgeCount = 0;
   int FPlaceEdge = -1;  // the edge without length that stands for all, −1 for none
   std::vector<std::vector<TBox>> FLevels;  // runs of kLeafEdges edges, runs of kBranches runs, ...
-  std::vector<std::vector<TQuadrants>> FQuadrants;  // common to all edges of each run
 };
 
 }  // namespace tarnalgo
