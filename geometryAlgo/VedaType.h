@@ -5,6 +5,7 @@
 #include "geometryAlgo/VedaType/DebugText.h"  // texts and files of the debug dumps
 #include "geometryAlgo/VedaType/Enums.h"      // TShapeRelation, TRangeRelation, TDir
 #include "geometryAlgo/VedaType/Geometry.h"   // IVGeometry2D, TVGeometry2DList
+#include "geometryAlgo/VedaType/HPolygon.h"   // TVHPolygon, TVHPolygonList: regions with holes
 #include "geometryAlgo/VedaType/Line.h"       // TVLine2D
 #include "geometryAlgo/VedaType/Point.h"      // TPointL2D, TLWPoint2D, TPoint2DUtils, TDirUtils
 #include "geometryAlgo/VedaType/Polyline.h"   // TVPoint2DList, TVPolyline2D, TVPolyline2DList

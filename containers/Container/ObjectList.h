@@ -106,6 +106,16 @@ class TObjectList {
     Notify(*Item, TListChange::Removed);
     if (FOwnsObjects) delete Item;
   }
+  /// Puts `Item` in the place of the one at `Index`, which is removed first: an owning list frees
+  /// it.
+  /// Ownership: as `Add`.
+  void SetItem(int Index, std::unique_ptr<T> Item) {
+    CheckOwning();
+    CheckItem(Item.get());
+    CheckIndex(Index, Count());
+    Delete(Index);
+    Insert(Index, std::move(Item));
+  }
   /// Removes the first occurrence of `Item`; the position it had, −1 when absent.
   int Remove(const T* Item) {
     const int Index = IndexOf(Item);

@@ -62,8 +62,9 @@ TEST(TObjectList, TellsADerivedClassOfEveryChangeBeforeTheItemIsFreed) {
   List.Insert(0, std::make_unique<TCounted>(2));
   List.Extract(1);
   List.Add(std::make_unique<TCounted>(3));
+  List.SetItem(0, std::make_unique<TCounted>(4));
   List.Clear();
-  EXPECT_EQ("1+2+1x3+3-2-", List.Log);
+  EXPECT_EQ("1+2+1x3+2-4+3-4-", List.Log);
 }
 
 TEST(TObjectList, RefusesBadIndexesAndLeaksNothing) {
