@@ -12,8 +12,11 @@ namespace {
 
 void AppendNumber(std::string& Text, double Value, TDebugDigits Digits) {
   std::array<char, 400> Buffer{};  // 309 digits before the point, 16 behind it
-  const auto Result = std::to_chars(Buffer.data(), Buffer.data() + Buffer.size(), Value,
-                                    std::chars_format::fixed, static_cast<int>(Digits));
+  char* const End = Buffer.data() + Buffer.size();
+  const auto Result = Digits == ddExact
+                          ? std::to_chars(Buffer.data(), End, Value)
+                          : std::to_chars(Buffer.data(), End, Value, std::chars_format::fixed,
+                                          static_cast<int>(Digits));
   Text.append(Buffer.data(), Result.ptr);
 }
 
@@ -26,6 +29,12 @@ void AppendPoint(std::string& Text, const TPoint2D& P, TDebugDigits Digits) {
 }
 
 }  // namespace
+
+std::string DebugText(double Value, TDebugDigits Digits) {
+  std::string Text;
+  AppendNumber(Text, Value, Digits);
+  return Text;
+}
 
 std::string DebugText(const TPoint2D& P, TDebugDigits Digits) {
   std::string Text;

@@ -8,12 +8,15 @@
 
 namespace tarnalgo {
 
-/// Decimals of a debug text: 16 tell any two doubles of ordinary size apart, 6 are for the eye.
-enum class TDebugDigits { ddFull = 16, ddShort = 6 };
+/// Decimals of a debug text: 16 tell any two doubles of ordinary size apart, 6 are for the eye;
+/// `ddExact` is the shortest text that reads back as the very same number.
+enum class TDebugDigits { ddFull = 16, ddShort = 6, ddExact = -1 };
 using enum TDebugDigits;
 
 /// Colour in which a dumped shape is to be drawn.
 inline constexpr std::string_view kDrawingColour = "#000000";
+
+std::string DebugText(double Value, TDebugDigits Digits = ddFull);
 
 /// "(1.0000000000000000, 2.0000000000000000)", short "(1.000000, 2.000000)". Decimal points
 /// whatever the locale.

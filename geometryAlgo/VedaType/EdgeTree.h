@@ -18,6 +18,23 @@ inline bool IsNearBoxOf(const TVLine2D& Edge, const TPoint2D& P, double Reach) {
   return P.X >= Left - Reach && P.X <= Right + Reach;
 }
 
+/// The ray from `P` to the right passes the edge from `A` to `B`. The lower end of an edge belongs
+/// to it and the upper one does not, so a ray through a vertex is counted right and level edges
+/// never.
+inline bool IsPassedByRay(const TPoint2D& A, const TPoint2D& B, const TPoint2D& P) {
+  const bool GoesUp = A.Y <= P.Y && P.Y < B.Y;
+  const bool GoesDown = B.Y <= P.Y && P.Y < A.Y;
+  if (!GoesUp && !GoesDown) return false;
+  if (std::max(A.X, B.X) < P.X) return false;
+  if (std::min(A.X, B.X) > P.X) return true;
+  // Extended precision: the products of huge coordinates stay finite, near misses keep their sign.
+  const long double DX = static_cast<long double>(P.X) - A.X;
+  const long double DY = static_cast<long double>(P.Y) - A.Y;
+  const long double Left =
+      (static_cast<long double>(B.X) - A.X) * DY - (static_cast<long double>(B.Y) - A.Y) * DX;
+  return GoesUp ? Left > 0.0L : Left < 0.0L;
+}
+
 /// The edges of a polyline under a pyramid of boxes, to find what lies near something without
 /// looking at every edge. Internal to the pages of this unit.
 ///

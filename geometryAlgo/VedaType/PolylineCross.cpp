@@ -187,23 +187,6 @@ class TMeetingCollector {
   std::vector<TMeeting> FStretches;
 };
 
-/// The ray from `P` to the right passes the edge from `A` to `B`. The lower end of an edge belongs
-/// to it and the upper one does not, so a ray through a vertex is counted right and level edges
-/// never.
-bool IsPassedByRay(const TPoint2D& A, const TPoint2D& B, const TPoint2D& P) {
-  const bool GoesUp = A.Y <= P.Y && P.Y < B.Y;
-  const bool GoesDown = B.Y <= P.Y && P.Y < A.Y;
-  if (!GoesUp && !GoesDown) return false;
-  if (std::max(A.X, B.X) < P.X) return false;
-  if (std::min(A.X, B.X) > P.X) return true;
-  // Extended precision: the products of huge coordinates stay finite, near misses keep their sign.
-  const long double DX = static_cast<long double>(P.X) - A.X;
-  const long double DY = static_cast<long double>(P.Y) - A.Y;
-  const long double Left =
-      (static_cast<long double>(B.X) - A.X) * DY - (static_cast<long double>(B.Y) - A.Y) * DX;
-  return GoesUp ? Left > 0.0L : Left < 0.0L;
-}
-
 /// Where `P` lies with respect to the ring of the tree.
 TShapeRelation RelationWithRing(const TEdgeTree& Ring, const TPoint2D& P, double Eps) {
   if (Ring.VisitNear(P, Eps, [&](int I) { return Ring.Edge(I).SegmentDistanceTo(P) <= Eps; })) {

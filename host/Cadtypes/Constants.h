@@ -23,6 +23,15 @@ inline constexpr double kHullSlack = 1.1e-5;
 /// below any angle that is drawn.
 inline constexpr double kParallelSine = 1e-12;
 
+/// Bulge: from this absolute value on an arc of a segment chain is a full circle through its start.
+inline constexpr double kCircleBulge = 3.3e38;
+
+/// Parameter: step in which a Bezier segment of a chain is sampled unless another one is given.
+inline constexpr double kBezierStep = 0.01;
+
+/// Length: chord error of the sampled polyline that a segment chain keeps.
+inline constexpr double kChainChordError = 0.01;
+
 /// Length: the least chord error to which a curve is sampled; a smaller one, 0, a negative one and
 /// NaN count as this.
 inline constexpr double kLeastChordError = 1e-9;

@@ -1,0 +1,132 @@
+#include "geometryAlgo/VedaType/LABPolyline.h"
+
+#include <algorithm>
+
+#include "host/Cadutils.h"
+
+namespace tarnalgo {
+
+namespace {
+
+/// The direction of a segment at one of its ends.
+TPoint2D TangentAtStart(const TLABSegline& Seg) {
+  return Seg.SegType == stBezier ? Seg.ToBezierSegment().TangentStart() : Seg.TangentVector(0.0);
+}
+TPoint2D TangentAtEnd(const TLABSegline& Seg) {
+  return Seg.SegType == stBezier ? Seg.ToBezierSegment().TangentEnd() : Seg.TangentVector(1.0);
+}
+
+/// A tangent at the end of a Bezier: the derivative unless a control point lies on the end.
+TPoint2D DirectionAt(const TLABSegline& Seg, double T) {
+  const TPoint2D Tangent = Seg.TangentVector(T);
+  if (!(Tangent == TPoint2D::FZero)) return Tangent;  // exact: any direction will do
+  return T == 0.0 ? TangentAtStart(Seg) : TangentAtEnd(Seg);
+}
+
+/// The direction of the first segment with one, met from segment `From` on going by `Step`.
+TPoint2D FirstDirection(const TLABPolyline& Chain, int From, int Step, bool IsRing) {
+  const int Count = Chain.Count();
+  int I = From;
+  for (int Seen = 0; Seen < Count; ++Seen, I += Step) {
+    if (IsRing) I = TMathUtils::CycInc(I, 0, Count);
+    if (I < 0 || I >= Count) break;
+    if (!Chain[I].IsPoint()) return DirectionAt(Chain[I], Step > 0 ? 0.0 : 1.0);
+  }
+  return TPoint2D::FZero;
+}
+
+}  // namespace
+
+TLABPolyline::TLABPolyline(const TVPolyline2D& Polyline) : TLABPolyline(&Polyline) {}
+
+TLABPolyline::TLABPolyline(const TVPolyline2D* Polyline) {
+  if (Polyline == nullptr) return;
+  const std::vector<TPoint2D>& Points = Polyline->Points();
+  FSegs.reserve(Points.size());
+  for (std::size_t I = 1; I < Points.size(); ++I) FSegs.emplace_back(Points[I - 1], Points[I]);
+}
+
+int TLABPolyline::Add(const TLABSegline& Seg) {
+  TLABSegline Joined = Seg;
+  if (!FSegs.empty() && !Seg.P1.Equals(FSegs.back().P4)) Joined.P1 = FSegs.back().P4;
+  FSegs.push_back(Joined);
+  ClearSamplePolyline();
+  return Count() - 1;
+}
+
+void TLABPolyline::AddRange(const TLABPolyline& Other) {
+  const std::size_t OtherCount = Other.FSegs.size();  // Other may be this chain
+  FSegs.reserve(FSegs.size() + OtherCount);
+  for (std::size_t I = 0; I < OtherCount; ++I) Add(Other.FSegs[I]);
+}
+
+void TLABPolyline::Insert(int Index, const TLABSegline& Seg) {
+  CheckIndex(Index, Count() + 1);
+  FSegs.insert(FSegs.begin() + Index, Seg);
+  ClearSamplePolyline();
+}
+
+void TLABPolyline::Replace(int Index, const TLABSegline& Seg) {
+  CheckIndex(Index, Count());
+  FSegs[static_cast<std::size_t>(Index)] = Seg;
+  ClearSamplePolyline();
+}
+
+void TLABPolyline::Delete(int Index) {
+  CheckIndex(Index, Count());
+  FSegs.erase(FSegs.begin() + Index);
+  ClearSamplePolyline();
+}
+
+void TLABPolyline::Clear() {
+  FSegs.clear();
+  ClearSamplePolyline();
+}
+
+void TLABPolyline::Reserve(int Capacity) {
+  if (Capacity > 0) FSegs.reserve(static_cast<std::size_t>(Capacity));
+}
+
+void TLABPolyline::ClearSamplePolyline() {
+  FSample.reset();
+  FSampleError = -1.0;
+  FIndex.reset();
+}
+
+bool TLABPolyline::IsClosed(double Eps) const {
+  return !FSegs.empty() && FSegs.front().P1.Equals(FSegs.back().P4, Eps);
+}
+
+bool TLABPolyline::IsPoint() const {
+  return !FSegs.empty() && std::all_of(begin(), end(), [&](const TLABSegline& Seg) {
+    return Seg.IsPoint() && Seg.P1.Equals(FSegs.front().P1);
+  });
+}
+
+void TLABPolyline::SetIsClockwise(bool Clockwise) {
+  if (!FSegs.empty() && Clockwise != GetIsClockwise()) Reverse();
+}
+
+TPoint2D TLABPolyline::LeftTangentVector(int Index) const {
+  constexpr const char* kWhere = "TLABPolyline.LeftTangentVector";
+  const bool IsRing = IsClosed();
+  if (IsEmpty() || Index < 0 || Index >= Count() + (IsRing ? 0 : 1)) {
+    RaiseError(kWhere, "参数不在作用域内");
+  }
+  if (IsPoint()) RaiseError(kWhere, "混合多段线为一个点");
+  if (!IsRing && Index == 0) RaiseError(kWhere, "不封闭混合多段线起点没有左切向量");
+  return FirstDirection(*this, Index - 1, -1, IsRing);
+}
+
+TPoint2D TLABPolyline::RightTangentVector(int Index) const {
+  constexpr const char* kWhere = "TLABPolyline.RightTangentVector";
+  const bool IsRing = IsClosed();
+  if (IsEmpty() || Index < 0 || Index >= Count() + (IsRing ? 0 : 1)) {
+    RaiseError(kWhere, "参数不在作用域内");
+  }
+  if (IsPoint()) RaiseError(kWhere, "混合多段线为一个点");
+  if (!IsRing && Index == Count()) RaiseError(kWhere, "不封闭混合多段线终点没有右切向量");
+  return FirstDirection(*this, Index, 1, IsRing);
+}
+
+}  // namespace tarnalgo

@@ -1,0 +1,134 @@
+#pragma once  // geometryAlgo/VedaType/LABSegline.h
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "geometryAlgo/VedaType/Arc.h"
+#include "geometryAlgo/VedaType/Line.h"
+#include "geometryAlgo/VedaType/Rect.h"
+#include "host/Cadgeometry/GeCurve.h"
+#include "host/Cadtypes/Bezier.h"
+#include "host/Cadtypes/Matrix.h"
+
+namespace tarnalgo {
+
+class TVPolyline2D;
+
+enum class TSegType : std::uint8_t { stLine, stArc, stBezier };
+using enum TSegType;
+
+/// One piece of a cut contour: a straight line, a circular arc or a cubic Bezier.
+///
+/// | | line | arc | Bezier |
+/// |---|---|---|---|
+/// | `P1`, `P4` | start, end | start, end | start, end |
+/// | `P2` | | centre | first control point |
+/// | `P3` | | | second control point |
+/// | `Bulge` | 0 | tan(sweep / 4), negative for clockwise; ±`kCircleBulge` and beyond marks a full circle | 0 |
+///
+/// A plain value; fields that a type does not use are zero. Of an arc the centre and the sign of
+/// the bulge count, the radius is the distance from the centre to `P1`; an arc whose ends are equal
+/// within 1e-6 is a full circle whatever its bulge. Nothing makes the fields agree with each other.
+/// Parameter: a real T from 0 at `P1` to 1 at the end. Tolerances are lengths unless said
+/// otherwise.
+struct TLABSegline {
+  TSegType SegType = stLine;
+  TPoint2D P1;
+  TPoint2D P2;
+  TPoint2D P3;
+  TPoint2D P4;
+  double Bulge = 0.0;
+
+  constexpr TLABSegline() = default;
+  /// The fields as they are.
+  constexpr TLABSegline(TSegType ASegType, const TPoint2D& AP1, const TPoint2D& AP2,
+                        const TPoint2D& AP3, const TPoint2D& AP4, double ABulge)
+      : SegType(ASegType), P1(AP1), P2(AP2), P3(AP3), P4(AP4), Bulge(ABulge) {}
+  /// A line.
+  constexpr TLABSegline(const TPoint2D& StartPoint, const TPoint2D& EndPoint)
+      : P1(StartPoint), P4(EndPoint) {}
+  /// An arc.
+  constexpr TLABSegline(const TPoint2D& StartPoint, const TPoint2D& EndPoint,
+                        const TPoint2D& Center, double ABulge)
+      : SegType(stArc), P1(StartPoint), P2(Center), P4(EndPoint), Bulge(ABulge) {}
+  /// A Bezier.
+  constexpr TLABSegline(const TPoint2D& AP1, const TPoint2D& AP2, const TPoint2D& AP3,
+                        const TPoint2D& AP4)
+      : SegType(stBezier), P1(AP1), P2(AP2), P3(AP3), P4(AP4) {}
+  constexpr explicit TLABSegline(const TVLine2D& Line) : P1(Line.StartPoint), P4(Line.EndPoint) {}
+
+  // --- What it is ---
+
+  /// All points that count lie within 1e-6 of `P1`.
+  bool IsPoint() const;
+  /// An arc that is a full circle.
+  bool IsCircle() const;
+  /// Line: its ends are apart by more than 1e-6. Bezier: both control points lie within `Eps` of
+  /// the infinite line through the ends, which are more than `Eps` apart; control points beyond the
+  /// ends do not matter. Arc: never.
+  bool IsLine(double Eps = kLinearTolerance) const;
+  /// Makes a line of a segment that `IsLine(Eps)`; `Bulge` stays. False when it is none.
+  bool TryToLine(double Eps = kLinearTolerance);
+
+  // --- As other types ---
+
+  /// From `P1` to `P4`: of a Bezier its chord.
+  /// Errors: an arc, "[Error] TLABSegline.ToLine: 将“非直线段混合线段”转为“直线段”".
+  TVLine2D ToLine() const;
+  /// Errors: no arc, "[Error] TLABSegline.ToArc: 将“非弧线混合线段”转为“弧线”".
+  TVArc2D ToArc() const;
+  /// Errors: no Bezier, "[Error] TLABSegline.ToBezierSegment: 将“非贝塞尔混合线段”转为“贝塞尔”".
+  TBezierSegment2D ToBezierSegment() const;
+  /// The host curve of the same shape: `TGeLine2D`, `TGeCircularArc2D`, `TGePolyBezier2D`. The ends
+  /// of an arc are kept exactly where they lie on its circle (1e-6).
+  /// Errors: an arc that is not finite, `EParamError`.
+  std::unique_ptr<TGeCurve2D> ToGeCurve2D() const;
+
+  // --- Measures ---
+
+  /// Of a line and an arc exact; of a Bezier that of `Sample(Eps)`.
+  double Length(double Eps = kBezierStep) const;
+  /// A segment that `IsLine(1e-6)`, and a line shrunk to a point, gives its two ends; an arc what
+  /// `TVArc2D::SampleToPolyline(Eps)` gives; a Bezier its ends and between them the points at `Eps`,
+  /// 2 · `Eps`, ..., Round(1 / `Eps`) − 1 of them, exact halves to even.
+  /// Tolerance: `Eps` is a chord error for an arc, but a step of the parameter for a Bezier. A step
+  /// below 1e-6, 0, a negative one and NaN count as 1e-6.
+  TVPolyline2D Sample(double Eps = kBezierStep) const;
+  /// Tight box of the piece itself.
+  TVRect2D BoundBox() const;
+  /// Distance from the segment.
+  /// Errors: lines only; an arc "[Error] TLABSegline.DistanceTo: 圆弧距离未实现", a Bezier, also a
+  /// straight one, "[Error] TLABSegline.DistanceTo: 贝塞尔距离未实现".
+  double DistanceTo(const TPoint2D& P) const;
+  /// Direction at `T`, not normalised: the vector of a line, a vector as long as the radius for an
+  /// arc, the derivative of a Bezier (zero where a control point lies on its end).
+  TPoint2D TangentVector(double T) const;
+  /// The point at `T`, exactly `P1` at 0 and the end at 1; beyond them the piece goes on.
+  TPoint2D PointByParam(double T) const;
+  /// Parameter of the nearest point of the piece; a point within 1e-6 of the start answers 0
+  /// exactly, of the end 1.
+  /// Errors: `P` more than 1e-6 off, "[Error] TLABSegline.ParamByPoint: 点不在线段上".
+  double ParamByPoint(const TPoint2D& P) const;
+
+  // --- New segments: the operation applied to every point field ---
+
+  TLABSegline RoundTo(int Digits) const;
+  TLABSegline Translate(const TPoint2D& V) const;
+  void TranslateInplace(const TPoint2D& V) { *this = Translate(V); }
+  /// Turned by `A` radians about the origin, or about `Centre`.
+  TLABSegline Rotate(double A) const;
+  TLABSegline Rotate(double A, const TPoint2D& Centre) const;
+  TLABSegline RotateBy90() const;
+  TLABSegline RotateBy_90() const;
+  /// (X, Y) becomes (−X, Y); the bulge changes its sign.
+  TLABSegline YMirror() const;
+  /// A map that mirrors changes the sign of the bulge. One that does not keep shapes makes another
+  /// arc, not an ellipse.
+  TLABSegline Transform(const TMatrix2D& Matrix) const;
+  /// The same shape run the other way. Twice is the identity.
+  TLABSegline Reverse() const;
+  void ReverseInplace() { *this = Reverse(); }
+};
+
+}  // namespace tarnalgo
