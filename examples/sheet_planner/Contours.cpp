@@ -133,10 +133,7 @@ double LengthOf(const TSheet& Sheet, const TContourPiece& Piece) {
   const auto Index = static_cast<std::size_t>(Piece.Index);
   if (Piece.Kind == TKind::Edge) return Sheet.Edges[Index].Line.Length();
   if (Piece.Kind == TKind::Arc) return Sheet.Arcs[Index].Arc.CurveLength();
-  const std::vector<TPoint2D>& Points = Sheet.Curves[Index].Points;
-  double Length = 0.0;
-  for (std::size_t I = 1; I < Points.size(); ++I) Length += Points[I - 1].DistanceTo(Points[I]);
-  return Length;
+  return LengthOf(Sheet.Curves[Index].Points);
 }
 
 std::vector<TPoint2D> PointsOf(const TSheet& Sheet, const TContourPiece& Piece, double ChordError) {

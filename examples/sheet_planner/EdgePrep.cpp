@@ -22,12 +22,6 @@ namespace {
 /// Angle: edges that are one cut differ by less, unless they are so short that it hardly matters.
 constexpr double kOneCutSpread = 0.02;
 
-double LengthOf(const std::vector<TPoint2D>& Points) {
-  double Length = 0.0;
-  for (std::size_t I = 1; I < Points.size(); ++I) Length += Points[I - 1].DistanceTo(Points[I]);
-  return Length;
-}
-
 TPoint2D PointAtLength(const std::vector<TPoint2D>& Points, double Length) {
   for (std::size_t I = 1; I < Points.size(); ++I) {
     const double Chord = Points[I - 1].DistanceTo(Points[I]);
@@ -276,6 +270,12 @@ class TPreparer {
 };
 
 }  // namespace
+
+double LengthOf(const std::vector<TPoint2D>& Points) {
+  double Length = 0.0;
+  for (std::size_t I = 1; I < Points.size(); ++I) Length += Points[I - 1].DistanceTo(Points[I]);
+  return Length;
+}
 
 TSheet PrepareSheet(const TDrawing& Drawing, const TPrepOptions& Options) {
   return TPreparer(Drawing, Options).Run();

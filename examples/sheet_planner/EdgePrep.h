@@ -76,4 +76,7 @@ struct TSheet {
 /// quite parallel adds what it holds.
 TSheet PrepareSheet(const TDrawing& Drawing, const TPrepOptions& Options);
 
+/// Of the chords through the points.
+double LengthOf(const std::vector<tarnalgo::TPoint2D>& Points);
+
 }  // namespace sheet_planner

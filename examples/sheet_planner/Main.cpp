@@ -89,7 +89,7 @@ void Plan(const TOptions& Options) {
   const TPlan Result = PlanSheet(Sheet);
   Save(Options.Output, PlanSvg(Drawing, Sheet, Result));
   std::cout << PlanReport(Drawing, Sheet, Result);
-  if (Options.WithListing) std::cout << "cutting order\n" << PlanListing(Drawing, Result);
+  if (Options.WithListing) std::cout << "cutting order\n" << PlanListing(Drawing, Sheet, Result);
   std::cout << "picture  " << Options.Output << std::endl;
   if (!std::cout) throw EBadInput("cannot write the report");
 }

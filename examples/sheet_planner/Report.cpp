@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "examples/sheet_planner/Format.h"
+#include "examples/sheet_planner/LooseEnds.h"
 
 namespace sheet_planner {
 
@@ -28,6 +29,20 @@ double CutLength(const TOwningFlyCurves& Pass) {
     if (!Piece->IsFlyGap()) Length += Piece->GeCurve()->CurveLength();
   }
   return Length;
+}
+
+std::string PlaceText(const TPoint2D& P) {
+  return Fixed(P.X, 3) + ", " + Fixed(P.Y, 3);
+}
+
+/// The first places of a list.
+std::string FirstOf(const std::vector<TPoint2D>& Places) {
+  constexpr std::size_t kShown = 4;
+  std::string Text;
+  for (std::size_t I = 0; I < std::min(Places.size(), kShown); ++I) {
+    Text += (I == 0 ? "(" : ", (") + PlaceText(Places[I]) + ")";
+  }
+  return Places.size() > kShown ? Text + ", ... (--list tells all)" : Text;
 }
 
 int CutCount(const TOwningFlyCurves& Pass) {
@@ -126,11 +141,17 @@ std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan
   if (Prep.RepeatedOther > 0) {
     Table.Row("drawn again", Prep.RepeatedOther, "arcs, circles and curves, dropped");
   }
+  const TLooseEnds Ends = FindLooseEnds(Sheet);
+  if (!Ends.Loose.empty() || !Ends.Branches.empty()) {
+    Table.Heading("ends of the drawing");
+    Table.Row("loose", static_cast<long long>(Ends.Loose.size()), FirstOf(Ends.Loose));
+    Table.Row("branch points", static_cast<long long>(Ends.Branches.size()),
+              FirstOf(Ends.Branches));
+  }
   return Table.Take();
 }
 
-std::string PlanListing(const TDrawing& Drawing, const TPlan& Plan) {
-  const auto Place = [](const TPoint2D& P) { return Fixed(P.X, 3) + ", " + Fixed(P.Y, 3); };
+std::string PlanListing(const TDrawing& Drawing, const TSheet& Sheet, const TPlan& Plan) {
   const auto Line = [&](const char* Kind, std::size_t Number, int Port, const std::string& Rest) {
     std::string Text = std::string(Kind) + " " + std::to_string(Number);
     if (Drawing.Layers.size() > 1) Text += "  port " + std::to_string(Port);
@@ -139,14 +160,15 @@ std::string PlanListing(const TDrawing& Drawing, const TPlan& Plan) {
   std::string Text;
   for (std::size_t I = 0; I < Plan.Passes.size(); ++I) {
     const TOwningFlyCurves& Pass = Plan.Passes[I];
-    Text += Line("pass", I + 1, Pass.First()->ChannelPort(),
-                 "(" + Place(Pass.StartPoint()) + ") to (" + Place(Pass.EndPoint()) + ")  " +
-                     Counted(CutCount(Pass), "edge", "edges") + ", " + Fixed(CutLength(Pass), 3));
+    Text +=
+        Line("pass", I + 1, Pass.First()->ChannelPort(),
+             "(" + PlaceText(Pass.StartPoint()) + ") to (" + PlaceText(Pass.EndPoint()) + ")  " +
+                 Counted(CutCount(Pass), "edge", "edges") + ", " + Fixed(CutLength(Pass), 3));
   }
   for (int I = 0; I < Plan.Circles.Count(); ++I) {
     const TCircle2D Circle = static_cast<const TFlyCircle*>(Plan.Circles[I])->Circle2D();
     Text += Line("circle", static_cast<std::size_t>(I) + 1, Plan.Circles[I]->ChannelPort(),
-                 "(" + Place(Circle.Center) + ")  radius " + Fixed(Circle.Radius, 3));
+                 "(" + PlaceText(Circle.Center) + ")  radius " + Fixed(Circle.Radius, 3));
   }
   for (std::size_t I = 0; I < Plan.Contours.size(); ++I) {
     const TOrdinaryContour& Contour = Plan.Contours[I];
@@ -154,6 +176,9 @@ std::string PlanListing(const TDrawing& Drawing, const TPlan& Plan) {
                  Counted(static_cast<long long>(Contour.Pieces.size()), "piece", "pieces") + ", " +
                      Fixed(Contour.Length, 3) + (Contour.IsClosed ? ", closed" : ", open"));
   }
+  const TLooseEnds Ends = FindLooseEnds(Sheet);
+  for (const TPoint2D& P : Ends.Loose) Text += "loose end  (" + PlaceText(P) + ")\n";
+  for (const TPoint2D& P : Ends.Branches) Text += "branch point  (" + PlaceText(P) + ")\n";
   return Text;
 }
 

@@ -8,6 +8,7 @@
 
 #include "examples/sheet_planner/Contours.h"
 #include "examples/sheet_planner/Format.h"
+#include "examples/sheet_planner/LooseEnds.h"
 
 namespace sheet_planner {
 
@@ -26,6 +27,7 @@ constexpr double kSmallestDrawing = 160.0;
 constexpr const char* kContourColour = "#64748b";
 constexpr const char* kCircleColour = "#7c3aed";
 constexpr const char* kRejectedColour = "#dc2626";
+constexpr const char* kEndColour = "#db2777";
 
 struct TColour {
   double R;
@@ -90,6 +92,7 @@ class TPicture {
     Rejected();
     Cuts();
     Arrows();
+    Ends();
     Legend();
     FText += "</svg>\n";
     return std::move(FText);
@@ -265,6 +268,22 @@ class TPicture {
       const auto Place = [](const TPoint2D& P) { return Short(P.X, 2) + "," + Short(P.Y, 2); };
       FText += "<polygon points=\"" + Place(To + Way * 0.25) + " " + Place(To - Way * 0.75 + Side) +
                " " + Place(To - Way * 0.75 - Side) + "\" fill=\"" + PassColour(I) + "\"/>\n";
+    }
+    EndGroup();
+  }
+
+  /// A ring round each loose end, a square round each branch point.
+  void Ends() {
+    const TLooseEnds Ends = FindLooseEnds(FSheet);
+    const double Size = std::clamp(FStroke * 1.6, 2.5, 6.0);
+    BeginGroup(std::string("fill=\"none\" stroke=\"") + kEndColour + "\" stroke-width=\"1.2\"");
+    for (const TPoint2D& P : Ends.Loose) {
+      FText += "<circle cx=\"" + Short(X(P), 2) + "\" cy=\"" + Short(Y(P), 2) + "\" r=\"" +
+               Short(Size, 2) + "\"/>\n";
+    }
+    for (const TPoint2D& P : Ends.Branches) {
+      FText += "<rect x=\"" + Short(X(P) - Size, 2) + "\" y=\"" + Short(Y(P) - Size, 2) +
+               "\" width=\"" + Short(2 * Size, 2) + "\" height=\"" + Short(2 * Size, 2) + "\"/>\n";
     }
     EndGroup();
   }

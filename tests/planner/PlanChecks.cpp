@@ -248,7 +248,7 @@ TPlan ExpectSoundPlan(const TDrawing& Drawing, const TPrepOptions& Options) {
   ExpectSound(Sheet, Plan, Options.Snap);
   const auto Output = [&Drawing](const TSheet& OfSheet, const TPlan& OfPlan) {
     return PlanSvg(Drawing, OfSheet, OfPlan) + PlanReport(Drawing, OfSheet, OfPlan) +
-           PlanListing(Drawing, OfPlan);
+           PlanListing(Drawing, OfSheet, OfPlan);
   };
   const TSheet Again = PrepareSheet(Drawing, Options);
   EXPECT_TRUE(Output(Sheet, Plan) == Output(Again, PlanSheet(Again)));

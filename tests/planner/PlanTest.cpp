@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "examples/sheet_planner/GapCheck.h"
+#include "examples/sheet_planner/LooseEnds.h"
 #include "examples/sheet_planner/Planner.h"
 #include "examples/sheet_planner/Report.h"
 #include "examples/sheet_planner/RunFinder.h"
@@ -236,6 +238,33 @@ TEST(PlanSheet, ReadsTheTunables) {
   const TPlan Plan = PlanSheet(Sheet);
   EXPECT_EQ(100U, Plan.Passes.size());
   EXPECT_EQ(80, Plan.Stats.GapsTooLong);
+}
+
+// The chord of the joint keeps clear where the joint itself bows into the cut, and the reverse.
+TEST(TGapCheck, FollowsTheBowOfAJoint) {
+  TGePolyBezier2D Joint;  // reaches Y = 3 in its middle
+  Joint.AddBezier({{0, 0}, {0, 4}, {10, 4}, {10, 0}});
+  const struct {
+    const char* Name;
+    TLine2D Cut;
+    bool IsClear;
+  } Cases[] = {{"across its top", {{5, 2.9}, {5, 6}}, false},
+               {"just above its top", {{5, 3.1}, {5, 6}}, true},
+               {"across its chord alone", {{5, -1}, {5, 2.9}}, true},
+               {"across it near its end", {{9, 1}, {11, 1}}, false},
+               {"touching both ends", {{0, 0}, {10, 0}}, true}};
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    EXPECT_EQ(Case.IsClear, TGapCheck(SheetOf({Case.Cut})).IsClear(Joint));
+  }
+}
+
+TEST(FindLooseEnds, TellsEndsFromBranchesAndCorners) {
+  const TSheet Sheet =
+      SheetOf({{{0, 0}, {9, 0}}, {{9, 0}, {9, 9}}, {{9, 9}, {0, 0}}, {{9, 9}, {20, 9}}});
+  const TLooseEnds Ends = FindLooseEnds(Sheet);
+  EXPECT_EQ((std::vector<TPoint2D>{{20, 9}}), Ends.Loose);
+  EXPECT_EQ((std::vector<TPoint2D>{{9, 9}}), Ends.Branches);
 }
 
 TEST(Output, NamesAreSafeInThePicture) {
