@@ -18,6 +18,11 @@ inline constexpr double kCornerTolerance = 1e-12;
 /// Length: slack of the convex hull of a polyline.
 inline constexpr double kHullSlack = 1.1e-5;
 
+/// Length: by how much a hull routine moves the second of three collinear leading points, so that
+/// the first turn has a sign.
+inline constexpr double kCollinearShiftX = 1.1e-5;
+inline constexpr double kCollinearShiftY = -1e-5;
+
 /// Sine of the angle between two directions: below it two host lines count as parallel, and two
 /// curves as touching where one of them turns back. Far above the rounding of a direction, far
 /// below any angle that is drawn.

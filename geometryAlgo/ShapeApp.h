@@ -1,0 +1,3 @@
+#pragma once  // geometryAlgo/ShapeApp.h
+
+#include "geometryAlgo/ShapeApp/ConvexHull.h"  // TConvexHullCalculator
