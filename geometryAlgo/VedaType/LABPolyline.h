@@ -127,6 +127,14 @@ class TLABPolyline : public IVGeometry2D {
   /// arcs and Beziers.
   /// Cost: O(log n) for contours as they occur, after O(n) at the first question since a change.
   TShapeRelation RelationWithPoint(const TPoint2D& P, double Eps = kLinearTolerance) const;
+  /// Everything the chain has in common with a segment, appended in the order of the chain: the
+  /// single points into `Points`, the stretches into `Lines`. Each place is reported once, however
+  /// many segments meet there, and no point that lies on a stretch; every segment of the chain has
+  /// its own stretch. True when anything was found (LABPolylineCross.cpp).
+  /// Tolerance: as `TLABSegline::CrossWithLABSegline`.
+  /// Cost: O(n + k log k), k common places.
+  bool CrossWithSegLine(const TVLine2D& Line, std::vector<TPoint2D>& Points,
+                        std::vector<TVLine2D>& Lines, double Eps = kLinearTolerance) const;
   /// The chain as one host curve, a member for each segment.
   /// Errors: an arc that is not finite, `EParamError`.
   std::unique_ptr<TGeCompositeCurve2D> ToGeCurve2D() const;
@@ -156,8 +164,8 @@ class TLABPolyline : public IVGeometry2D {
   /// Makes one line of lines that follow each other on a straight way: every vertex dropped lies
   /// within `Eps` of the line that replaces it, and the way does not turn back (as
   /// `TVPolyline2D::CollinearSmooth`). Arcs and Beziers stay as they are, and so do the ends of an
-  /// open chain; a closed chain of lines and curves whose joint lies within a straight way begins at
-  /// the next vertex that stays.
+  /// open chain; a closed chain whose joint lies within a straight way begins at the next vertex
+  /// that stays.
   /// Cost: O(n).
   void MergeCollinearLines(double Eps = kLinearTolerance);
   /// `MergeCollinearLines` after Beziers that run straight along their chord (1e-6) have become

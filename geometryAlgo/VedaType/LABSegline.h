@@ -25,9 +25,9 @@ using enum TSegType;
 /// | `P1`, `P4` | start, end | start, end | start, end |
 /// | `P2` | | centre | first control point |
 /// | `P3` | | | second control point |
-/// | `Bulge` | 0 | tan(sweep / 4), negative for clockwise; ±`kCircleBulge` and beyond marks a full circle | 0 |
+/// | `Bulge` | 0 | tan(sweep / 4), negative for clockwise | 0 |
 ///
-/// A plain value; fields that a type does not use are zero. Of an arc the centre and the sign of
+/// A bulge of ±`kCircleBulge` or beyond marks a full circle. A plain value; fields that a type does not use are zero. Of an arc the centre and the sign of
 /// the bulge count, the radius is the distance from the centre to `P1`; an arc whose ends are equal
 /// within 1e-6 is a full circle whatever its bulge. Nothing makes the fields agree with each other.
 /// Parameter: a real T from 0 at `P1` to 1 at the end. Tolerances are lengths unless said
@@ -90,8 +90,8 @@ struct TLABSegline {
   /// Of a line and an arc exact; of a Bezier that of `Sample(Eps)`.
   double Length(double Eps = kBezierStep) const;
   /// A segment that `IsLine(1e-6)`, and a line shrunk to a point, gives its two ends; an arc what
-  /// `TVArc2D::SampleToPolyline(Eps)` gives; a Bezier its ends and between them the points at `Eps`,
-  /// 2 · `Eps`, ..., Round(1 / `Eps`) − 1 of them, exact halves to even.
+  /// `TVArc2D::SampleToPolyline(Eps)` gives; a Bezier its ends and between them the points at
+  /// `Eps`, 2 · `Eps`, ..., Round(1 / `Eps`) − 1 of them, exact halves to even.
   /// Tolerance: `Eps` is a chord error for an arc, but a step of the parameter for a Bezier. A step
   /// below 1e-6, 0, a negative one and NaN count as 1e-6.
   TVPolyline2D Sample(double Eps = kBezierStep) const;
@@ -110,6 +110,25 @@ struct TLABSegline {
   /// exactly, of the end 1.
   /// Errors: `P` more than 1e-6 off, "[Error] TLABSegline.ParamByPoint: 点不在线段上".
   double ParamByPoint(const TPoint2D& P) const;
+
+  // --- Crossings (LABSeglineCross.cpp) ---
+
+  /// What the two pieces have in common, appended: the single points into `Points`, the stretches
+  /// along which they run together into `Lines` (on a line), `Arcs` (arcs of one circle) and
+  /// `Beziers` (everything else with a Bezier), directed as this piece. True when anything was
+  /// found. Lines follow `TVLine2D::RelationWithSegLine`, an arc and a line
+  /// `TVArc2D::CrossWithSegline` (points in the order of the line), arcs `TVArc2D::CrossWithArc`,
+  /// pairs with a Bezier the crossing of host curves.
+  /// Tolerance: `Eps` is a length: what comes as near is a common point, ends included. Arcs have
+  /// 1e-6 of their own.
+  /// Cost: constant and without allocation, but for room in the lists, when no Bezier is involved.
+  bool CrossWithLABSegline(const TLABSegline& Other, std::vector<TPoint2D>& Points,
+                           std::vector<TVLine2D>& Lines, std::vector<TVArc2D>& Arcs,
+                           std::vector<TBezierSegment2D>& Beziers,
+                           double Eps = kLinearTolerance) const;
+  /// The same with a segment, which has no stretch but lines in common with anything.
+  bool CrossWithSegLine(const TVLine2D& Line, std::vector<TPoint2D>& Points,
+                        std::vector<TVLine2D>& Lines, double Eps = kLinearTolerance) const;
 
   // --- New segments: the operation applied to every point field ---
 

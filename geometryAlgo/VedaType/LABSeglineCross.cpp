@@ -1,0 +1,121 @@
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "geometryAlgo/VedaType/LABSegline.h"
+#include "geometryAlgo/VedaType/Point.h"
+#include "host/Cadgeometry/Intersect.h"
+#include "host/Cadutils.h"
+
+namespace tarnalgo {
+
+namespace {
+
+/// On the way from `P` to `Q`, both of them on the arc's circle within `Eps`, so is every point.
+bool StaysOnCircle(const TVArc2D& Arc, const TPoint2D& P, const TPoint2D& Q, double Eps) {
+  const TVLine2D Way(P, Q);  // the distance from the centre is least at one place, greatest at ends
+  return TMathUtils::FloatEquals(Way.SegmentDistanceTo(Arc.Center), Arc.Radius(), Eps);
+}
+
+void CrossLines(const TVLine2D& A, const TVLine2D& B, std::vector<TPoint2D>& Points,
+                std::vector<TVLine2D>& Lines, double Eps) {
+  TPoint2D P1;
+  TPoint2D P2;
+  const int Code = A.RelationWithSegLine(B, P1, P2, Eps);
+  if (Code == 1) Points.push_back(P1);
+  if (Code == 2) Lines.emplace_back(P1, P2);
+}
+
+void CrossArcWithLine(const TVArc2D& Arc, const TVLine2D& Line, std::vector<TPoint2D>& Points,
+                      double Eps) {
+  const double Length = Line.Length();
+  TPoint2D Found[4];
+  // The slack of the parameter that is `Eps` as a length.
+  int Count = Arc.CrossWithSegline(Line, Found[0], Found[1], Length > 0.0 ? Eps / Length : Eps);
+  // An end of the line may touch the arc at so flat an angle that the crossing lies far beyond it.
+  for (const TPoint2D& End : {Line.StartPoint, Line.EndPoint}) {
+    const auto IsSameContact = [&](const TPoint2D& P) {
+      return P.Equals(End, Eps) || StaysOnCircle(Arc, End, P, Eps);
+    };
+    if (!Arc.IsPointOn(End, Eps) || std::any_of(Found, Found + Count, IsSameContact)) continue;
+    Found[Count++] = End;
+  }
+  Points.insert(Points.end(), Found, Found + Count);
+}
+
+void CrossArcs(const TVArc2D& A, const TVArc2D& B, std::vector<TPoint2D>& Points,
+               std::vector<TVArc2D>& Arcs) {
+  TPoint2D Found[2];
+  TVArc2D Overlaps[2];
+  const int Code = A.CrossWithArc(B, Found[0], Found[1], Overlaps[0], Overlaps[1]);
+  Points.insert(Points.end(), Found, Found + (Code & 3));
+  Arcs.insert(Arcs.end(), Overlaps, Overlaps + (Code >> 2));
+}
+
+/// The part of a Bezier from one parameter to another, reversed when they fall.
+TBezierSegment2D PartOf(const TBezierSegment2D& Curve, double From, double To) {
+  if (To < From) return PartOf(Curve, To, From).Reversed();
+  TBezierSegment2D Head = Curve;
+  TBezierSegment2D Rest = Curve;
+  if (To < 1.0) Curve.Split(To, Head, Rest);
+  if (!(From > 0.0)) return Head;
+  TBezierSegment2D Part;
+  Head.Split(From / To, Rest, Part);
+  return Part;
+}
+
+bool IsFinite(const TLABSegline& Seg) {
+  return TPoint2DUtils::IsFinite(Seg.P1) && TPoint2DUtils::IsFinite(Seg.P2) &&
+         TPoint2DUtils::IsFinite(Seg.P3) && TPoint2DUtils::IsFinite(Seg.P4) &&
+         (Seg.SegType != stArc || std::isfinite(Seg.P1.DistanceTo(Seg.P2)));
+}
+
+/// A pair of which one is a Bezier.
+void CrossCurves(const TLABSegline& A, const TLABSegline& B, std::vector<TPoint2D>& Points,
+                 std::vector<TVLine2D>& Lines, std::vector<TBezierSegment2D>& Beziers, double Eps) {
+  if (!IsFinite(A) || !IsFinite(B)) return;
+  std::vector<TIntersect2D> Found;
+  A.ToGeCurve2D()->IntersectCurve(*B.ToGeCurve2D(), Found, TGeTolerance(Eps, Eps));
+  for (const TIntersect2D& Meeting : Found) {
+    if (!Meeting.IsOverlap) {
+      Points.push_back(Meeting.Point());
+    } else if (A.SegType == stLine || B.SegType == stLine) {
+      Lines.emplace_back(Meeting.OnFirst.Point, Meeting.EndOnFirst.Point);
+    } else if (A.SegType == stBezier) {
+      Beziers.push_back(
+          PartOf(A.ToBezierSegment(), Meeting.OnFirst.Param, Meeting.EndOnFirst.Param));
+    } else {
+      Beziers.push_back(
+          PartOf(B.ToBezierSegment(), Meeting.OnSecond.Param, Meeting.EndOnSecond.Param));
+    }
+  }
+}
+
+}  // namespace
+
+bool TLABSegline::CrossWithSegLine(const TVLine2D& Line, std::vector<TPoint2D>& Points,
+                                   std::vector<TVLine2D>& Lines, double Eps) const {
+  std::vector<TVArc2D> NoArcs;  // a line has neither in common with anything
+  std::vector<TBezierSegment2D> NoBeziers;
+  return CrossWithLABSegline(TLABSegline(Line), Points, Lines, NoArcs, NoBeziers, Eps);
+}
+
+bool TLABSegline::CrossWithLABSegline(const TLABSegline& Other, std::vector<TPoint2D>& Points,
+                                      std::vector<TVLine2D>& Lines, std::vector<TVArc2D>& Arcs,
+                                      std::vector<TBezierSegment2D>& Beziers, double Eps) const {
+  const std::size_t Before = Points.size() + Lines.size() + Arcs.size() + Beziers.size();
+  if (SegType == stBezier || Other.SegType == stBezier) {
+    CrossCurves(*this, Other, Points, Lines, Beziers, Eps);
+  } else if (SegType == stArc && Other.SegType == stArc) {
+    CrossArcs(ToArc(), Other.ToArc(), Points, Arcs);
+  } else if (SegType == stArc) {
+    CrossArcWithLine(ToArc(), Other.ToLine(), Points, Eps);
+  } else if (Other.SegType == stArc) {
+    CrossArcWithLine(Other.ToArc(), ToLine(), Points, Eps);
+  } else {
+    CrossLines(ToLine(), Other.ToLine(), Points, Lines, Eps);
+  }
+  return Points.size() + Lines.size() + Arcs.size() + Beziers.size() > Before;
+}
+
+}  // namespace tarnalgo

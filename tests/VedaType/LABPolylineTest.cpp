@@ -1,0 +1,278 @@
+#include "geometryAlgo/VedaType/LABPolyline.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "tests/support/Generate.h"
+#include "tests/support/Raises.h"
+
+namespace tarnalgo {
+namespace {
+
+constexpr double kHalfTurn = 1.0;  // bulge
+
+/// A slot 10 long and 4 wide with round ends, counter-clockwise.
+TLABPolyline Slot() {
+  return {{{0, 0}, {10, 0}},
+          {{10, 0}, {10, 4}, {10, 2}, kHalfTurn},
+          {{10, 4}, {0, 4}},
+          {{0, 4}, {0, 0}, {0, 2}, kHalfTurn}};
+}
+
+/// Any mixture of segments through points of a small grid or of the plane.
+TLABPolyline RandomChain(std::mt19937& Random, bool OnGrid) {
+  const auto Point = [&] {
+    return OnGrid ? test::RandomGridPoint(Random, -4, 4) : test::RandomPoint(Random, -5, 5);
+  };
+  TLABPolyline Chain;
+  TPoint2D Last = Point();
+  for (int I = test::RandomInt(Random, 1, 7); I > 0; --I) {
+    const TPoint2D Next = Point();
+    const int Kind = test::RandomInt(Random, 0, 3);
+    if (Kind == 1 && !Next.Equals(Last)) {
+      const double Bulge = test::RandomDouble(Random, 0.1, 2) * (I % 2 == 0 ? 1 : -1);
+      Chain.Add({Last, Next, TVArc2D(Last, Next, Bulge).Center, Bulge});
+    } else if (Kind == 2) {
+      const TPoint2D Control = Point();
+      Chain.Add({Last, Control, Point(), Next});
+    } else if (Kind == 3) {
+      Chain.Add({Last, Last, Next, I % 2 == 0 ? kCircleBulge : -kCircleBulge});
+    } else {
+      Chain.Add({Last, Next});
+    }
+    Last = Chain.Last().P4;
+  }
+  return Chain;
+}
+
+TEST(TLABPolyline, AddMovesAStartThatIsApart) {
+  const struct {
+    double Gap;
+    double Start;
+  } Cases[] = {{0.5, 1.0}, {5e-7, 1 + 5e-7}, {2e-6, 1.0}};
+  for (const auto& Case : Cases) {
+    TLABPolyline Chain{{{0, 0}, {1, 0}}};
+    Chain.Add({{1 + Case.Gap, 0}, {5, 0}});
+    EXPECT_EQ(TPoint2D(Case.Start, 0), Chain[1].P1);
+  }
+  TLABPolyline Chain{{{0, 0}, {1, 0}}};
+  Chain.Insert(1, {{3, 0}, {5, 0}});
+  EXPECT_EQ(TPoint2D(3, 0), Chain[1].P1) << "inserted as it is";
+  Chain.AddRange(Chain);
+  EXPECT_EQ(4, Chain.Count());
+  EXPECT_THROW(Chain.Delete(4), EParamError);
+}
+
+TEST(TLABPolyline, MeasuresOfASlotAreExact) {
+  const TLABPolyline Chain = Slot();
+  EXPECT_DOUBLE_EQ(40 + 4 * kPi, Chain.Area());
+  EXPECT_TRUE(Chain.BoundBox().SameAs({-2, 12, 4, 0}, 1e-15));
+  EXPECT_TRUE(Chain.Gravity().Equals({5, 2}, 1e-15));
+  EXPECT_FALSE(Chain.GetIsClockwise());
+  const TLABPolyline HalfDisc{{{3, 0}, {-3, 0}, {0, 0}, kHalfTurn}};  // joined by its diameter
+  EXPECT_DOUBLE_EQ(4.5 * kPi, HalfDisc.Area());
+  EXPECT_TRUE(HalfDisc.Gravity().Equals({0, 4 / kPi}, 1e-14));
+  const TLABPolyline Arch{{{0, 0}, {0, 4}, {6, 4}, {6, 0}}};
+  // With P1 in the origin (3·P2×P3 + 3·P2×P4 + 6·P3×P4) / 20.
+  EXPECT_DOUBLE_EQ(-(72 + 72 + 144) / 20.0, Arch.Area());
+}
+
+// A fine sample has no arcs and no Beziers to go wrong with.
+TEST(TLABPolyline, RegionAgreesWithAFineSample) {
+  std::mt19937 Random(31);
+  for (int Round = 0; Round < 300; ++Round) {
+    TLABPolyline Chain = RandomChain(Random, Round % 2 == 0);
+    // The sample of a straight Bezier is its chord, whatever it overshoots.
+    for (int I = 0; I < Chain.Count(); ++I) {
+      if (Chain[I].IsLine()) Chain.Replace(I, TLABSegline(Chain[I].ToLine()));
+    }
+    SCOPED_TRACE(Chain.ToString());
+    TVPolyline2D Ring = Chain.Sample(1e-6);
+    EXPECT_NEAR(Ring.Area(), Chain.Area(), 1e-4);
+    EXPECT_TRUE(Ring.BoundBox().SameAs(Chain.BoundBox(), 1e-5));
+    if (std::abs(Chain.Area()) > 1.0) {
+      const TPoint2D Moment = Chain.Gravity() * Chain.Area();
+      EXPECT_TRUE(Moment.Equals(Ring.Gravity() * Ring.Area(), 1e-2));
+    }
+    Ring.Add(Ring.First());
+    for (int I = 0; I < 40; ++I) {
+      const TPoint2D P =
+          I % 2 == 0 ? test::RandomGridPoint(Random, -5, 5) : test::RandomPoint(Random, -5, 5);
+      const double Distance = Ring.DistTo(P);
+      if (Distance > 1e-7 && Distance < 3e-6) continue;  // nearer than the sample can tell
+      EXPECT_EQ(Ring.RelationWithPoint(P, 1e-7), Chain.RelationWithPoint(P)) << P.X << ", " << P.Y;
+    }
+    for (const TLABSegline& Seg : Chain) {
+      EXPECT_EQ(srOn, Chain.RelationWithPoint(Seg.P1));
+      EXPECT_EQ(srOn, Chain.RelationWithPoint(Seg.PointByParam(0.37)));
+    }
+  }
+}
+
+TEST(TLABPolyline, ChangesReachWhatWasWorkedOut) {
+  TLABPolyline Chain = Slot();
+  EXPECT_EQ(srIn, Chain.RelationWithPoint({5, 2}));
+  const TLABPolyline Copy = Chain;
+  Chain.Translate({100, 0});
+  EXPECT_EQ(srOut, Chain.RelationWithPoint({5, 2}));
+  EXPECT_EQ(srIn, Copy.RelationWithPoint({5, 2}));
+  EXPECT_TRUE(Chain.SampleWithoutClone().First().Equals({100, 0}));
+  EXPECT_EQ(&Chain.SampleWithoutClone(), &Chain.SampleWithoutClone());
+  Chain.Clear();
+  EXPECT_TRUE(Chain.Sample().IsEmpty());
+  EXPECT_EQ(srOut, Chain.RelationWithPoint({105, 2}));
+}
+
+TEST(TLABPolyline, RoundTripsThroughPolylinesAndHostCurves) {
+  const TVPolyline2D Box(TVRect2D({0, 0}, {3, 2}));
+  const TLABPolyline Chain(Box);
+  EXPECT_TRUE(Chain.IsClosed());
+  EXPECT_EQ(Box.Points(), Chain.Sample().Points());
+  EXPECT_TRUE(TLABPolyline(static_cast<const TVPolyline2D*>(nullptr)).IsEmpty());
+  TLABPolyline Reversed = Slot();
+  Reversed.SetIsClockwise(true);
+  EXPECT_DOUBLE_EQ(-Slot().Area(), Reversed.Area());
+  const auto Curve = Reversed.ToGeCurve2D();
+  EXPECT_TRUE(Curve->IsClosed());
+  EXPECT_NEAR(20 + 4 * kPi, Curve->CurveLength(), 1e-12);
+}
+
+TEST(TLABPolyline, TangentsAtVertices) {
+  const TLABPolyline Ring = Slot();
+  EXPECT_TRUE(Ring.LeftTangentVector(0).Normal().Equals({1, 0}, 1e-12)) << "round the joint";
+  EXPECT_TRUE(Ring.RightTangentVector(0).Equals({10, 0}));
+  EXPECT_TRUE(Ring.LeftTangentVector(2).Normal().Equals({-1, 0}, 1e-12));
+  const TLABPolyline Open{{{0, 0}, {1, 0}}, {{1, 0}, {1, 0}}, {{1, 0}, {1, 0}, {1, 3}, {4, 4}}};
+  EXPECT_TRUE(Open.LeftTangentVector(2).Equals({1, 0})) << "past the point";
+  EXPECT_TRUE(Open.RightTangentVector(1).Normal().Equals({0, 1})) << "control on the end";
+  const TLABPolyline Point{{{1, 1}, {1, 1}}};
+  const struct {
+    const TLABPolyline& Chain;
+    int Index;
+    const char* Left;  // nothing where there is a tangent
+    const char* Right;
+  } Cases[] = {{Ring, 4, "参数不在作用域内", "参数不在作用域内"},
+               {Open, -1, "参数不在作用域内", "参数不在作用域内"},
+               {TLABPolyline(), 0, "参数不在作用域内", "参数不在作用域内"},
+               {Point, 0, "混合多段线为一个点", "混合多段线为一个点"},
+               {Open, 0, "不封闭混合多段线起点没有左切向量", nullptr},
+               {Open, 3, nullptr, "不封闭混合多段线终点没有右切向量"}};
+  for (const auto& Case : Cases) {
+    if (Case.Left != nullptr) {
+      test::ExpectRaises([&] { Case.Chain.LeftTangentVector(Case.Index); },
+                         std::string("[Error] TLABPolyline.LeftTangentVector: ") + Case.Left);
+    }
+    if (Case.Right != nullptr) {
+      test::ExpectRaises([&] { Case.Chain.RightTangentVector(Case.Index); },
+                         std::string("[Error] TLABPolyline.RightTangentVector: ") + Case.Right);
+    }
+  }
+  EXPECT_TRUE(Open.LeftTangentVector(3).IsParallelTo({3, 1}));
+}
+
+TEST(TLABPolyline, SmoothingJoinsLinesAndKeepsCurves) {
+  TLABPolyline Chain{{{5, 0}, {10, 0}},
+                     {{10, 0}, {10, 4}, {10, 2}, kHalfTurn},
+                     {{10, 4}, {6, 4}},
+                     {{6, 4}, {6, 4}},
+                     {{6, 4}, {4, 4}, {2, 4}, {0, 4}},
+                     {{0, 4}, {0, 0}, {0, 2}, kHalfTurn},
+                     {{0, 0}, {2, 5e-7}},
+                     {{2, 5e-7}, {5, 0}}};
+  const double Area = Chain.Area();
+  TLABPolyline Merged = Chain;
+  Merged.MergeCollinearLines();
+  EXPECT_EQ(5, Merged.Count()) << "the bottom, two arcs, the Bezier, the other half of the top";
+  Chain.CollinearSmooth();
+  EXPECT_EQ(4, Chain.Count());
+  EXPECT_TRUE(Chain.IsClosed(0.0));
+  EXPECT_NEAR(Area, Chain.Area(), 1e-5);
+  EXPECT_EQ(2u, Chain.GetLines().size());
+  TLABPolyline BackAndForth{{{0, 0}, {5, 0}}, {{5, 0}, {2, 0}}};
+  BackAndForth.CollinearSmooth();
+  EXPECT_EQ(2, BackAndForth.Count()) << "a way that turns back is not straight";
+  BackAndForth.ConnectHeadTail();
+  EXPECT_TRUE(BackAndForth.IsClosed(0.0));
+  EXPECT_EQ(3, BackAndForth.Count());
+}
+
+TEST(TLABPolyline, CrossesASegmentOncePerPlace) {
+  const TLABPolyline Chain = Slot();
+  const struct {
+    const char* Name;
+    TVLine2D Line;
+    std::size_t Points, Lines;
+  } Cases[] = {{"through both arcs", {{-9, 2}, {19, 2}}, 2, 0},
+               {"through two vertices", {{10, -1}, {10, 9}}, 2, 0},
+               {"along a side and beyond", {{-5, 0}, {20, 0}}, 0, 1},
+               {"tangent", {{12, -9}, {12, 9}}, 1, 0},
+               {"apart", {{20, 0}, {20, 9}}, 0, 0}};
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    std::vector<TPoint2D> Points;
+    std::vector<TVLine2D> Lines;
+    const bool IsAny = Chain.CrossWithSegLine(Case.Line, Points, Lines);
+    EXPECT_EQ(Case.Points, Points.size());
+    EXPECT_EQ(Case.Lines, Lines.size());
+    EXPECT_EQ(IsAny, Case.Points + Case.Lines > 0);
+  }
+}
+
+TEST(TLABPolyline, WritesNumbersThatReadBack) {
+  EXPECT_EQ("#000000\nline (0, 0.1) (1e+300, 0)\narc (1, 0) (0, 1) centre (0, 0) bulge 0.5\n",
+            TLABPolyline({{{0, 0.1}, {1e300, 0}}, {{1, 0}, {0, 1}, {0, 0}, 0.5}}).ToString());
+}
+
+TEST(TLABPolylineList, ActsOnItsChains) {
+  TLABPolylineList List;
+  EXPECT_FALSE(List.FirstIsCircle());
+  List.Add(std::make_unique<TLABPolyline>(TLABPolyline{{{1, 0}, {1, 0}, {0, 0}, -kCircleBulge}}));
+  List.Add(std::make_unique<TLABPolyline>(Slot()));
+  EXPECT_TRUE(List.FirstIsCircle());
+  EXPECT_NEAR(40 + 3 * kPi, List.Clone()->Area(), 1e-13);
+}
+
+// Every question comes back from any coordinates; the sanitized build watches.
+TEST(TLABPolyline, OddCoordinatesComeBack) {
+  constexpr double kOdd[] = {0.0,
+                             1.0,
+                             -2.0,
+                             5e-324,
+                             1e160,
+                             -1.7e308,
+                             1e300,
+                             std::numeric_limits<double>::infinity(),
+                             std::numeric_limits<double>::quiet_NaN()};
+  std::mt19937 Random(9);
+  const auto Number = [&] { return kOdd[test::RandomInt(Random, 0, std::size(kOdd) - 1)]; };
+  const auto Point = [&] {
+    const double X = Number();
+    return TPoint2D(X, Number());
+  };
+  for (int Round = 0; Round < 2000; ++Round) {
+    TLABPolyline Chain;
+    for (int I = 0; I < 3; ++I) {
+      const auto Type = static_cast<TSegType>(test::RandomInt(Random, 0, 2));
+      const TLABSegline Seg(Type, Point(), Point(), Point(), Point(), Number());
+      Chain.Insert(I, Seg);
+    }
+    const TShapeRelation Relation = Chain.RelationWithPoint(Point(), std::abs(Number()));
+    EXPECT_TRUE(Relation == srOn || Relation == srIn || Relation == srOut);
+    Chain.Area();
+    Chain.BoundBox();
+    std::vector<TPoint2D> Points;
+    std::vector<TVLine2D> Lines;
+    std::vector<TVArc2D> Arcs;
+    std::vector<TBezierSegment2D> Beziers;
+    Chain.CrossWithSegLine({Point(), Point()}, Points, Lines);
+    Chain[0].CrossWithLABSegline(Chain[1], Points, Lines, Arcs, Beziers);
+    Chain.CollinearSmooth();
+    EXPECT_LE(Chain.Count(), 3);
+  }
+}
+
+}  // namespace
+}  // namespace tarnalgo
