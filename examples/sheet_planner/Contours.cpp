@@ -13,19 +13,6 @@ namespace {
 
 using TKind = TContourPiece::TKind;
 
-const TSheetPiece& SheetPiece(const TSheet& Sheet, const TContourPiece& Piece) {
-  const auto Index = static_cast<std::size_t>(Piece.Index);
-  switch (Piece.Kind) {
-    case TKind::Edge:
-      return Sheet.Edges[Index];
-    case TKind::Arc:
-      return Sheet.Arcs[Index];
-    case TKind::Curve:
-      return Sheet.Curves[Index];
-  }
-  return Sheet.Edges[Index];
-}
-
 /// Ends are sorted by place, so that the ends that meet are neighbours.
 struct TEnd {
   int Anchor;
@@ -123,6 +110,52 @@ class TJoiner {
 };
 
 }  // namespace
+
+const TSheetPiece& SheetPiece(const TSheet& Sheet, const TContourPiece& Piece) {
+  const auto Index = static_cast<std::size_t>(Piece.Index);
+  switch (Piece.Kind) {
+    case TKind::Edge:
+      return Sheet.Edges[Index];
+    case TKind::Arc:
+      return Sheet.Arcs[Index];
+    case TKind::Curve:
+      return Sheet.Curves[Index];
+  }
+  return Sheet.Edges[Index];
+}
+
+std::vector<TContourPiece> AllPieces(const TSheet& Sheet) {
+  std::vector<TContourPiece> Pieces;
+  const auto Add = [&Pieces](TKind Kind, std::size_t Count) {
+    for (std::size_t I = 0; I < Count; ++I) Pieces.push_back({Kind, static_cast<int>(I), false});
+  };
+  Add(TKind::Edge, Sheet.Edges.size());
+  Add(TKind::Arc, Sheet.Arcs.size());
+  Add(TKind::Curve, Sheet.Curves.size());
+  return Pieces;
+}
+
+TPoint2D StartOf(const TSheet& Sheet, const TContourPiece& Piece) {
+  const auto Index = static_cast<std::size_t>(Piece.Index);
+  switch (Piece.Kind) {
+    case TKind::Edge: {
+      const TLine2D& Line = Sheet.Edges[Index].Line;
+      return Piece.IsReversed ? Line.EndPoint : Line.StartPoint;
+    }
+    case TKind::Arc: {
+      const TArc2D& Arc = Sheet.Arcs[Index].Arc;
+      return Piece.IsReversed ? Arc.EndPoint() : Arc.StartPoint();
+    }
+    case TKind::Curve:
+      break;
+  }
+  const std::vector<TPoint2D>& Points = Sheet.Curves[Index].Points;
+  return Piece.IsReversed ? Points.back() : Points.front();
+}
+
+TPoint2D EndOf(const TSheet& Sheet, const TContourPiece& Piece) {
+  return StartOf(Sheet, {Piece.Kind, Piece.Index, !Piece.IsReversed});
+}
 
 std::vector<TOrdinaryContour> JoinPieces(const TSheet& Sheet,
                                          const std::vector<TContourPiece>& Pieces) {

@@ -12,6 +12,16 @@ namespace sheet_planner {
 std::vector<TOrdinaryContour> JoinPieces(const TSheet& Sheet,
                                          const std::vector<TContourPiece>& Pieces);
 
+/// Every edge, arc and curve of the sheet.
+std::vector<TContourPiece> AllPieces(const TSheet& Sheet);
+
+/// Where a piece hangs on its neighbours, before any reversal.
+const TSheetPiece& SheetPiece(const TSheet& Sheet, const TContourPiece& Piece);
+
+/// The ends of the piece as it is cut.
+tarnalgo::TPoint2D StartOf(const TSheet& Sheet, const TContourPiece& Piece);
+tarnalgo::TPoint2D EndOf(const TSheet& Sheet, const TContourPiece& Piece);
+
 double LengthOf(const TSheet& Sheet, const TContourPiece& Piece);
 
 /// The piece's points as it is cut, chords within `ChordError` of an arc.

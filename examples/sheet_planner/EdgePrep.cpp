@@ -277,6 +277,17 @@ double LengthOf(const std::vector<TPoint2D>& Points) {
   return Length;
 }
 
+TRect2D BoundsOf(const TSheet& Sheet) {
+  TRect2D Box;
+  for (const TSheetEdge& Edge : Sheet.Edges) Box = Box.Union(Edge.Line.GetBoundBox());
+  for (const TSheetArc& Arc : Sheet.Arcs) Box = Box.Union(Arc.Arc.GetBoundBox());
+  for (const TSheetCircle& Circle : Sheet.Circles) Box = Box.Union(Circle.Circle.GetBoundBox());
+  for (const TSheetCurve& Curve : Sheet.Curves) {
+    for (const TPoint2D& P : Curve.Points) Box = Box.Union(P);
+  }
+  return Box;
+}
+
 TSheet PrepareSheet(const TDrawing& Drawing, const TPrepOptions& Options) {
   return TPreparer(Drawing, Options).Run();
 }

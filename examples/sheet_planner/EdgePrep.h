@@ -76,6 +76,9 @@ struct TSheet {
 /// quite parallel adds what it holds.
 TSheet PrepareSheet(const TDrawing& Drawing, const TPrepOptions& Options);
 
+/// The box of all that is cut; invalid when that is nothing.
+tarnalgo::TRect2D BoundsOf(const TSheet& Sheet);
+
 /// Of the chords through the points.
 double LengthOf(const std::vector<tarnalgo::TPoint2D>& Points);
 

@@ -22,6 +22,7 @@
 namespace {
 
 using namespace sheet_planner;
+using tarnalgo::TProgressEvent;
 
 enum TExitCode { kPlanned = 0, kBadInput = 1, kWrongUsage = 2 };
 
@@ -32,6 +33,7 @@ struct TOptions {
   double ChordError = 0.05;
   TPrepOptions Prep;
   bool WithListing = false;
+  bool WithProgress = false;
 };
 
 const std::map<std::string, std::function<TDrawing()>> kSamples{
@@ -83,10 +85,14 @@ void Save(const std::string& Path, const std::string& Text) {
   if (!File) throw EBadInput("cannot write the picture to " + Path);
 }
 
+void ShowProgress(void*, int Total, int Current) {
+  std::cerr << "\rplanned " << Current << " of " << Total << (Current == Total ? "\n" : "");
+}
+
 void Plan(const TOptions& Options) {
   const TDrawing Drawing = Load(Options);
   const TSheet Sheet = PrepareSheet(Drawing, Options.Prep);
-  const TPlan Result = PlanSheet(Sheet);
+  const TPlan Result = PlanSheet(Sheet, Options.WithProgress ? ShowProgress : TProgressEvent());
   Save(Options.Output, PlanSvg(Drawing, Sheet, Result));
   std::cout << PlanReport(Drawing, Sheet, Result);
   if (Options.WithListing) std::cout << "cutting order\n" << PlanListing(Drawing, Sheet, Result);
@@ -121,6 +127,7 @@ int main(int ArgCount, char** Args) {
       ->capture_default_str()
       ->type_name("FILE");
   App.add_flag("--list", Options.WithListing, "list every pass, circle and ordinary contour");
+  App.add_flag("--progress", Options.WithProgress, "show on the error stream how far it is");
   App.add_flag("--layers-as-ports", Options.Prep.LayersAsPorts,
                "give each layer a channel port of its own");
   AddTunable(App, "--snap", Options.Prep.Snap, "ends this near to each other are one place",

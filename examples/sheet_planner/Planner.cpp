@@ -4,12 +4,15 @@
 #include <cstddef>
 #include <deque>
 #include <iterator>
+#include <map>
 #include <memory>
+#include <set>
 #include <unordered_map>
 #include <utility>
 
 #include "examples/sheet_planner/Contours.h"
 #include "examples/sheet_planner/GapCheck.h"
+#include "examples/sheet_planner/Ordering.h"
 #include "examples/sheet_planner/RunFinder.h"
 #include "examples/sheet_planner/Stretches.h"
 
@@ -29,7 +32,7 @@ TLine2D Upward(const TLine2D& Line) {
 
 class TSheetPlanner {
  public:
-  explicit TSheetPlanner(const TSheet& Sheet) : FSheet(Sheet) {}
+  TSheetPlanner(const TSheet& Sheet, const TNesting& Nesting) : FSheet(Sheet), FNesting(Nesting) {}
 
   TPlan Run() {
     SplitEdges();
@@ -85,39 +88,56 @@ class TSheetPlanner {
 
   void FindTheRuns() {
     TRuns Found = FindRuns(FSegments);
-    FRuns = std::move(Found.Runs);
     FPlan.Stats.GapsTooLong = Found.GapsTooLong;
-    FPlan.Stats.Runs = static_cast<int>(FRuns.size());
+    FPlan.Stats.Runs = static_cast<int>(Found.Runs.size());
+    for (const auto& Run : Found.Runs) {
+      Run->AngVec = DcsX.RotateBy(Run->Angle);
+      Run->SortByDM();
+      SplitByLevel(*Run);
+    }
+    FPlan.Stats.RunsSplit = static_cast<int>(FRuns.size() - Found.Runs.size());
   }
 
-  /// Runs of one port and direction side by side, ordered across the sheet.
+  int LevelOf(const TLinearSegment& Segment) const {
+    return FNesting.Level(FNesting.OfEdgeEnd(Segment.Line.StartPoint));
+  }
+
+  void SplitByLevel(const TLinearSegmentList& Run) {
+    for (int I = 0; I < Run.Count(); ++I) {
+      if (I == 0 || LevelOf(*Run[I]) != LevelOf(*Run[I - 1])) {
+        FRuns.push_back(std::make_unique<TLinearSegmentList>(Run.Angle, Run.Intercept));
+        FRuns.back()->AngVec = Run.AngVec;
+      }
+      FRuns.back()->Add(Run[I]);
+    }
+  }
+
+  /// Runs of one port, level and direction side by side, ordered across the sheet.
   void OrderRuns() {
-    std::unordered_map<TGroupKey, TSegmentGroups> Groups;
-    std::vector<TGroupKey> Keys;
+    std::map<int, std::unordered_map<TGroupKey, TSegmentGroups>> Levels;
+    std::set<std::pair<int, double>> Directions;
     for (const auto& Run : FRuns) {
       const TGroupKey Key{Run->First()->ChannelPort(), Run->Angle};
-      const auto [Group, IsNew] = Groups.try_emplace(Key);
-      if (IsNew) Keys.push_back(Key);
-      Group->second.Add(Run.get());
+      Levels[LevelOf(*Run->First())][Key].Add(Run.get());
+      Directions.insert({Key.Port, Key.Angle});
     }
-    std::sort(Keys.begin(), Keys.end(), [](const TGroupKey& A, const TGroupKey& B) {
-      return std::pair(A.Port, A.Angle) < std::pair(B.Port, B.Angle);
-    });
-    FPlan.Stats.Groups = static_cast<int>(Keys.size());
-    for (const TGroupKey& Key : Keys) {
-      TSegmentGroups& Group = Groups.find(Key)->second;
-      Group.SortByIntercept();
-      FOrderedRuns.insert(FOrderedRuns.end(), Group.begin(), Group.end());
+    FPlan.Stats.Groups = static_cast<int>(Directions.size());
+    for (auto& [Level, Groups] : Levels) {
+      for (const auto& [Port, Angle] : Directions) {
+        const auto Found = Groups.find({Port, Angle});
+        if (Found == Groups.end()) continue;
+        Found->second.SortByIntercept();
+        FGroups.emplace_back(Found->second.begin(), Found->second.end());
+      }
     }
   }
 
   void BuildPasses() {
-    FPlan.Passes.reserve(FOrderedRuns.size());
-    for (TLinearSegmentList* const Run : FOrderedRuns) {
-      // Turned like the edges of longer runs, a lone one is cut along the direction too.
-      Run->AngVec = DcsX.RotateBy(Run->Angle);
-      if (Run->Count() == 1) Run->SortByDM();
-      Run->BuildResult(FPlan.Passes.emplace_back());
+    for (std::size_t Group = 0; Group < FGroups.size(); ++Group) {
+      for (TLinearSegmentList* const Run : FGroups[Group]) {
+        Run->BuildResult(FPlan.Passes.emplace_back());
+        FPlan.GroupOfPass.push_back(static_cast<int>(Group));
+      }
     }
   }
 
@@ -132,6 +152,7 @@ class TSheetPlanner {
   }
 
   const TSheet& FSheet;
+  const TNesting& FNesting;
   TPlan FPlan;
   std::vector<std::size_t> FFlown;
   std::vector<TContourPiece> FOrdinary;
@@ -139,7 +160,7 @@ class TSheetPlanner {
   std::deque<TFlyLine> FPieces;
   TLinearSegments FSegments;
   std::vector<std::unique_ptr<TLinearSegmentList>> FRuns;
-  std::vector<TLinearSegmentList*> FOrderedRuns;
+  std::vector<std::vector<TLinearSegmentList*>> FGroups;
 };
 
 /// Takes the pieces behind `Position` off the pass.
@@ -152,14 +173,17 @@ TOwningFlyCurves SplitBehind(TOwningFlyCurves& Pass, int Position) {
 
 }  // namespace
 
-TPlan GroupSheet(const TSheet& Sheet) {
-  return TSheetPlanner(Sheet).Run();
+TPlan GroupSheet(const TSheet& Sheet, const TNesting& Nesting) {
+  return TSheetPlanner(Sheet, Nesting).Run();
 }
 
 void RejectCrossingGaps(const TSheet& Sheet, TPlan& Plan) {
   const TGapCheck Check(Sheet);
   TPlanStats& Stats = Plan.Stats;
-  for (TOwningFlyCurves& Pass : std::exchange(Plan.Passes, {})) {
+  std::vector<TOwningFlyCurves> Whole = std::exchange(Plan.Passes, {});
+  const std::vector<int> GroupOfWhole = std::exchange(Plan.GroupOfPass, {});
+  for (std::size_t Number = 0; Number < Whole.size(); ++Number) {
+    TOwningFlyCurves& Pass = Whole[Number];
     std::vector<TOwningFlyCurves> Tails;  // the last one first
     for (int I = Pass.Count() - 1; I >= 0; --I) {
       if (!Pass[I]->IsFlyGap()) continue;
@@ -176,12 +200,15 @@ void RejectCrossingGaps(const TSheet& Sheet, TPlan& Plan) {
     }
     Plan.Passes.push_back(std::move(Pass));
     std::move(Tails.rbegin(), Tails.rend(), std::back_inserter(Plan.Passes));
+    Plan.GroupOfPass.resize(Plan.Passes.size(), GroupOfWhole[Number]);
   }
 }
 
-TPlan PlanSheet(const TSheet& Sheet) {
-  TPlan Plan = GroupSheet(Sheet);
+TPlan PlanSheet(const TSheet& Sheet, const TProgressEvent& Progress) {
+  const TNesting Nesting(Sheet);
+  TPlan Plan = GroupSheet(Sheet, Nesting);
   RejectCrossingGaps(Sheet, Plan);
+  OrderPlan(Sheet, Nesting, Plan, Progress);
   return Plan;
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "examples/sheet_planner/EdgePrep.h"
+#include "examples/sheet_planner/Nesting.h"
 #include "geometryAlgo/flyscanAlgo.h"
 
 namespace sheet_planner {
@@ -30,6 +31,14 @@ struct TRejectedGap {
   tarnalgo::TLine2D Line;
 };
 
+/// What is cut next: the item of that number in the plan's list of the kind.
+struct TPlanStep {
+  enum class TKind { Pass, Circle, Contour };
+
+  TKind Kind = TKind::Pass;
+  int Index = 0;
+};
+
 /// What the planner did, for the report. Lengths in model units.
 struct TPlanStats {
   int FlownEdges = 0;
@@ -42,28 +51,32 @@ struct TPlanStats {
   double GapLength = 0.0;
   int GapsTooLong = 0;   // collinear edges further apart than MaxConnectDistance
   int GapsCrossing = 0;  // rejected: they cross another cut
+  int RunsSplit = 0;     // between edges of which one has more inside than the other
 };
 
 /// How the sheet is cut.
 struct TPlan {
-  /// In cutting order: by port, direction and then across the sheet. Each owns its curves.
+  /// Each owns its curves. Lists are in cutting order, as `Order` mixes them.
   std::vector<tarnalgo::TOwningFlyCurves> Passes;
+  std::vector<int> GroupOfPass;        // passes of one port, level of nesting and direction
   tarnalgo::TOwningFlyCurves Circles;  // a `TFlyCircle` each
   std::vector<TOrdinaryContour> Contours;
+  std::vector<TPlanStep> Order;
   std::vector<TRejectedGap> Rejected;
   TPlanStats Stats;
 };
 
 /// Plans a prepared sheet with the library's tunables as they are: `GroupSheet`, then
-/// `RejectCrossingGaps`.
-TPlan PlanSheet(const TSheet& Sheet);
+/// `RejectCrossingGaps`, then `OrderPlan`, which tells `Progress` how far it is.
+TPlan PlanSheet(const TSheet& Sheet, const tarnalgo::TProgressEvent& Progress = {});
 
 /// The runs of collinear edges and their passes; arcs, curves and the other edges as contours.
 ///
 /// Edges of up to `MaxScanLineLength` are flown when the straight stretch that they are part of
 /// (`StretchLengths`) has `MinScanLineLength`: less is not worth the movement, longer edges are
-/// outlines, which want the lead-ins and the speed of an ordinary contour.
-TPlan GroupSheet(const TSheet& Sheet);
+/// outlines, which want the lead-ins and the speed of an ordinary contour. A run is split where the
+/// level of nesting changes, so that what lies inside can be cut first.
+TPlan GroupSheet(const TSheet& Sheet, const TNesting& Nesting);
 
 /// Splits each pass where a gap piece would cross another cut of the sheet.
 ///

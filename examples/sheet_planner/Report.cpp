@@ -114,7 +114,9 @@ std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan
     if (CutCount(Pass) == 1) ++Lone;
   }
   Table.Heading("flying cut");
-  Table.Row("runs", Stats.Runs, "in " + Counted(Stats.Groups, "direction", "directions"));
+  Table.Row("runs", Stats.Runs,
+            "in " + Counted(Stats.Groups, "direction", "directions") + "; split " +
+                Grouped(Stats.RunsSplit) + " times at another level of nesting");
   Table.Row(
       "passes", static_cast<long long>(Plan.Passes.size()),
       "up to " + Counted(Longest, "edge", "edges") + " each, " + Grouped(Lone) + " of one edge");

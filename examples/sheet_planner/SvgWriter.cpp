@@ -52,14 +52,9 @@ std::string ColourAt(double Part) {
   return "#" + Mix(A.R, B.R) + Mix(A.G, B.G) + Mix(A.B, B.B);
 }
 
-TRect2D BoundsOf(const TSheet& Sheet) {
-  TRect2D Box;
-  for (const TSheetEdge& Edge : Sheet.Edges) Box = Box.Union(Edge.Line.GetBoundBox());
-  for (const TSheetArc& Arc : Sheet.Arcs) Box = Box.Union(Arc.Arc.GetBoundBox());
-  for (const TSheetCircle& Circle : Sheet.Circles) Box = Box.Union(Circle.Circle.GetBoundBox());
-  for (const TSheetCurve& Curve : Sheet.Curves) {
-    for (const TPoint2D& P : Curve.Points) Box = Box.Union(P);
-  }
+/// With some room round it; never without extent.
+TRect2D FieldOf(const TSheet& Sheet) {
+  const TRect2D Box = BoundsOf(Sheet);
   if (!Box.IsValid()) return {{0, 0}, {1, 1}};
   const double Room = std::max({Box.Width(), Box.Height(), 1e-3}) * 0.02;
   return Box.Inflate(Room, Room);
@@ -78,7 +73,7 @@ double RoundLength(double Largest) {
 class TPicture {
  public:
   TPicture(const TDrawing& Drawing, const TSheet& Sheet, const TPlan& Plan)
-      : FDrawing(Drawing), FSheet(Sheet), FPlan(Plan), FBox(BoundsOf(Sheet)) {
+      : FDrawing(Drawing), FSheet(Sheet), FPlan(Plan), FBox(FieldOf(Sheet)) {
     FScale = std::min((kWidth - 2 * kMargin) / FBox.Width(), kLargestDrawing / FBox.Height());
     FDrawn = std::max(FBox.Height() * FScale, kSmallestDrawing);
     FStroke = std::clamp(TypicalEdge() * FScale / 7.0, 0.7, 3.2);

@@ -176,6 +176,68 @@ void ExpectContours(const TSheet& Sheet, const TPlan& Plan, double Snap) {
   EXPECT_EQ(Seen.size(), Different.size());
 }
 
+/// Turning round a closed chain: the angles under which its chords are seen add up to a full turn.
+bool IsInside(const TPoint2D& P, const std::vector<TPoint2D>& Points) {
+  double Turn = 0.0;
+  for (std::size_t I = 1; I < Points.size(); ++I) {
+    const TPoint2D A = Points[I - 1] - P;
+    const TPoint2D B = Points[I] - P;
+    Turn += std::atan2(A.CrossMul(B), A.DotMul(B));
+  }
+  return std::abs(Turn) > kPi;
+}
+
+std::vector<TPoint2D> PointsOfStep(const TSheet& Sheet, const TPlan& Plan, const TPlanStep& Step) {
+  std::vector<TPoint2D> Points;
+  const auto Index = static_cast<std::size_t>(Step.Index);
+  const auto Append = [&Points](const std::vector<TPoint2D>& More) {
+    Points.insert(Points.end(), More.begin(), More.end());
+  };
+  if (Step.Kind == TPlanStep::TKind::Circle) {
+    Append(Plan.Circles[Step.Index]->GeCurve()->Sample(0.01));
+  } else if (Step.Kind == TPlanStep::TKind::Pass) {
+    for (const TFlyCurve* Piece : Plan.Passes[Index]) Append(Piece->GeCurve()->Sample(0.01));
+  } else {
+    for (const TContourPiece& Piece : Plan.Contours[Index].Pieces) {
+      Append(PointsOf(Sheet, Piece, 0.01));
+    }
+  }
+  return Points;
+}
+
+/// The order is a permutation of the plan, and nothing is cut after a closed contour round it.
+void ExpectOrder(const TSheet& Sheet, const TPlan& Plan) {
+  using TKind = TPlanStep::TKind;
+  std::array<int, 3> Counts{};
+  for (const TPlanStep& Step : Plan.Order) {
+    EXPECT_EQ(Step.Index, Counts[static_cast<std::size_t>(Step.Kind)]++);
+  }
+  const std::array<std::size_t, 3> Wanted{Plan.Passes.size(), Sheet.Circles.size(),
+                                          Plan.Contours.size()};
+  EXPECT_EQ(Plan.Passes.size(), Plan.GroupOfPass.size());
+  for (std::size_t I = 0; I < 3; ++I) EXPECT_EQ(Wanted[I], static_cast<std::size_t>(Counts[I]));
+  std::vector<std::vector<TPoint2D>> Points;
+  for (const TPlanStep& Step : Plan.Order) Points.push_back(PointsOfStep(Sheet, Plan, Step));
+  for (std::size_t I = 0; I < Plan.Order.size(); ++I) {
+    const TPlanStep& Step = Plan.Order[I];
+    if (Step.Kind == TKind::Pass) continue;
+    if (Step.Kind == TKind::Contour &&
+        !Plan.Contours[static_cast<std::size_t>(Step.Index)].IsClosed) {
+      continue;
+    }
+    TRect2D Box;
+    for (const TPoint2D& P : Points[I]) Box = Box.Union(P);
+    for (std::size_t J = I + 1; J < Plan.Order.size(); ++J) {
+      const bool IsAllInside =
+          std::all_of(Points[J].begin(), Points[J].end(), [&](const TPoint2D& P) {
+            return P.X > Box.Min.X && P.X < Box.Max.X && P.Y > Box.Min.Y && P.Y < Box.Max.Y &&
+                   Distance(P, Points[I]) > 0.05 && IsInside(P, Points[I]);
+          });
+      EXPECT_FALSE(IsAllInside) << "step " << J << " lies inside step " << I;
+    }
+  }
+}
+
 }  // namespace
 
 TDrawing DrawingOf(const std::vector<TLine2D>& Lines) {
@@ -240,6 +302,7 @@ void ExpectSound(const TSheet& Sheet, const TPlan& Plan, double Snap) {
   for (const TOwningFlyCurves& Pass : Plan.Passes) ExpectContinuous(Pass);
   ExpectGapsClear(Sheet, Plan);
   ExpectContours(Sheet, Plan, Snap);
+  ExpectOrder(Sheet, Plan);
 }
 
 TPlan ExpectSoundPlan(const TDrawing& Drawing, const TPrepOptions& Options) {

@@ -23,7 +23,8 @@ double UnionLength(const std::vector<TDrawnEdge>& Edges, double Eps);
 /// - each edge of the sheet is cut once, whole, in a pass or in a contour, and nothing else is;
 /// - each pass runs on from piece to piece, along one line, without long gaps, on one port;
 /// - no accepted gap meets a cut but at its ends, and every rejected one does;
-/// - every arc and curve is in one contour and contours run on from piece to piece.
+/// - every arc and curve is in one contour and contours run on from piece to piece;
+/// - the order is a permutation, and nothing is cut after a closed contour or circle round it.
 void ExpectSound(const TSheet& Sheet, const TPlan& Plan, double Snap);
 
 /// The same for the plan of a drawing, made twice; picture, report and listing are the same bytes.

@@ -4,6 +4,7 @@
 
 #include "examples/sheet_planner/GapCheck.h"
 #include "examples/sheet_planner/LooseEnds.h"
+#include "examples/sheet_planner/NearestEnds.h"
 #include "examples/sheet_planner/Planner.h"
 #include "examples/sheet_planner/Report.h"
 #include "examples/sheet_planner/RunFinder.h"
@@ -57,7 +58,7 @@ TEST(FindRuns, ChainsWhatOneMovementCanCut) {
           };
           const TSheet Sheet =
               SheetOf({Place(Case.Second, (Way & 1) != 0), Place(Case.First, (Way & 2) != 0)});
-          EXPECT_EQ(Case.IsOneRun ? 1 : 2, GroupSheet(Sheet).Stats.Runs);
+          EXPECT_EQ(Case.IsOneRun ? 1 : 2, GroupSheet(Sheet, TNesting(Sheet)).Stats.Runs);
         }
       }
     }
@@ -265,6 +266,75 @@ TEST(FindLooseEnds, TellsEndsFromBranchesAndCorners) {
   const TLooseEnds Ends = FindLooseEnds(Sheet);
   EXPECT_EQ((std::vector<TPoint2D>{{20, 9}}), Ends.Loose);
   EXPECT_EQ((std::vector<TPoint2D>{{9, 9}}), Ends.Branches);
+}
+
+TEST(TNearestEnds, FindsTheNearestOfThoseThatAreOn) {
+  std::mt19937 Random(11);
+  std::vector<TPoint2D> Places;
+  for (int I = 0; I < 60; ++I) Places.push_back(tarnalgo::test::RandomGridPoint(Random, 0, 9));
+  TNearestEnds Ends(Places);
+  std::vector<char> IsOn(Places.size(), 0);
+  for (int Round = 0; Round < 600; ++Round) {
+    const int Changed = tarnalgo::test::RandomInt(Random, 0, 59);
+    char& State = IsOn[static_cast<std::size_t>(Changed)];
+    State = Round < 60 || !State;
+    Ends.Switch(Changed, State);
+    const TPoint2D P = tarnalgo::test::RandomGridPoint(Random, -3, 12);
+    int Nearest = -1;
+    for (int I = 0; I < 60; ++I) {
+      const auto At = [&](int Place) { return Places[static_cast<std::size_t>(Place)]; };
+      if (!IsOn[static_cast<std::size_t>(I)]) continue;
+      if (Nearest < 0 || P.DistanceTo(At(I)) < P.DistanceTo(At(Nearest))) Nearest = I;
+    }
+    EXPECT_EQ(Nearest, Ends.Nearest(P));
+  }
+}
+
+// Rings in rings, a ring beside them and a loose line within: levels by the depth below.
+TEST(TNesting, TellsWhatLiesInside) {
+  TDrawing Drawing;
+  const auto AddSquare = [&Drawing](double Low, double High) {
+    Drawing.AddEdge({Low, Low}, {High, Low}, 0);
+    Drawing.AddEdge({High, High}, {High, Low}, 0);
+    Drawing.AddEdge({High, High}, {Low, High}, 0);
+    Drawing.AddEdge({Low, High}, {Low, Low}, 0);
+  };
+  AddSquare(0, 100);  // figure 0
+  AddSquare(10, 60);
+  AddSquare(70, 80);
+  Drawing.AddEdge({20, 30}, {50, 30}, 0);  // 3: a line has no inside
+  Drawing.AddEdge({5, 5}, {10, 10}, 0);    // hangs on 1, outside of it
+  Drawing.Circles.push_back({{{30, 40}, 5}, 0});
+  Drawing.Circles.push_back({{{30, 40}, 4}, 0});
+  Drawing.Circles.push_back({{{200, 50}, 4}, 0});
+  const TNesting Nesting(PrepareSheet(Drawing, {}));
+  const int Parents[] = {-1, 0, 0, 1, 1, 4, -1};
+  const int Levels[] = {3, 2, 0, 0, 1, 0, 0};
+  ASSERT_EQ(7, Nesting.Count());
+  for (int I = 0; I < 7; ++I) {
+    EXPECT_EQ(Parents[I], Nesting.Parent(I)) << I;
+    EXPECT_EQ(Levels[I], Nesting.Level(I)) << I;
+  }
+}
+
+TEST(OrderPlan, GoesThroughRowsToAndFro) {
+  const TPlan Plan = PlanSheet(PrepareSheet(SquareGrid(20, 30), {}));
+  int Far = 0;
+  for (std::size_t I = 1; I < Plan.Passes.size(); ++I) {
+    if (Plan.Passes[I - 1].EndPoint().DistanceTo(Plan.Passes[I].StartPoint()) > 12.0) ++Far;
+  }
+  EXPECT_LE(Far, 1);  // from the rows to the columns
+}
+
+TEST(OrderPlan, TellsItsProgress) {
+  int Last = 0;
+  const TSheet Sheet = PrepareSheet(SquareGrid(9, 9), {});
+  const TPlan Plan = PlanSheet(Sheet, [&Last](void*, int Total, int Current) {
+    EXPECT_EQ(36, Total);
+    EXPECT_GT(Current, Last);
+    Last = Current;
+  });
+  EXPECT_EQ(36, Last);
 }
 
 TEST(Output, NamesAreSafeInThePicture) {
