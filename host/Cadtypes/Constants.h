@@ -23,6 +23,15 @@ inline constexpr double kHullSlack = 1.1e-5;
 inline constexpr double kCollinearShiftX = 1.1e-5;
 inline constexpr double kCollinearShiftY = -1e-5;
 
+/// Length: shorter edges have no direction for the calipers about a polygon and no angle between
+/// them.
+inline constexpr double kLeastEdge = 1e-8;
+
+/// Shares: by how much of the polygon's size a vertex may stand out of its smallest rectangle, and
+/// by how much of its area another rectangle must be smaller to take its place.
+inline constexpr double kBoxSlack = 1e-6;
+inline constexpr double kBoxGain = 1e-9;
+
 /// Sine of the angle between two directions: below it two host lines count as parallel, and two
 /// curves as touching where one of them turns back. Far above the rounding of a direction, far
 /// below any angle that is drawn.
@@ -63,6 +72,9 @@ inline constexpr double kHoleSearchMargin = 0.01;
 
 /// Length: chord error of the sampling where a hole has no exact crossing test.
 inline constexpr double kHoleChordTolerance = 0.1;
+
+/// Integers a model unit: the standard scale of integer paths.
+inline constexpr double kIntegerScale = 100000.0;
 
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
