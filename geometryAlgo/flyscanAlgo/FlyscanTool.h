@@ -1,5 +1,7 @@
 #pragma once  // geometryAlgo/flyscanAlgo/FlyscanTool.h
 
+#include <memory>
+
 #include "geometryAlgo/VedaType/Polyline.h"
 #include "host/Cadgeometry.h"
 
@@ -14,23 +16,57 @@ class TFlyscanTool {
   /// Tolerance: 1e-6, on the coordinates of the legs and on the angle.
   static bool AngleCamValid(const TPoint2D& PtLast, const TPoint2D& Pt, const TPoint2D& PtNext);
 
-  /// The connection that leaves `PtOut` along `VecOut` and enters `PtIn` along `VecIn`, each with a
-  /// straight lead of length `D` and a control point `BezierControlLength` beyond it, has a corner
-  /// sharper than `MaxSharpAngle`. Corners are measured as the angle left between the legs, π for
-  /// going straight on.
+  /// The curve as a polyline whose chords deviate from it by at most `ChordEps`, ends exact.
+  static TVPolyline2D GetPolyline2D(const TGeCurve2D& GeCurve, double ChordEps);
+
+  // --- Connections (FlyscanToolConnect.cpp) ---
+  //
+  // Each leaves `PtOut` along `VecOut` and enters `PtIn` along `VecIn`. Its straight leads are
+  // `ScanConnectSegLength` long.
+
+  /// The connection with straight leads of length `D` and control points `BezierControlLength`
+  /// beyond them has a corner sharper than `MaxSharpAngle`. Corners are measured as the angle left
+  /// between the legs, π for going straight on.
   /// Tolerance: none; a corner of exactly `MaxSharpAngle` passes.
   static bool AngleTooSharp(const TPoint2D& PtOut, const TPoint2D& VecOut, const TPoint2D& PtIn,
                             const TPoint2D& VecIn, double D);
 
-  /// The curve as a polyline whose chords deviate from it by at most `ChordEps`, ends exact.
-  static TVPolyline2D GetPolyline2D(const TGeCurve2D& GeCurve, double ChordEps);
-
-  /// Whether a single smooth Bezier joins `PtOut`, left along `VecOut`, to `PtIn`, entered along
-  /// `VecIn`. No joint is offered yet: answers false and leaves `BezierSeg` alone, so that
-  /// `TLinearSegmentList::BuildResult` falls back to gap lines.
+  /// A single cubic Bezier that joins the two smoothly; false, `BezierSeg` untouched, where the
+  /// ends are less than 0.3 apart or it would turn by more than 60.12 degrees at one of them. Its
+  /// control points are the ends of the leads, drawn in where they reach beyond a quarter of the
+  /// way to the control point of the other end: first that of the leaving end, then the other.
+  /// Tolerance: 1e-6, on the turn and on the place of the control point; none on the distance.
   static bool GetSmoothBezierSeg(const TPoint2D& PtOut, const TPoint2D& VecOut,
                                  const TPoint2D& PtIn, const TPoint2D& VecIn,
                                  TBezierSegment2D& BezierSeg);
+
+  /// The smooth joint; where there is none `CreateTriBezierConnect`, or `CreateTriLineConnect` when
+  /// `ConnectStyle` is 1 or the former would have too sharp a corner.
+  static std::unique_ptr<TGeCurve2D> CreateConnectCurve(const TPoint2D& PtOut,
+                                                        const TPoint2D& VecOut,
+                                                        const TPoint2D& PtIn,
+                                                        const TPoint2D& VecIn);
+
+  /// Lead, cubic, lead, as Bezier segments; the directions agree where they meet. Where the leads
+  /// face each other on nearly one line the middle is two cubics and passes 0.5 beside that line,
+  /// on the left of `VecOut`.
+  static std::unique_ptr<TGePolyBezier2D> CreateTriBezierConnect(const TPoint2D& PtOut,
+                                                                 const TPoint2D& VecOut,
+                                                                 const TPoint2D& PtIn,
+                                                                 const TPoint2D& VecIn);
+
+  /// Lead, straight line, lead.
+  static std::unique_ptr<TGePolyline2D> CreateTriLineConnect(const TPoint2D& PtOut,
+                                                             const TPoint2D& VecOut,
+                                                             const TPoint2D& PtIn,
+                                                             const TPoint2D& VecIn);
+
+  /// The straight line that leaves `CircleA`, run in its sense, and enters `CircleB` in its sense:
+  /// the polar angles in [0, 2π) of its tangent points. Unequal senses give an inner tangent.
+  /// Errors: centres less than 1e-4 apart, circles that cross (inner) or lie in one another, and
+  /// anything that is not finite, "Connect calculate tangent".
+  static void CalcTangentLine(const TCircle2D& CircleA, const TCircle2D& CircleB, bool IsClockwiseA,
+                              bool IsClockwiseB, double& AngleA, double& AngleB);
 };
 
 }  // namespace tarnalgo

@@ -4,20 +4,13 @@
 #include <limits>
 #include <memory>
 
+#include "geometryAlgo/flyscanAlgo/NormalTurn.h"
 #include "geometryAlgo/flyscanAlgo/Tunables.h"
-#include "host/Cadtypes/Numeric.h"
 #include "host/Cadutils.h"
 
 namespace tarnalgo {
 
 namespace {
-
-/// Direction of `Line` in [0, 2π); a hair below a full turn is 0.
-double DirectionAngle(const TLine2D& Line) {
-  const double Angle = Line.Angle();
-  if (TMathUtils::FloatEquals(Angle, kFullTurn)) return 0.0;
-  return static_cast<double>(NormalAngle(Angle, false, 0.0L));
-}
 
 /// What `CompareAngleIntercept` looks at.
 struct TSegmentKey {
@@ -51,7 +44,7 @@ constexpr auto CompareKeys = [](const TSegmentKey& Left, const TSegmentKey& Righ
 }  // namespace
 
 TLinearSegment::TLinearSegment(TFlyCurve* ACurve, const TLine2D& ALine)
-    : Line(ALine), LineAngle(DirectionAngle(ALine)), RefCurve(ACurve) {
+    : Line(ALine), LineAngle(NormalTurn(ALine.Angle())), RefCurve(ACurve) {
   if (LineAngle > kTurnRoundAngle) {
     Line = ALine.ReverseParam();
     LineAngle -= kPi;

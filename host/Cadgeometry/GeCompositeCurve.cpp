@@ -153,6 +153,10 @@ void TGeCompositeCurve2D::AddCurve(std::unique_ptr<TGeCurve2D> Curve) {
   FCurves.push_back(std::move(Curve));
 }
 
+void TGeCompositeCurve2D::Reserve(int Count) {
+  if (Count > 0) FCurves.reserve(static_cast<std::size_t>(Count));
+}
+
 std::size_t TGeCompositeCurve2D::CheckedIndex(int Index) const {
   if (Index < 0 || Index >= GetCurveCount()) {
     RaiseError<EParamError>("TGeCompositeCurve2D", "index out of range");

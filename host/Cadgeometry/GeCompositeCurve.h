@@ -37,6 +37,8 @@ class TGeCompositeCurve2D : public TGeCurve2D {
   /// Appends a member, which passes to the composite.
   /// Errors: an empty pointer, `EParamError`.
   void AddCurve(std::unique_ptr<TGeCurve2D> Curve);
+  /// Room for `Count` members in all, so that adding them does not move the list.
+  void Reserve(int Count);
   int GetCurveCount() const { return static_cast<int>(FCurves.size()); }
   /// Member `Index`, which stays the composite's.
   /// Errors: an index outside 0 .. count − 1, `EParamError`.

@@ -76,6 +76,35 @@ inline constexpr double kHoleChordTolerance = 0.1;
 /// Integers a model unit: the standard scale of integer paths.
 inline constexpr double kIntegerScale = 100000.0;
 
+/// Angle (radians), about 60.12 degrees: the most that a smooth joint turns at either end, measured
+/// from its control to the other end's.
+inline constexpr double kSmoothJointTurn = 1.049291946298991;
+
+/// Length: nearer ends get no smooth joint.
+inline constexpr double kSmoothJointGap = 0.3;
+
+/// Length and cosine: the middle of a connection is pushed aside where the second control lies
+/// nearer than this to the line of the first lead and the directions are as parallel as this.
+inline constexpr double kFacingDistance = 0.1;
+inline constexpr double kFacingCosine = 0.999;
+
+/// Length: centres nearer than this have no common tangent.
+inline constexpr double kLeastCenterDistance = 1e-4;
+
+/// Length: how far before and behind its point a pose is extended to find the corner of a fillet.
+inline constexpr double kFilletReach = 50000.0;
+
+/// Cosine, and near a right angle an angle (radians): slack of the largest turn of a fillet. A
+/// right angle, the commonest corner, would hang on rounding otherwise.
+inline constexpr double kFilletTurnSlack = 1e-9;
+
+/// Length: an arc of a transition with ends nearer than this is made about its centre, not over its
+/// chord: rounding at coordinates of 1000 turns a shorter chord by more than 1e-9.
+inline constexpr double kShortArcChord = 1e-3;
+
+/// Length: transitions are not looked for beyond; squares of lengths stay within a double.
+inline constexpr double kLargestPoseCoordinate = 1e150;
+
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
 

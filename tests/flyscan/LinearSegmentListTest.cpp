@@ -33,6 +33,7 @@ struct TPiece {
   TPoint2D Start;
   TPoint2D End;
   bool IsFlyGap;
+  bool IsLine = true;  // else a smooth joint
 
   friend bool operator==(const TPiece&, const TPiece&) = default;
 };
@@ -41,9 +42,10 @@ std::vector<TPiece> PiecesOf(const TFlyCurves& Pass) {
   std::vector<TPiece> Result;
   for (const TFlyCurve* const Piece : Pass) {
     EXPECT_EQ(0.0, Piece->PathStartParam());
-    EXPECT_NE(nullptr, dynamic_cast<const TFlyLine*>(Piece));
+    const bool IsLine = dynamic_cast<const TFlyLine*>(Piece) != nullptr;
+    EXPECT_EQ(!IsLine, dynamic_cast<TGePolyBezier2D*>(Piece->GeCurve()) != nullptr);
     Result.push_back(
-        {Piece->GeCurve()->StartPoint(), Piece->GeCurve()->EndPoint(), Piece->IsFlyGap()});
+        {Piece->GeCurve()->StartPoint(), Piece->GeCurve()->EndPoint(), Piece->IsFlyGap(), IsLine});
   }
   return Result;
 }
@@ -82,6 +84,7 @@ TEST(TLinearSegmentList, OnlyAGapBeyondTheSampleLengthIsBridged) {
     const char* Name;
     TLine2D Second;
     bool IsBridged;
+    bool IsLine = true;
   } Cases[] = {
       {"touching", {{10, 0}, {20, 0}}, false},
       {"exactly the sample length", {{10.3, 0}, {20, 0}}, false},
@@ -91,8 +94,8 @@ TEST(TLinearSegmentList, OnlyAGapBeyondTheSampleLengthIsBridged) {
       {"a step to the side and a gap", {{10.5, 5}, {20, 5}}, true},
       {"overlap up to the sample length", {{9.7, 0}, {20, 0}}, false},
       {"overlap beyond it runs backwards", {{9.6, 0}, {20, 0}}, true},
-      {"inside the first edge", {{4, 0}, {6, 0}}, true},
-      {"the same edge again", {{0, 0}, {10, 0}}, true},
+      {"inside the first edge: back the way the edges are stored", {{4, 0}, {6, 0}}, true, false},
+      {"the same edge again: likewise", {{0, 0}, {10, 0}}, true, false},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
@@ -100,7 +103,7 @@ TEST(TLinearSegmentList, OnlyAGapBeyondTheSampleLengthIsBridged) {
     TOwningFlyCurves Pass;
     Pair.Run.BuildResult(Pass);
     std::vector<TPiece> Expected = {{{0, 0}, {10, 0}, false}};
-    if (Case.IsBridged) Expected.push_back({{10, 0}, Case.Second.StartPoint, true});
+    if (Case.IsBridged) Expected.push_back({{10, 0}, Case.Second.StartPoint, true, Case.IsLine});
     Expected.push_back({Case.Second.StartPoint, Case.Second.EndPoint, false});
     EXPECT_EQ(Expected, PiecesOf(Pass));
   }
