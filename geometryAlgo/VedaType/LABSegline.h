@@ -27,9 +27,10 @@ using enum TSegType;
 /// | `P3` | | | second control point |
 /// | `Bulge` | 0 | tan(sweep / 4), negative for clockwise | 0 |
 ///
-/// A bulge of ±`kCircleBulge` or beyond marks a full circle. A plain value; fields that a type does not use are zero. Of an arc the centre and the sign of
-/// the bulge count, the radius is the distance from the centre to `P1`; an arc whose ends are equal
-/// within 1e-6 is a full circle whatever its bulge. Nothing makes the fields agree with each other.
+/// A bulge of ±`kCircleBulge` or beyond marks a full circle. A plain value; fields that a type does
+/// not use are zero. Of an arc the centre and the sign of the bulge count, the radius is the
+/// distance from the centre to `P1`; an arc whose ends are equal within 1e-6 is a full circle
+/// whatever its bulge. Nothing makes the fields agree with each other.
 /// Parameter: a real T from 0 at `P1` to 1 at the end. Tolerances are lengths unless said
 /// otherwise.
 struct TLABSegline {

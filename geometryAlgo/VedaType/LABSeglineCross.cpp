@@ -17,6 +17,15 @@ bool StaysOnCircle(const TVArc2D& Arc, const TPoint2D& P, const TPoint2D& Q, dou
   return TMathUtils::FloatEquals(Way.SegmentDistanceTo(Arc.Center), Arc.Radius(), Eps);
 }
 
+/// The segment lies outside the circle of the arc or inside it as a whole: no angle is needed.
+bool IsClearOfCircle(const TVLine2D& Line, const TVArc2D& Arc, double Eps) {
+  const double Radius = Arc.Radius();
+  const double Slack = Eps + kLinearTolerance;
+  return Line.SegmentDistanceTo(Arc.Center) > Radius + Slack ||
+         std::max(Line.StartPoint.DistanceTo(Arc.Center), Line.EndPoint.DistanceTo(Arc.Center)) <
+             Radius - Slack;
+}
+
 void CrossLines(const TVLine2D& A, const TVLine2D& B, std::vector<TPoint2D>& Points,
                 std::vector<TVLine2D>& Lines, double Eps) {
   TPoint2D P1;
@@ -28,6 +37,7 @@ void CrossLines(const TVLine2D& A, const TVLine2D& B, std::vector<TPoint2D>& Poi
 
 void CrossArcWithLine(const TVArc2D& Arc, const TVLine2D& Line, std::vector<TPoint2D>& Points,
                       double Eps) {
+  if (IsClearOfCircle(Line, Arc, Eps)) return;
   const double Length = Line.Length();
   TPoint2D Found[4];
   // The slack of the parameter that is `Eps` as a length.
