@@ -4,7 +4,7 @@
 
 # To build the library and the planner, to draw the picture of the plan.
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpolyclipping-dev libdxflib-dev libcli11-dev
-  librsvg2-bin"
+  nlohmann-json3-dev librsvg2-bin"
 # To test and check as well.
 TEST_PACKAGES="$BUILD_PACKAGES ccache git clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libgmock-dev"

@@ -21,7 +21,8 @@ if [ $# -gt 0 ]; then
   exec "$planner" "$@"
 fi
 say "Planning the sample sheet"
-"$planner" --sample plate --output "$out/plan.svg" | tee "$out/report.txt"
+"$planner" --sample plate --output "$out/plan.svg" --json "$out/plan.json" | tee "$out/report.txt"
 rsvg-convert -w 1600 "$out/plan.svg" -o "$out/plan.png"
 say "Done"
-printf 'picture: %s\n         %s\nreport:  %s\n' "$out/plan.svg" "$out/plan.png" "$out/report.txt"
+printf 'picture: %s\n         %s\nreport:  %s\nmoves:   %s\n' "$out/plan.svg" "$out/plan.png" "$out/report.txt" \
+  "$out/plan.json"

@@ -8,9 +8,12 @@
 #include <map>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "examples/sheet_planner/BadInput.h"
 #include "examples/sheet_planner/EdgePrep.h"
+#include "examples/sheet_planner/JsonWriter.h"
+#include "examples/sheet_planner/Machine.h"
 #include "examples/sheet_planner/Planner.h"
 #include "examples/sheet_planner/Report.h"
 #include "examples/sheet_planner/SampleSheets.h"
@@ -30,6 +33,8 @@ struct TOptions {
   std::string Input;
   std::string Sample;
   std::string Output = "plan.svg";
+  std::string Json;
+  TMachine Machine;
   double ChordError = 0.05;
   TPrepOptions Prep;
   bool WithListing = false;
@@ -60,13 +65,30 @@ CLI::Validator OneOfTheSamples() {
   return CLI::Validator(Check, "");
 }
 
-void AddTunable(CLI::App& App, const std::string& Name, double& Variable, const std::string& Text,
-                double Least = 0.0) {
+void AddNumber(CLI::App& App, const std::string& Name, double& Variable, const std::string& Text,
+               double Least, const std::string& Group) {
   App.add_option(Name, Variable, Text)
       ->check(AtLeast(Least))
       ->capture_default_str()
       ->type_name("NUMBER")
-      ->group("Tunables (lengths in the drawing's unit)");
+      ->group(Group);
+}
+
+void AddTunable(CLI::App& App, const std::string& Name, double& Variable, const std::string& Text,
+                double Least = 0.0) {
+  AddNumber(App, Name, Variable, Text, Least, "Tunables (lengths in the drawing's unit)");
+}
+
+/// What the time of the plan is reckoned with.
+void AddMachine(CLI::App& App, TMachine& Machine) {
+  const auto Add = [&App](const char* Name, double& Variable, const char* Text) {
+    constexpr double kLeast = 1e-3;
+    AddNumber(App, Name, Variable, Text, kLeast, "Machine (drawing's unit and seconds)");
+  };
+  Add("--cut-speed", Machine.CutSpeed, "speed of cuts and of gaps flown over");
+  Add("--rapid-speed", Machine.RapidSpeed, "speed of rapid moves");
+  Add("--acceleration", Machine.Acceleration, "from halt to speed and back");
+  Add("--pierce-time", Machine.PierceTime, "where the beam goes on at a halt");
 }
 
 TDrawing Load(const TOptions& Options) {
@@ -82,7 +104,7 @@ void Save(const std::string& Path, const std::string& Text) {
   std::ofstream File(Path, std::ios::binary);
   File << Text;
   File.close();
-  if (!File) throw EBadInput("cannot write the picture to " + Path);
+  if (!File) throw EBadInput("cannot write " + Path);
 }
 
 void ShowProgress(void*, int Total, int Current) {
@@ -94,7 +116,11 @@ void Plan(const TOptions& Options) {
   const TSheet Sheet = PrepareSheet(Drawing, Options.Prep);
   const TPlan Result = PlanSheet(Sheet, Options.WithProgress ? ShowProgress : TProgressEvent());
   Save(Options.Output, PlanSvg(Drawing, Sheet, Result));
-  std::cout << PlanReport(Drawing, Sheet, Result);
+  const std::vector<TMove> Moves = MovesOf(Sheet, Result);
+  if (!Options.Json.empty()) Save(Options.Json, PlanJson(Drawing, Sheet, Moves));
+  const TWork Before = Measure(MovesOf(Sheet, PlanContours(Sheet)), Options.Machine);
+  std::cout << PlanReport(Drawing, Sheet, Result)
+            << WorkReport(Drawing, Before, Measure(Moves, Options.Machine), Options.Machine);
   if (Options.WithListing) std::cout << "cutting order\n" << PlanListing(Drawing, Sheet, Result);
   std::cout << "picture  " << Options.Output << std::endl;
   if (!std::cout) throw EBadInput("cannot write the report");
@@ -126,6 +152,8 @@ int main(int ArgCount, char** Args) {
   App.add_option("-o,--output", Options.Output, "picture to write")
       ->capture_default_str()
       ->type_name("FILE");
+  App.add_option("--json", Options.Json, "the moves of the machine, to write too")
+      ->type_name("FILE");
   App.add_flag("--list", Options.WithListing, "list every pass, circle and ordinary contour");
   App.add_flag("--progress", Options.WithProgress, "show on the error stream how far it is");
   App.add_flag("--layers-as-ports", Options.Prep.LayersAsPorts,
@@ -143,14 +171,18 @@ int main(int ArgCount, char** Args) {
              "how far aside the edges of a pass may lie");
   AddTunable(App, "--angle-tolerance", AngleDegrees,
              "degrees; half of it is how far the edges of a pass may differ in direction");
+  AddMachine(App, Options.Machine);
   try {
     App.parse(ArgCount, Args);
     if (Options.Input.empty() && Options.Sample.empty()) {
       throw CLI::RequiredError("a drawing or --sample");
     }
     std::error_code Error;
-    if (std::filesystem::equivalent(Options.Input, Options.Output, Error)) {
-      throw CLI::ValidationError("--output", "would overwrite the drawing");
+    for (const std::string& Path : {Options.Output, Options.Json}) {
+      if (std::filesystem::equivalent(Options.Input, Path, Error)) {
+        throw CLI::ValidationError(Path == Options.Output ? "--output" : "--json",
+                                   "would overwrite the drawing");
+      }
     }
     tarnalgo::AngleTolerance = AngleDegrees * tarnalgo::kPi / 180.0;
   } catch (const CLI::ParseError& Error) {

@@ -30,6 +30,31 @@ TLine2D Upward(const TLine2D& Line) {
   return IsUpward ? Line : Line.ReverseParam();
 }
 
+void TakeCircles(const TSheet& Sheet, TPlan& Plan) {
+  for (const TSheetCircle& Circle : Sheet.Circles) {
+    auto Curve = std::make_unique<TGeCircularArc2D>(Circle.Circle.Center, Circle.Circle.Radius, 0.0,
+                                                    kFullTurn);
+    auto Piece = std::make_unique<TFlyCircle>(Curve.get(), 0.0, false, Circle.Port, 0);
+    Plan.Circles.Add(std::move(Piece));
+    (void)Curve.release();  // the list owns it with the piece
+  }
+}
+
+/// For each edge whether its contour holds an arc or a curve, which has to be cut as it is drawn:
+/// flying the edges between would leave a start for each of them.
+std::vector<char> EdgesBesideArcs(const TSheet& Sheet) {
+  using TKind = TContourPiece::TKind;
+  std::vector<char> Found(Sheet.Edges.size(), 0);
+  for (const TOrdinaryContour& Contour : JoinPieces(Sheet, AllPieces(Sheet))) {
+    const bool HoldsArc = std::any_of(Contour.Pieces.begin(), Contour.Pieces.end(),
+                                      [](const TContourPiece& P) { return P.Kind != TKind::Edge; });
+    for (const TContourPiece& Piece : Contour.Pieces) {
+      if (Piece.Kind == TKind::Edge) Found[static_cast<std::size_t>(Piece.Index)] = HoldsArc;
+    }
+  }
+  return Found;
+}
+
 class TSheetPlanner {
  public:
   TSheetPlanner(const TSheet& Sheet, const TNesting& Nesting) : FSheet(Sheet), FNesting(Nesting) {}
@@ -40,7 +65,7 @@ class TSheetPlanner {
     FindTheRuns();
     OrderRuns();
     BuildPasses();
-    TakeCircles();
+    TakeCircles(FSheet, FPlan);
     FPlan.Contours = JoinPieces(FSheet, FOrdinary);
     return std::move(FPlan);
   }
@@ -51,12 +76,13 @@ class TSheetPlanner {
     TPlanStats& Stats = FPlan.Stats;
     const std::vector<double> Stretches =
         StretchLengths(FSheet.Edges, MinScanLineLength, MaxScanLineLength);
+    const std::vector<char> IsBesideArc = EdgesBesideArcs(FSheet);
     for (std::size_t I = 0; I < FSheet.Edges.size(); ++I) {
       const double Length = FSheet.Edges[I].Line.Length();
       const bool IsShort = Stretches[I] < MinScanLineLength;
       const bool IsLong = Length > MaxScanLineLength;
-      if (IsShort || IsLong) {
-        ++(IsShort ? Stats.ShortEdges : Stats.LongEdges);
+      if (IsShort || IsLong || IsBesideArc[I]) {
+        ++(IsShort ? Stats.ShortEdges : IsLong ? Stats.LongEdges : Stats.EdgesBesideArcs);
         FOrdinary.push_back({TContourPiece::TKind::Edge, static_cast<int>(I), false});
         continue;
       }
@@ -141,16 +167,6 @@ class TSheetPlanner {
     }
   }
 
-  void TakeCircles() {
-    for (const TSheetCircle& Circle : FSheet.Circles) {
-      auto Curve = std::make_unique<TGeCircularArc2D>(Circle.Circle.Center, Circle.Circle.Radius,
-                                                      0.0, kFullTurn);
-      auto Piece = std::make_unique<TFlyCircle>(Curve.get(), 0.0, false, Circle.Port, 0);
-      FPlan.Circles.Add(std::move(Piece));
-      (void)Curve.release();  // the list owns it with the piece
-    }
-  }
-
   const TSheet& FSheet;
   const TNesting& FNesting;
   TPlan FPlan;
@@ -209,6 +225,14 @@ TPlan PlanSheet(const TSheet& Sheet, const TProgressEvent& Progress) {
   TPlan Plan = GroupSheet(Sheet, Nesting);
   RejectCrossingGaps(Sheet, Plan);
   OrderPlan(Sheet, Nesting, Plan, Progress);
+  return Plan;
+}
+
+TPlan PlanContours(const TSheet& Sheet) {
+  TPlan Plan;
+  Plan.Contours = JoinPieces(Sheet, AllPieces(Sheet));
+  TakeCircles(Sheet, Plan);
+  OrderPlan(Sheet, TNesting(Sheet), Plan, {});
   return Plan;
 }
 

@@ -43,8 +43,9 @@ struct TPlanStep {
 struct TPlanStats {
   int FlownEdges = 0;
   double FlownLength = 0.0;
-  int ShortEdges = 0;  // of stretches below MinScanLineLength
-  int LongEdges = 0;   // above MaxScanLineLength
+  int ShortEdges = 0;       // of stretches below MinScanLineLength
+  int LongEdges = 0;        // above MaxScanLineLength
+  int EdgesBesideArcs = 0;  // of the right length, in contours that hold an arc or a curve
   int Runs = 0;
   int Groups = 0;  // directions, each port apart
   int GapsAccepted = 0;
@@ -70,12 +71,17 @@ struct TPlan {
 /// `RejectCrossingGaps`, then `OrderPlan`, which tells `Progress` how far it is.
 TPlan PlanSheet(const TSheet& Sheet, const tarnalgo::TProgressEvent& Progress = {});
 
+/// The sheet contour by contour, nothing flown, in the order of `OrderPlan`: what flying cut has to
+/// beat.
+TPlan PlanContours(const TSheet& Sheet);
+
 /// The runs of collinear edges and their passes; arcs, curves and the other edges as contours.
 ///
 /// Edges of up to `MaxScanLineLength` are flown when the straight stretch that they are part of
 /// (`StretchLengths`) has `MinScanLineLength`: less is not worth the movement, longer edges are
-/// outlines, which want the lead-ins and the speed of an ordinary contour. A run is split where the
-/// level of nesting changes, so that what lies inside can be cut first.
+/// outlines, which want the lead-ins and the speed of an ordinary contour. Contours that hold an
+/// arc or a curve are cut whole. A run is split where the level of nesting changes, so that what
+/// lies inside can be cut first.
 TPlan GroupSheet(const TSheet& Sheet, const TNesting& Nesting);
 
 /// Splits each pass where a gap piece would cross another cut of the sheet.

@@ -102,10 +102,10 @@ std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan
   Table.Row("trimmed", Prep.Trimmed,
             "overlaps; " + Length(Prep.DroppedLength) + " in all was drawn more than once");
   Table.Row("flown", Stats.FlownEdges, Length(Stats.FlownLength));
-  Table.Row("not flown", Stats.ShortEdges + Stats.LongEdges,
+  Table.Row("not flown", Stats.ShortEdges + Stats.LongEdges + Stats.EdgesBesideArcs,
             Grouped(Stats.ShortEdges) + " below " + Short(MinScanLineLength, 6) + ", " +
                 Grouped(Stats.LongEdges) + " above " + Short(MaxScanLineLength, 6) + " " +
-                Drawing.Unit);
+                Drawing.Unit + ", " + Grouped(Stats.EdgesBesideArcs) + " beside arcs or curves");
 
   int Longest = 0;
   int Lone = 0;
@@ -135,11 +135,12 @@ std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan
   }
   Table.Heading("other cuts");
   Table.Row("circles", Plan.Circles.Count(), Length(Around));
-  Table.Row("ordinary contours", static_cast<long long>(Plan.Contours.size()),
-            Length(Ordinary) + ", " + Grouped(Closed) + " closed; of " +
-                Counted(Stats.ShortEdges + Stats.LongEdges, "edge", "edges") + ", " +
-                Counted(static_cast<long long>(Sheet.Arcs.size()), "arc", "arcs") + ", " +
-                Counted(static_cast<long long>(Sheet.Curves.size()), "curve", "curves"));
+  Table.Row(
+      "ordinary contours", static_cast<long long>(Plan.Contours.size()),
+      Length(Ordinary) + ", " + Grouped(Closed) + " closed; of " +
+          Counted(Stats.ShortEdges + Stats.LongEdges + Stats.EdgesBesideArcs, "edge", "edges") +
+          ", " + Counted(static_cast<long long>(Sheet.Arcs.size()), "arc", "arcs") + ", " +
+          Counted(static_cast<long long>(Sheet.Curves.size()), "curve", "curves"));
   if (Prep.RepeatedOther > 0) {
     Table.Row("drawn again", Prep.RepeatedOther, "arcs, circles and curves, dropped");
   }
@@ -150,6 +151,30 @@ std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan
     Table.Row("branch points", static_cast<long long>(Ends.Branches.size()),
               FirstOf(Ends.Branches));
   }
+  return Table.Take();
+}
+
+std::string WorkReport(const TDrawing& Drawing, const TWork& Before, const TWork& After,
+                       const TMachine& Machine) {
+  TTable Table;
+  Table.Heading("work: contour by contour, then as planned (" + Drawing.Unit + ", s)");
+  const auto Length = [&Table](const char* Label, double Old, double New) {
+    Table.Row(Label, Fixed(Old, 1), Padded(Fixed(New, 1), 10));
+  };
+  const auto Number = [&Table](const char* Label, int Old, int New) {
+    Table.Row(Label, Grouped(Old), Padded(Grouped(New), 10));
+  };
+  Length("cut", Before.CutLength, After.CutLength);
+  Length("gaps flown over", Before.GapLength, After.GapLength);
+  Length("rapid travel", Before.RapidLength, After.RapidLength);
+  Number("rapid moves", Before.RapidMoves, After.RapidMoves);
+  Number("halts", Before.Halts, After.Halts);
+  Number("pierces", Before.Pierces, After.Pierces);
+  Number("flying starts", Before.FlyingStarts, After.FlyingStarts);
+  Table.Row("time", Fixed(Before.Time, 1),
+            Padded(Fixed(After.Time, 1), 10) + "  at cut speed " + Short(Machine.CutSpeed, 3) +
+                ", rapid " + Short(Machine.RapidSpeed, 3) + ", acceleration " +
+                Short(Machine.Acceleration, 3) + ", pierce " + Short(Machine.PierceTime, 3));
   return Table.Take();
 }
 

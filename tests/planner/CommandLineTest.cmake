@@ -29,7 +29,7 @@ expect(2 "excludes" --sample plate drawing.dxf)
 expect(2 "--unknown" --unknown)
 expect(2 "--snap: must be a number" --sample plate --snap -1)
 expect(2 "--max-scan: must be a number" --sample plate --max-scan nan)
-expect(1 "cannot write the picture" --sample plate --output "${WORK}/missing/plan.svg")
+expect(1 "cannot write " --sample plate --output "${WORK}/missing/plan.svg")
 
 if(EXISTS /dev/full)
   execute_process(COMMAND "${PLANNER}" --sample squares WORKING_DIRECTORY "${WORK}"

@@ -1,0 +1,94 @@
+#include "examples/sheet_planner/Moves.h"
+
+#include <cstddef>
+#include <utility>
+
+#include "examples/sheet_planner/Contours.h"
+
+namespace sheet_planner {
+
+using namespace tarnalgo;
+
+namespace {
+
+std::unique_ptr<TGeCurve2D> CurveOf(const TSheet& Sheet, const TContourPiece& Piece) {
+  const auto Index = static_cast<std::size_t>(Piece.Index);
+  std::unique_ptr<TGeCurve2D> Curve;
+  if (Piece.Kind == TContourPiece::TKind::Edge) {
+    Curve = std::make_unique<TGeLine2D>(Sheet.Edges[Index].Line);
+  } else if (Piece.Kind == TContourPiece::TKind::Arc) {
+    Curve = std::make_unique<TGeCircularArc2D>(Sheet.Arcs[Index].Arc);
+  } else {
+    Curve = std::make_unique<TGePolyline2D>(Sheet.Curves[Index].Points);
+  }
+  if (Piece.IsReversed) Curve->Reverse();
+  return Curve;
+}
+
+/// From where cutting of the circle starts.
+std::unique_ptr<TGeCurve2D> CurveOf(const TFlyCircle& Circle) {
+  const TGeCircularArc2D& Arc = *Circle.GeCircle();
+  const double Start = (Circle.GetPathStart() - Arc.GetCenter()).Angle();
+  return std::make_unique<TGeCircularArc2D>(Arc.GetCenter(), Arc.GetRadius(), Start,
+                                            Arc.GetSweepAngle());
+}
+
+class TMoveList {
+ public:
+  explicit TMoveList(const TPoint2D& Home) : FHead(Home) {}
+
+  void Begin(const TPlanStep& Step, int Port) {
+    FStep = Step;
+    FPort = Port;
+    FIsFirst = true;
+  }
+  void Add(TMove::TKind Kind, std::unique_ptr<TGeCurve2D> Curve) {
+    if (FIsFirst) HopTo(Curve->StartPoint(), TMove::TKind::Rapid);
+    FIsFirst = false;
+    FHead = Curve->EndPoint();
+    FMoves.push_back({Kind, std::move(Curve), FStep, FPort});
+  }
+  void HopTo(const TPoint2D& P, TMove::TKind Kind) {
+    if (!FHead.Equals(P))
+      FMoves.push_back({Kind, std::make_unique<TGeLine2D>(FHead, P), FStep, FPort});
+  }
+  std::vector<TMove> Take() { return std::move(FMoves); }
+
+ private:
+  TPoint2D FHead;
+  TPlanStep FStep;
+  int FPort = 0;
+  bool FIsFirst = true;
+  std::vector<TMove> FMoves;
+};
+
+}  // namespace
+
+std::vector<TMove> MovesOf(const TSheet& Sheet, const TPlan& Plan) {
+  using TKind = TMove::TKind;
+  TMoveList Moves(BoundsOf(Sheet).Min);
+  for (const TPlanStep& Step : Plan.Order) {
+    const auto Index = static_cast<std::size_t>(Step.Index);
+    if (Step.Kind == TPlanStep::TKind::Pass) {
+      const TOwningFlyCurves& Pass = Plan.Passes[Index];
+      Moves.Begin(Step, Pass.First()->ChannelPort());
+      for (const TFlyCurve* Piece : Pass) {
+        // A gap too short for a piece of its own is flown over all the same.
+        if (Piece != Pass.First()) Moves.HopTo(Piece->GeCurve()->StartPoint(), TKind::Gap);
+        Moves.Add(Piece->IsFlyGap() ? TKind::Gap : TKind::Cut, Piece->GeCurve()->Clone());
+      }
+    } else if (Step.Kind == TPlanStep::TKind::Circle) {
+      const auto& Circle = static_cast<const TFlyCircle&>(*Plan.Circles[Step.Index]);
+      Moves.Begin(Step, Circle.ChannelPort());
+      Moves.Add(TKind::Cut, CurveOf(Circle));
+    } else {
+      Moves.Begin(Step, Plan.Contours[Index].Port);
+      for (const TContourPiece& Piece : Plan.Contours[Index].Pieces) {
+        Moves.Add(TKind::Cut, CurveOf(Sheet, Piece));
+      }
+    }
+  }
+  return Moves.Take();
+}
+
+}  // namespace sheet_planner
