@@ -193,6 +193,16 @@ double TCurvePiece::Nearest(const TPoint2D& P, double& Distance) const {
   return 0.0;
 }
 
+bool TCurvePiece::MayReach(const TPoint2D& P, double Distance) const {
+  if (Kind != TPieceKind::Bezier) return true;
+  const TPoint2D Chord = End - Start;
+  const double D1 = Chord.CrossMul(Control1 - Start);
+  const double D2 = Chord.CrossMul(Control2 - Start);
+  const double D = Chord.CrossMul(P - Start);
+  const double Slack = 2.0 * Distance * (std::abs(Chord.X) + std::abs(Chord.Y));  // for rounding
+  return !(D > std::max({0.0, D1, D2}) + Slack || D < std::min({0.0, D1, D2}) - Slack);
+}
+
 TCurvePiece TCurvePiece::Scaled(double Factor) const {
   TCurvePiece Result = *this;
   for (TPoint2D* P : {&Result.Start, &Result.End, &Result.Control1, &Result.Control2,

@@ -55,6 +55,10 @@ struct TCurvePiece {
   /// U of the nearest point.
   /// Ties: the smallest.
   double Nearest(const TPoint2D& P, double& Distance) const;
+  /// False where the strip round the chord that holds the control points is farther from `P` than
+  /// `Distance`, which must exceed rounding: a quick answer before `Nearest`. True for what is no
+  /// cubic.
+  bool MayReach(const TPoint2D& P, double Distance) const;
   double CurveParam(double U) const { return U == 1.0 ? To : From + U * (To - From); }
 
   /// The piece scaled about the origin.

@@ -98,6 +98,7 @@ class TMeeting {
     };
     if (P.Equals(Other.Start, FTol)) return AddAt(0.0);
     if (P.Equals(Other.End, FTol)) return AddAt(1.0);
+    if (!Other.MayReach(P, FTol)) return;
     double Distance = 0.0;
     const double U = Other.Nearest(P, Distance);
     if (Distance <= FTol) AddAt(U);
