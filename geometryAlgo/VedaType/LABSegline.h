@@ -115,11 +115,11 @@ struct TLABSegline {
   // --- Crossings (LABSeglineCross.cpp) ---
 
   /// What the two pieces have in common, appended: the single points into `Points`, the stretches
-  /// along which they run together into `Lines` (on a line), `Arcs` (arcs of one circle) and
-  /// `Beziers` (everything else with a Bezier), directed as this piece. True when anything was
-  /// found. Lines follow `TVLine2D::RelationWithSegLine`, an arc and a line
+  /// along which they run together into `Lines`, `Arcs` (of one circle) and `Beziers`. True when
+  /// anything was found. Lines follow `TVLine2D::RelationWithSegLine`, an arc and a line
   /// `TVArc2D::CrossWithSegline` (points in the order of the line), arcs `TVArc2D::CrossWithArc`,
-  /// pairs with a Bezier the crossing of host curves.
+  /// pairs with a Bezier `TGeometryUtils`. Stretches are directed as this piece, between a Bezier
+  /// and a line as the Bezier; of one between a Bezier and an arc there are the two ends.
   /// Tolerance: `Eps` is a length: what comes as near is a common point, ends included. Arcs have
   /// 1e-6 of their own.
   /// Cost: constant and without allocation, but for room in the lists, when no Bezier is involved.

@@ -1,10 +1,8 @@
 #include <algorithm>
-#include <cmath>
-#include <utility>
+#include <vector>
 
+#include "geometryAlgo/VedaType/GeometryUtils.h"
 #include "geometryAlgo/VedaType/LABSegline.h"
-#include "geometryAlgo/VedaType/Point.h"
-#include "host/Cadgeometry/Intersect.h"
 #include "host/Cadutils.h"
 
 namespace tarnalgo {
@@ -62,42 +60,20 @@ void CrossArcs(const TVArc2D& A, const TVArc2D& B, std::vector<TPoint2D>& Points
   Arcs.insert(Arcs.end(), Overlaps, Overlaps + (Code >> 2));
 }
 
-/// The part of a Bezier from one parameter to another, reversed when they fall.
-TBezierSegment2D PartOf(const TBezierSegment2D& Curve, double From, double To) {
-  if (To < From) return PartOf(Curve, To, From).Reversed();
-  TBezierSegment2D Head = Curve;
-  TBezierSegment2D Rest = Curve;
-  if (To < 1.0) Curve.Split(To, Head, Rest);
-  if (!(From > 0.0)) return Head;
-  TBezierSegment2D Part;
-  Head.Split(From / To, Rest, Part);
-  return Part;
-}
-
-bool IsFinite(const TLABSegline& Seg) {
-  return TPoint2DUtils::IsFinite(Seg.P1) && TPoint2DUtils::IsFinite(Seg.P2) &&
-         TPoint2DUtils::IsFinite(Seg.P3) && TPoint2DUtils::IsFinite(Seg.P4) &&
-         (Seg.SegType != stArc || std::isfinite(Seg.P1.DistanceTo(Seg.P2)));
-}
-
 /// A pair of which one is a Bezier.
 void CrossCurves(const TLABSegline& A, const TLABSegline& B, std::vector<TPoint2D>& Points,
                  std::vector<TVLine2D>& Lines, std::vector<TBezierSegment2D>& Beziers, double Eps) {
-  if (!IsFinite(A) || !IsFinite(B)) return;
-  std::vector<TIntersect2D> Found;
-  A.ToGeCurve2D()->IntersectCurve(*B.ToGeCurve2D(), Found, TGeTolerance(Eps, Eps));
-  for (const TIntersect2D& Meeting : Found) {
-    if (!Meeting.IsOverlap) {
-      Points.push_back(Meeting.Point());
-    } else if (A.SegType == stLine || B.SegType == stLine) {
-      Lines.emplace_back(Meeting.OnFirst.Point, Meeting.EndOnFirst.Point);
-    } else if (A.SegType == stBezier) {
-      Beziers.push_back(
-          PartOf(A.ToBezierSegment(), Meeting.OnFirst.Param, Meeting.EndOnFirst.Param));
-    } else {
-      Beziers.push_back(
-          PartOf(B.ToBezierSegment(), Meeting.OnSecond.Param, Meeting.EndOnSecond.Param));
-    }
+  const bool IsFirst = A.SegType == stBezier;
+  const TBezierSegment2D Bezier = (IsFirst ? A : B).ToBezierSegment();
+  const TLABSegline& Other = IsFirst ? B : A;
+  if (Other.SegType == stBezier) {
+    TGeometryUtils::BezierCrossWithBezier(Bezier, Other.ToBezierSegment(), Eps, Points, Lines,
+                                          Beziers);
+  } else if (Other.SegType == stLine) {
+    TGeometryUtils::BezierCrossWithSegline(Bezier, Other.ToLine(), Eps, Points, Lines);
+  } else {
+    std::vector<double> Params;
+    TGeometryUtils::BezierCrossWithArc(Bezier, Other.ToArc(), Eps, Points, Params);
   }
 }
 
