@@ -13,9 +13,22 @@ namespace {
 /// The radius of each try, as a part of the one before.
 constexpr double kRadiusShrink = 0.8;
 
+/// Sine below which a turn may be one that counts as none; wider than that band.
+constexpr double kNearlyFullTurnSine = 1e-5;
+
 /// The turn from direction `From` to `To` in the sense asked for, negative when clockwise.
 double Sweep(double From, double To, bool IsClockwise) {
   return IsClockwise ? -NormalTurn(From - To) : NormalTurn(To - From);
+}
+
+/// A turn that `Sweep` of the two unit directions is not below: its whole quarter turns, from the
+/// signs of sine and cosine. Nearly full turns, which may count as none, give 0.
+double LeastTurn(const TPoint2D& From, const TPoint2D& To, bool IsClockwise) {
+  const double Sine = IsClockwise ? To.CrossMul(From) : From.CrossMul(To);
+  const double Cosine = From.DotMul(To);
+  if (Sine >= 0.0) return Cosine >= 0.0 ? 0.0 : kQuarterTurn;
+  if (Cosine < 0.0) return kPi;
+  return Sine < -kNearlyFullTurnSine ? kPi + kQuarterTurn : 0.0;
 }
 
 /// The normal of `Way` that points to the centre of a turn.
@@ -63,7 +76,7 @@ TObjectList<TGeCompositeCurve2D> TTransitionLineFunc::CalcAllTransitionLines(
   const auto Add = [&Lines](std::unique_ptr<TGeCompositeCurve2D> Line) {
     if (Line) Lines.Add(std::move(Line));
   };
-  for (const TTurnPair& Pair : TurnPairs()) Add(Build(FindTurns(Pair)));
+  for (const TTurnPair& Pair : TurnPairs()) Add(Build(FindTurns(Pair, kStartOfMinimum)));
   Add(InternalCalc());
   // All or nothing: a candidate without a piece would discredit the others.
   for (const TGeCompositeCurve2D* const Line : Lines) {
@@ -91,7 +104,7 @@ std::unique_ptr<TGeCompositeCurve2D> TTransitionLineFunc::InternalCalc(const TPo
                                                                        bool IsClockwise1,
                                                                        const TPoint2D& C2,
                                                                        bool IsClockwise2) const {
-  return Build(FindTurns({C1, IsClockwise1, C2, IsClockwise2, C1.DistanceTo(C2)}));
+  return Build(FindTurns({C1, IsClockwise1, C2, IsClockwise2, C1.DistanceTo(C2)}, kStartOfMinimum));
 }
 
 std::unique_ptr<TGeCompositeCurve2D> TTransitionLineFunc::InternalCalc() const {
@@ -136,7 +149,7 @@ TTransitionLineFunc::TCandidate TTransitionLineFunc::FindShortest() const {
   const auto Take = [&Best](const TCandidate& Candidate) {
     if (Candidate.Length < Best.Length) Best = Candidate;
   };
-  for (const TTurnPair& Pair : TurnPairs()) Take(FindTurns(Pair));
+  for (const TTurnPair& Pair : TurnPairs()) Take(FindTurns(Pair, Best.Length));
   Take(FindFillet());
   return Best;
 }
@@ -165,7 +178,10 @@ std::array<TTransitionLineFunc::TTurnPair, 4> TTransitionLineFunc::TurnPairs() c
 /// The straight part runs along V such that the way between the centres is L·V + K·(V turned left),
 /// K being 0 for two turns in one sense and ±2R otherwise. Solved for V, with W the way between the
 /// centres: V = (L·W − K·(W turned left)) / |W|².
-TTransitionLineFunc::TCandidate TTransitionLineFunc::FindTurns(const TTurnPair& Pair) const {
+///
+/// No candidate also where it is plain before any angle is known that it is not below `Bound`.
+TTransitionLineFunc::TCandidate TTransitionLineFunc::FindTurns(const TTurnPair& Pair,
+                                                               double Bound) const {
   const bool IsOneSense = Pair.IsClockwise1 == Pair.IsClockwise2;
   if (IsOneSense && Pair.Distance < FTol.EqualVector) return FindTurnOnOneCircle(Pair);
   const double Across = IsOneSense ? 0.0 : 2.0 * FRadius;
@@ -174,6 +190,9 @@ TTransitionLineFunc::TCandidate TTransitionLineFunc::FindTurns(const TTurnPair& 
   const TPoint2D Between = (Pair.C2 - Pair.C1) / Pair.Distance;
   const TPoint2D Way = Between * (Straight / Pair.Distance) +
                        SideOf(Between, Pair.IsClockwise1) * (Across / Pair.Distance);
+  const double Least =
+      LeastTurn(FStartVec, Way, Pair.IsClockwise1) + LeastTurn(Way, FEndVec, Pair.IsClockwise2);
+  if (TMathUtils::FloatGreater(Least, FMaxAng) || Straight + FRadius * Least > Bound) return {};
 
   const double WayAngle = std::atan2(Way.Y, Way.X);
   const double First = Sweep(FStartAngle, WayAngle, Pair.IsClockwise1);

@@ -111,7 +111,7 @@ class TTransitionLineFunc {
              const TPoint2D& AEndVec, double ARadius);
   TCandidate FindShortest() const;
   std::array<TTurnPair, 4> TurnPairs() const;
-  TCandidate FindTurns(const TTurnPair& Pair) const;
+  TCandidate FindTurns(const TTurnPair& Pair, double Bound) const;
   TCandidate FindTurnOnOneCircle(const TTurnPair& Pair) const;
   TCandidate FindFillet() const;
   std::unique_ptr<TGeCompositeCurve2D> Build(const TCandidate& Candidate) const;

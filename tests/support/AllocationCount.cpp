@@ -16,6 +16,12 @@ void* operator new(std::size_t Size) {
   if (void* const Block = std::malloc(Size > 0 ? Size : 1)) return Block;
   throw std::bad_alloc();
 }
+// Standard algorithms take their buffers this way; a sanitizer would answer it with a block of its
+// own, which is not ours to free.
+void* operator new(std::size_t Size, const std::nothrow_t&) noexcept {
+  ++Count;
+  return std::malloc(Size > 0 ? Size : 1);
+}
 void operator delete(void* Block) noexcept {
   std::free(Block);
 }
