@@ -12,14 +12,12 @@ namespace {
 
 using TRandom = std::mt19937_64;
 
-// Rounding can spoil a ring of very many short steps; then the next one is
-// tried.
+// Rounding can spoil a ring of very many short steps; then the next one is tried.
 constexpr int kMostTries = 8;
 // The share of an even spacing that corners on the circle keep at least.
 constexpr double kEvenShare = 0.1;
 
-/// In [0, 1), the same on every machine, which the standard distributions do
-/// not promise.
+/// In [0, 1), the same on every machine, which the standard distributions do not promise.
 double NextUnit(TRandom& Random) {
   return static_cast<double>(Random() >> 11) * 0x1p-53;
 }
@@ -44,8 +42,8 @@ std::vector<TPoint2D> CornersOnCircle(TRandom& Random, const TPoint2D& Center, d
   return Corners;
 }
 
-/// Steps that add up to 0: from the least of random coordinates to the greatest
-/// on one of two ways that share the rest between them, and back on the other.
+/// Steps that add up to 0: from the least of random coordinates to the greatest on one of two ways
+/// that share the rest between them, and back on the other.
 std::vector<double> ClosedSteps(TRandom& Random, int Count) {
   const std::vector<double> Stops = SortedUnits(Random, Count);
   std::vector<double> Steps;
@@ -63,8 +61,7 @@ std::vector<double> ClosedSteps(TRandom& Random, int Count) {
   return Steps;
 }
 
-/// Random steps in X and Y, paired at random and laid end to end by their
-/// angle.
+/// Random steps in X and Y, paired at random and laid end to end by their angle.
 std::vector<TPoint2D> CornersBySteps(TRandom& Random, const TPoint2D& Center, double Radius,
                                      int Count) {
   const std::vector<double> Xs = ClosedSteps(Random, Count);

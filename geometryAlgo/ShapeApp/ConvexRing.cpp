@@ -15,8 +15,8 @@ bool TurnsLeft(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C) {
   return (TExtPoint2D(B) - From).CrossMul(TExtPoint2D(C) - From) > 0.0L;
 }
 
-/// Appends the lower hull of points in lexicographic order without its last
-/// point; of the reverse order the upper hull.
+/// Appends the lower hull of points in lexicographic order without its last point; of the reverse
+/// order the upper hull.
 template <class TIterator>
 void AppendHalfHull(TIterator First, TIterator Last, std::vector<TPoint2D>& Hull) {
   const std::size_t Base = Hull.size();

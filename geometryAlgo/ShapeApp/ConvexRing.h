@@ -6,14 +6,13 @@
 
 namespace tarnalgo {
 
-/// The strict convex hull of the finite points, counter-clockwise without a
-/// closing repeat, no vertex left out or moved: signs of turns in extended
-/// precision. A single place gives one point, points on a line its two ends.
-/// Internal to the pages of this unit. Cost: O(n log n).
+/// The strict convex hull of the finite points, counter-clockwise without a closing repeat, no
+/// vertex left out or moved: signs of turns in extended precision. A single place gives one point,
+/// points on a line its two ends. Internal to the pages of this unit.
+/// Cost: O(n log n).
 std::vector<TPoint2D> StrictHull(std::vector<TPoint2D> Points);
 
-/// The smallest rectangle found so far about a ring: its base edge starts in
-/// `Origin`, along `U`.
+/// The smallest rectangle found so far about a ring: its base edge starts in `Origin`, along `U`.
 struct TFramedBox {
   TPoint2D Origin;
   TPoint2D U;

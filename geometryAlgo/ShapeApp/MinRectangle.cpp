@@ -11,14 +11,13 @@ namespace tarnalgo {
 
 namespace {
 
-/// A counter-clockwise ring of corners: edge k runs from corner k to the next
-/// one round the ring.
+/// A counter-clockwise ring of corners: edge k runs from corner k to the next one round the ring.
 struct TRing {
-  explicit TRing(std::vector<TPoint2D> Points) : Corners(std::move(Points)) {
+  /// From the corners and a last point that repeats the first, perhaps within a tolerance only.
+  explicit TRing(std::vector<TPoint2D> Closed) : Corners(std::move(Closed)) {
     Edges.reserve(Corners.size());
-    for (std::size_t I = 0; I < Corners.size(); ++I) {
-      Edges.push_back(Corners[Next(I)] - Corners[I]);
-    }
+    for (std::size_t I = 1; I < Corners.size(); ++I) Edges.push_back(Corners[I] - Corners[I - 1]);
+    if (!Corners.empty()) Corners.pop_back();
   }
   std::size_t Count() const { return Corners.size(); }
   std::size_t Next(std::size_t I) const { return I + 1 == Corners.size() ? 0 : I + 1; }
@@ -27,7 +26,7 @@ struct TRing {
   std::vector<TPoint2D> Edges;
 };
 
-/// The stated walk of four calipers round the ring.
+/// The walk of four calipers round the ring, the one that turns least first.
 class TBoxWalk {
  public:
   explicit TBoxWalk(const TRing& Ring) : FRing(Ring) {
@@ -48,8 +47,7 @@ class TBoxWalk {
   }
 
  private:
-  // The roles in the table of supports; the base edge's own end comes as a
-  // fourth caliper.
+  // The roles in the table of supports; the base edge's own end comes as a fourth caliper.
   enum TCaliper { cMaxU, cMaxV, cMinU, cBase, cNone };
   static constexpr double kStartOfExtent = 2147483647.0;
 
@@ -99,8 +97,7 @@ class TBoxWalk {
     return Winner;
   }
 
-  /// The support that won becomes the base; the end of the old base edge takes
-  /// its role.
+  /// The support that won becomes the base; the end of the old base edge takes its role.
   void Advance(TCaliper Winner) {
     if (Winner == cNone) return;
     std::size_t Base = FRing.Next(FBase);
@@ -120,8 +117,8 @@ class TBoxWalk {
   std::array<std::size_t, 3> FSupports{};
 };
 
-/// The smallest rectangle with a side on an edge, by exact signs: each support
-/// moves on while the edge that leaves it still goes its way.
+/// The smallest rectangle with a side on an edge, by exact signs: each support moves on while the
+/// edge that leaves it still goes its way.
 TFramedBox SmallestByExactSigns(const TRing& Ring) {
   const std::size_t Count = Ring.Count();
   std::size_t Right = 0;
@@ -197,12 +194,13 @@ TFramedBox SmallestBox(const TRing& Ring, double Size) {
   if (IsAnswer(Found)) return Walked;
   if (HoldsAll(Found, Ring.Corners, Slack)) return Found;
   // The ring is not convex, by rounding perhaps: a support stopped on a dent.
-  const TFramedBox OfHull = SmallestByExactSigns(TRing(StrictHull(Ring.Corners)));
+  std::vector<TPoint2D> Hull = StrictHull(Ring.Corners);
+  Hull.push_back(Hull.front());
+  const TFramedBox OfHull = SmallestByExactSigns(TRing(std::move(Hull)));
   return IsAnswer(OfHull) ? Walked : OfHull;
 }
 
-/// The corners without a closing repeat, counter-clockwise, no edge shorter
-/// than the least one.
+/// The corners closed by a repeat of the first, counter-clockwise, no edge shorter than the least.
 std::vector<TPoint2D> CornersOf(const TVPolyline2D& Polygon) {
   TVPolyline2D Ring = Polygon;
   Ring.ConnectHeadTail();
@@ -214,7 +212,6 @@ std::vector<TPoint2D> CornersOf(const TVPolyline2D& Polygon) {
   for (std::size_t I = 1; I < Points.size(); ++I) {
     if (!(Points[I].DistanceTo(Points[I - 1]) < kLeastEdge)) Corners.push_back(Points[I]);
   }
-  Corners.pop_back();  // the closing repeat, or the corner it fell together with
   return Corners;
 }
 
@@ -224,7 +221,7 @@ double TPolygonBasicAlgo::ConvexMABB(const TVPolyline2D& ConvexPoly, TVPoint2DLi
   const TVRect2D Around = ConvexPoly.BoundBox();
   std::vector<TPoint2D> Corners = CornersOf(ConvexPoly);
   MABB.Clear();
-  if (Corners.empty()) return 0.0;
+  if (Corners.size() < 2) return 0.0;
   if (!std::all_of(Corners.begin(), Corners.end(), TPoint2DUtils::IsFinite)) return 0.0;
   const TFramedBox Box =
       SmallestBox(TRing(std::move(Corners)), std::hypot(Around.Width(), Around.Height()));

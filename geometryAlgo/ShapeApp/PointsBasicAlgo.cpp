@@ -10,11 +10,9 @@ namespace tarnalgo {
 
 namespace {
 
-// Relative excess over the radius up to which a point is in; inside the 1e-9
-// that is promised.
+// Relative excess over the radius up to which a point is in; inside the 1e-9 that is promised.
 constexpr double kRadiusSlack = 1e-10;
-// Each pass enlarges the circle, and ten are many; the bound is for rounding
-// alone.
+// Each pass enlarges the circle, and ten are many; the bound is for rounding alone.
 constexpr int kMostPasses = 1000;
 
 bool Holds(const TVCircle2D& Circle, const TPoint2D& P) {
@@ -33,9 +31,8 @@ TPoint2D CircleCenter(const TPoint2D& P1, const TPoint2D& P2, const TPoint2D& P3
   return (TExtPoint2D(P1) + Offset).Rounded();
 }
 
-/// The circle of the points that carry it, two or three of `Support`, which are
-/// all that is left of it: the smallest one of two or three points that holds
-/// every point of `Support`.
+/// The circle of the points that carry it, two or three of `Support`, which are all that is left of
+/// it: the smallest one of two or three points that holds every point of `Support`.
 TVCircle2D SmallestOfFew(std::vector<TPoint2D>& Support) {
   TVCircle2D Best(Support.front(), kStartOfMinimum);
   std::vector<TPoint2D> Carriers = Support;
@@ -84,8 +81,7 @@ TVCircle2D TPointsBasicAlgo::FindMinCircle(const TVPoint2DList& Points) {
     if (Holds(Circle, Farthest)) break;
     Support.push_back(Farthest);
     const TVCircle2D Larger = SmallestOfFew(Support);
-    // Rounding alone can hold it up: the circle about this centre that holds
-    // all.
+    // Rounding alone can hold it up: the circle about this centre that holds all.
     if (!(Larger.Radius > Circle.Radius) || Larger.Radius == kStartOfMinimum) {
       return {Circle.Center, Circle.Center.DistanceTo(Farthest)};
     }

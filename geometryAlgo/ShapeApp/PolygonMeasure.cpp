@@ -16,8 +16,7 @@ struct TCorner {
   int Position;
 };
 
-/// The corners without repeats within `Eps` of the one before, nor of the first
-/// at the end.
+/// The corners without repeats within `Eps` of the one before, nor of the first at the end.
 std::vector<TCorner> CornersApart(const TVPolyline2D& Polygon, double Eps) {
   std::vector<TCorner> Corners;
   Corners.reserve(Polygon.Points().size());
@@ -81,8 +80,8 @@ TFarthestPair FarthestPair(const std::vector<TCorner>& Corners) {
   return Best;
 }
 
-/// Moves `Best` to `Candidate` when that lies farther to the wanted side as
-/// seen from `P`, or on the same line and nearer.
+/// Moves `Best` to `Candidate` when that lies farther to the wanted side as seen from `P`, or on
+/// the same line and nearer.
 void TakeTangent(const TVPolyline2D& Polygon, const TPoint2D& P, double Side, int Candidate,
                  int& Best) {
   const double Turn = Side * TPolygonBasicAlgo::Area(P, Polygon[Best], Polygon[Candidate]);

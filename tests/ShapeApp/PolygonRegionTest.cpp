@@ -1,0 +1,188 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "geometryAlgo/ShapeApp.h"
+#include "tests/support/Generate.h"
+#include "tests/support/GridGeometry.h"
+#include "tests/support/Raises.h"
+
+namespace tarnalgo {
+namespace {
+
+using TAlgo = TPolygonBasicAlgo;
+
+const TVPolyline2D kSquare{{0, 0}, {4, 0}, {4, 4}, {0, 4}};
+
+TVPolyline2D Moved(TVPolyline2D Polygon, const TPoint2D& By) {
+  Polygon.Translate(By);
+  return Polygon;
+}
+
+/// A ring that winds once round the origin, so simple, with corners at random distances.
+TVPolyline2D Star(std::mt19937& Random, int Count) {
+  TVPolyline2D Ring;
+  for (int I = 0; I < Count; ++I) {
+    const double Angle = kFullTurn * (I + test::RandomDouble(Random, 0.1, 0.9)) / Count;
+    Ring.Add(TPoint2D(test::RandomDouble(Random, 1, 9), 0).RotateBy(Angle));
+  }
+  return Ring;
+}
+
+TEST(TPolygonBasicAlgo, SimpleIsDecidedByArea) {
+  const struct {
+    const char* Name;
+    TVPolyline2D Ring;
+    bool Expected;
+  } Cases[] = {
+      {"square", kSquare, true},
+      {"clockwise, closed", {{0, 0}, {0, 4}, {4, 4}, {4, 0}, {0, 0}}, true},
+      {"bow tie", {{0, 0}, {4, 4}, {4, 0}, {0, 4}}, false},
+      {"lopsided bow tie", {{0, 0}, {4, 4}, {4, 0}, {0, 1}}, false},
+      {"stroke", {{0, 0}, {4, 0}, {8, 0}}, false},
+      {"to and fro", {{0, 0}, {4, 0}, {4, 0}, {0, 0}}, false},
+      {"spike", {{0, 0}, {4, 0}, {8, 0}, {4, 0}, {4, 4}, {0, 4}}, true},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    EXPECT_EQ(Case.Expected, TAlgo::IsSimple(Case.Ring));
+  }
+}
+
+TEST(TPolygonBasicAlgo, RefusesFewerThanThreeCorners) {
+  for (const TVPolyline2D& Few :
+       {TVPolyline2D{}, {{0, 0}}, {{0, 0}, {1, 0}}, {{0, 0}, {1, 0}, {0, 1e-7}}}) {
+    test::ExpectRaises([&] { TAlgo::IsSimple(Few); }, "Error In FUNC[IsSimple]");
+    test::ExpectRaises([&] { TAlgo::PolygonSimplify(Few, 1000.0); },
+                       "Error In FUNC[PolygonSimplify]");
+  }
+  EXPECT_FALSE(TAlgo::IsSimple({{NAN, 0}, {1e300, 1e300}, {INFINITY, 0}, {-1e300, 1}}));
+}
+
+TEST(TPolygonBasicAlgo, SimplifiedPiecesBeginWithTheLargest) {
+  // The crossing of the two long edges is (1, 1): triangles of area 1 and 9.
+  const TVPolyline2DList Pieces = TAlgo::PolygonSimplify({{0, 0}, {4, 4}, {4, -2}, {0, 2}}, 1e5);
+  ASSERT_EQ(2, Pieces.Count());
+  EXPECT_NEAR(9.0, Pieces[0]->Area(), 1e-9);
+  EXPECT_NEAR(1.0, Pieces[1]->Area(), 1e-9);
+}
+
+TEST(TPolygonBasicAlgo, CommonRegion) {
+  const TVPolyline2DList Corner = TAlgo::PolygonIntersection(kSquare, Moved(kSquare, {3, 2}));
+  ASSERT_EQ(1, Corner.Count());
+  EXPECT_DOUBLE_EQ(2.0, Corner[0]->Area());
+  EXPECT_EQ(4, Corner[0]->Count());
+  TVPolyline2D Comb{{-1, 1}, {1, 1}, {1, 3}, {2, 3}, {2, 2}, {5, 2}, {5, 5}, {-1, 5}};
+  Comb.Reverse();
+  const TVPolyline2DList Two =
+      TAlgo::PolygonIntersection({{0, 0}, {6, 0}, {6, 2.5}, {0, 2.5}}, Comb);
+  ASSERT_EQ(2, Two.Count());
+  EXPECT_DOUBLE_EQ(1.5, Two[0]->Area());
+  EXPECT_DOUBLE_EQ(1.5, Two[1]->Area());
+  for (const TVPolyline2D& Other : {Moved(kSquare, {4, 0}),
+                                    Moved(kSquare, {4, 4}),
+                                    Moved(kSquare, {9, 0}),
+                                    TVPolyline2D{{1, 1}, {2, 2}},
+                                    {}}) {
+    EXPECT_TRUE(TAlgo::PolygonIntersection(kSquare, Other).IsEmpty());
+  }
+}
+
+TEST(TPolygonBasicAlgo, ContainmentByAreaWithTolerance) {
+  EXPECT_TRUE(TAlgo::PolyContains(kSquare, kSquare, 0, 0));
+  EXPECT_TRUE(TAlgo::PolyContains(kSquare, {{0, 0}, {4, 0}, {1, 3}}, 0, 0));
+  const TVPolyline2D Shifted = Moved(kSquare, {0.5, 0});  // 2 of 16 stand out
+  EXPECT_FALSE(TAlgo::PolyContains(kSquare, Shifted, 1.99, 0));
+  EXPECT_TRUE(TAlgo::PolyContains(kSquare, Shifted, 2.0, 0));
+  EXPECT_TRUE(TAlgo::PolyContains(kSquare, Shifted, 1.0, 1.0 / 16));
+  EXPECT_TRUE(TAlgo::PolyContains(kSquare, {{1, 1}, {4 + 5e-7, 2}}, 0, 0));
+  EXPECT_FALSE(TAlgo::PolyContains(kSquare, {{1, 1}, {5, 2}}, 9, 0));
+  EXPECT_FALSE(TAlgo::PolyContains({{0, 0}, {4, 0}}, kSquare, 99, 0));
+  EXPECT_FALSE(TAlgo::PolyContains(kSquare, {}, 0, 0));
+}
+
+void ExpectTriangulated(const TVPolyline2D& Ring, int Corners) {
+  const TVPolyline2DList Triangles = TAlgo::TriangleDivide(Ring);
+  ASSERT_EQ(Corners - 2, Triangles.Count());
+  double Sum = 0.0;
+  for (const auto* Triangle : Triangles) {
+    ASSERT_EQ(3, Triangle->Count());
+    EXPECT_GE(Triangle->Area(), -1e-15);
+    Sum += Triangle->Area();
+    for (const TPoint2D& P : *Triangle) EXPECT_GE(Ring.IndexOfByXY(P.X, P.Y, 0.0), 0);
+  }
+  // Nowhere negative and as large as the ring: no overlap either.
+  EXPECT_NEAR(std::abs(Ring.Area()), Sum, 1e-9 * Sum);
+}
+
+TEST(TPolygonBasicAlgo, TrianglesCoverTheRingOnce) {
+  std::mt19937 Random(514);
+  for (int Round = 0; Round < 60; ++Round) {
+    SCOPED_TRACE(Round);
+    const int Count = Round == 0 ? 3000 : 3 + Round;
+    TVPolyline2D Ring = Star(Random, Count);
+    if (Round % 2 == 0) Ring.Reverse();
+    if (Round % 3 == 0) Ring.Add(Ring.First());
+    ExpectTriangulated(Ring, Count);
+  }
+  // Nothing but straight ways and right angles, and a comb.
+  ExpectTriangulated({{0, 0}, {1, 0}, {2, 0}, {2, 1}, {2, 2}, {1, 2}, {0, 2}, {0, 1}}, 8);
+  ExpectTriangulated(TVPolyline2D{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {0, 3}}, 5);
+  TVPolyline2D Comb{{200, -1}, {0, -1}};
+  for (int I = 0; I < 200; ++I) Comb.Add({static_cast<double>(I), I % 2 == 0 ? 0.0 : 50.0});
+  Comb.Reverse();
+  ExpectTriangulated(Comb, 202);
+  for (const TVPolyline2D& None : {TVPolyline2D{},
+                                   {{0, 0}, {1, 0}, {0, 0}},
+                                   {{0, 0}, {4, 4}, {4, 0}, {0, 4}},
+                                   {{0, 0}, {1, 1}, {2, 2}},
+                                   {{0, 0}, {1, 0}, {1, 1e-7}, {0, 0}},
+                                   {{0, 0}, {NAN, 1}, {1, 1}}}) {
+    EXPECT_TRUE(TAlgo::TriangleDivide(None).IsEmpty());
+  }
+}
+
+double BruteDistance(const TVPolyline2D& A, const TVPolyline2D& B) {
+  if (A.RelationWithPoint(B[0]) == srIn || B.RelationWithPoint(A[0]) == srIn) return 0.0;
+  double Least = kStartOfMinimum;
+  for (int I = 0; I < A.Count(); ++I) {
+    for (int J = 0; J < B.Count(); ++J) {
+      const TVLine2D S(A[I], A[(I + 1) % A.Count()]);
+      const TVLine2D T(B[J], B[(J + 1) % B.Count()]);
+      const test::TGridSegment U{test::TGridPoint(S.StartPoint), test::TGridPoint(S.EndPoint)};
+      const test::TGridSegment V{test::TGridPoint(T.StartPoint), test::TGridPoint(T.EndPoint)};
+      if (test::Meet(U, V).Exists()) return 0.0;
+      for (const TPoint2D& P : {S.StartPoint, S.EndPoint}) {
+        Least = std::min(Least, T.SegmentDistanceTo(P));
+      }
+      for (const TPoint2D& P : {T.StartPoint, T.EndPoint}) {
+        Least = std::min(Least, S.SegmentDistanceTo(P));
+      }
+    }
+  }
+  return Least;
+}
+
+TEST(TPolygonBasicAlgo, DistanceAgreesWithTryingEveryPairOfEdges) {
+  std::mt19937 Random(515);
+  for (int Round = 0; Round < 400; ++Round) {
+    TVPolyline2D A = Star(Random, 3 + Round % 40);
+    TVPolyline2D B = Star(Random, 3 + Round % 17);
+    A.RoundTo(0);
+    B.RoundTo(0);
+    B.Translate(test::RandomGridPoint(Random, -25, 25));
+    const double Distance = TAlgo::MinPolyDistance(A, B);
+    ASSERT_NEAR(BruteDistance(A, B), Distance, 1e-12) << "round " << Round;
+    ASSERT_EQ(Distance, TAlgo::MinPolyDistance(B, A));
+  }
+  EXPECT_EQ(-1.0, TAlgo::MinPolyDistance(kSquare, {}));
+  EXPECT_EQ(-1.0, TAlgo::MinPolyDistance({{NAN, 1}}, kSquare));
+  EXPECT_EQ(5.0, TAlgo::MinPolyDistance({{7, 8}}, kSquare));
+  EXPECT_EQ(0.0, TAlgo::MinPolyDistance(kSquare, {{1, 1}}));
+  EXPECT_EQ(0.0, TAlgo::MinPolyDistance(kSquare, {{1, 1}, {2, 1}, {2, 2}}));
+}
+
+}  // namespace
+}  // namespace tarnalgo
