@@ -1,0 +1,94 @@
+#include "geometryAlgo/SweepLine/Meeting.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "geometryAlgo/SweepLine/SideOfLine.h"
+#include "geometryAlgo/VedaType/Point.h"
+#include "host/Cadtypes/ExtendedPoint.h"
+
+namespace tarnalgo {
+
+bool TMeetingTest::IsNear(const TVLine2D& Line, const TPoint2D& P) const {
+  if (IsPlainlyBeside(Line, {P, P})) return false;
+  const TExtPoint2D Start(Line.StartPoint);
+  const TExtPoint2D End(Line.EndPoint);
+  const TExtPoint2D V = End - Start;
+  const TExtPoint2D D = TExtPoint2D(P) - Start;
+  const long double Reach = FTolerance;
+  if (!(V.DotMul(D) > 0.0L)) return D.Mag() <= Reach;
+  const TExtPoint2D FromEnd = TExtPoint2D(P) - End;
+  if (!(V.DotMul(FromEnd) < 0.0L)) return FromEnd.Mag() <= Reach;
+  if (std::abs(V.CrossMul(D)) <= Reach * V.Mag()) return true;
+  // Without a tolerance to speak of, extended precision does not decide about the line itself.
+  return SideOfLine(Line.StartPoint, Line.EndPoint, P) == 0;
+}
+
+bool TMeetingTest::FindTouch(const TVLine2D& A, const TVLine2D& B, TMeeting& Meeting) const {
+  bool Found = false;
+  const auto Take = [&](const TPoint2D& P, const TVLine2D& Other) {
+    if (!IsNear(Other, P)) return;
+    if (!Found || TPoint2DUtils::CompareByXY(P, Meeting.P1) < 0) Meeting.P1 = P;
+    if (!Found || TPoint2DUtils::CompareByXY(P, Meeting.P2) > 0) Meeting.P2 = P;
+    Found = true;
+  };
+  Take(A.StartPoint, B);
+  Take(A.EndPoint, B);
+  Take(B.StartPoint, A);
+  Take(B.EndPoint, A);
+  if (!Found) return false;
+  Meeting.IsStretch = !Meeting.P1.Equals(Meeting.P2, FTolerance);
+  if (!Meeting.IsStretch) Meeting.P2 = Meeting.P1;
+  return true;
+}
+
+bool TMeetingTest::FindCrossing(const TVLine2D& A, const TVLine2D& B, TMeeting& Meeting) {
+  const auto IsSplitBy = [](const TVLine2D& Line, const TVLine2D& By) {
+    return SideOfLine(By.StartPoint, By.EndPoint, Line.StartPoint) *
+               SideOfLine(By.StartPoint, By.EndPoint, Line.EndPoint) <
+           0;
+  };
+  if (!IsSplitBy(A, B) || !IsSplitBy(B, A)) return false;
+  const TPoint2D VA = A.Vector();
+  const TPoint2D VB = B.Vector();
+  const bool UseA = VA.DotMul(VA) <= VB.DotMul(VB);
+  const TVLine2D& Line = UseA ? A : B;
+  const TVLine2D& Other = UseA ? B : A;
+  const TExtPoint2D Base(Other.StartPoint);
+  const TExtPoint2D V = TExtPoint2D(Other.EndPoint) - Base;
+  const long double Side1 = V.CrossMul(TExtPoint2D(Line.StartPoint) - Base);
+  const long double Side2 = V.CrossMul(TExtPoint2D(Line.EndPoint) - Base);
+  const long double T = Side1 != Side2 ? Side1 / (Side1 - Side2) : 0.5L;
+  const TExtPoint2D Start(Line.StartPoint);
+  Meeting.P1 = (Start + (TExtPoint2D(Line.EndPoint) - Start) * std::clamp(T, 0.0L, 1.0L)).Rounded();
+  Meeting.P2 = Meeting.P1;
+  Meeting.IsStretch = false;
+  return true;
+}
+
+bool TMeetingTest::IsPlainlyApart(const TVLine2D& A, const TVLine2D& B) const {
+  if (A.StartPoint.X > B.EndPoint.X + FTolerance || B.StartPoint.X > A.EndPoint.X + FTolerance) {
+    return true;
+  }
+  const auto [LowA, HighA] = std::minmax(A.StartPoint.Y, A.EndPoint.Y);
+  const auto [LowB, HighB] = std::minmax(B.StartPoint.Y, B.EndPoint.Y);
+  return LowA > HighB + FTolerance || LowB > HighA + FTolerance || IsPlainlyBeside(A, B) ||
+         IsPlainlyBeside(B, A);
+}
+
+bool TMeetingTest::IsPlainlyBeside(const TVLine2D& Line, const TVLine2D& Other) const {
+  const TPoint2D V = Line.Vector();
+  const TPoint2D D1 = Other.StartPoint - Line.StartPoint;
+  const TPoint2D D2 = Other.EndPoint - Line.StartPoint;
+  const double Side1 = V.CrossMul(D1);
+  const double Side2 = V.CrossMul(D2);
+  const double Length = std::abs(V.X) + std::abs(V.Y);
+  const double Reach = std::abs(D1.X) + std::abs(D1.Y) + std::abs(D2.X) + std::abs(D2.Y);
+  // Eight roundings of the products, and the underflow of all of them.
+  const double Slack = Length * (FTolerance + 8 * std::numeric_limits<double>::epsilon() * Reach) +
+                       std::numeric_limits<double>::min() * 16;
+  return (Side1 > Slack && Side2 > Slack) || (Side1 < -Slack && Side2 < -Slack);
+}
+
+}  // namespace tarnalgo

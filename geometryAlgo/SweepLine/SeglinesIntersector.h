@@ -1,0 +1,171 @@
+#pragma once  // geometryAlgo/SweepLine/SeglinesIntersector.h
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "containers/Container/HashIndex.h"
+#include "containers/Container/NodePool.h"
+#include "containers/TreeAlgorithm/GeneralSBTree.h"
+#include "containers/TreeAlgorithm/MinHeap.h"
+#include "geometryAlgo/SweepLine/Meeting.h"
+#include "geometryAlgo/SweepLine/PassedSegments.h"
+#include "geometryAlgo/SweepLine/SeglineIntersectInfo.h"
+#include "geometryAlgo/VedaType/Line.h"
+
+namespace tarnalgo {
+
+/// Every meeting among many segments, each pair once, by a sweep from least X to greatest X.
+///
+///     TSeglinesIntersector Intersector(Lines, 1e-6, 1e-6);
+///     for (const TSeglineIntersectInfo& Info : Intersector.GetResult()) Split(Info);
+///
+/// Two segments meet when an end of one is within the tolerance of the other, or when they cross.
+/// Whether a pair meets is decided by the pair alone, and each segment is tested, when it starts,
+/// against all those begun before it that come near its range of Y: no pair is lost because the
+/// order of the sweep is in doubt, as it is where many segments run within the tolerance.
+///
+/// A segment may be a point. A segment that is not finite meets nothing. Coordinates may be as
+/// large, or as small, as a double holds.
+/// Tolerance: `Tolerance`, a length. A negative one and NaN count as 0: exact.
+/// `SecondTolerance`, an angle (radians, period π): which directions count as the same.
+/// Ties: records come in the order of the sweep, which for meetings at one point is unspecified.
+/// Ownership: keeps copies of the segments; the result is the caller's.
+/// Cost: O((n + k) log n + p) time, O(n + k) memory: k meetings, p pairs with overlapping boxes.
+class TSeglinesIntersector {
+ public:
+  /// What orders an event.
+  struct TEventKey {
+    TPoint2D Point;
+    int First = 0;          // the segment that starts or ends here, or the first of two that cross
+    int Second = 0;         // the second of two that cross, else 0
+    std::uint8_t Kind = 0;  // 0 start, 1 crossing, 2 end
+  };
+
+  /// Something that happens at a place of the sweep.
+  class TEvent : public TEventKey {
+   public:
+    TEvent* Other = nullptr;     // the event that has already dealt with this crossing
+    TSeglineIntersectInfo Info;  // of a crossing: what it reports
+
+    TEvent(const TPoint2D& P, int AFirst, int ASecond, std::uint8_t AKind, TEvent* AOther,
+           const TSeglineIntersectInfo& AInfo)
+        : TEventKey{P, AFirst, ASecond, AKind}, Other(AOther), Info(AInfo) {}
+
+    /// The order of the sweep: X, Y, kind, first, second segment, all by exact signs. So at one
+    /// point starts come before crossings and crossings before ends.
+    static int Compare(const TEventKey& A, const TEventKey& B);
+  };
+
+  TSeglinesIntersector(const std::vector<TVLine2D>& Lines, double Tolerance,
+                       double SecondTolerance);
+  TSeglinesIntersector(const TSeglinesIntersector&) = delete;
+  TSeglinesIntersector& operator=(const TSeglinesIntersector&) = delete;
+  virtual ~TSeglinesIntersector() = default;
+
+  /// Runs the sweep. It runs once: a second call finds nothing left and answers an empty list.
+  std::vector<TSeglineIntersectInfo> GetResult();
+
+  /// The meetings among `Lines`: an intersector made, run and forgotten.
+  static std::vector<TSeglineIntersectInfo> GetIntersectInfosBySweepline(
+      const std::vector<TVLine2D>& Lines, double Tolerance, double SecondTolerance);
+
+ private:
+  struct TScanningOrder {
+    const TSeglinesIntersector* Sweep;
+    int operator()(int A, int B) const { return Sweep->CompareScanningSeg(A, B); }
+  };
+  using TStatus = TGeneralSBTree<int, int, TScanningOrder>;
+  using TNode = TStatus::TNode;
+  using TRun = std::vector<TNode*>;
+
+  /// A crossing in the queue. Its X stands beside the pointer: most comparisons need no more.
+  struct TQueued {
+    double X;
+    TEvent* Event;
+    int Record;
+  };
+  struct TQueueOrder {
+    int operator()(const TQueued& A, const TQueued& B) const {
+      if (const int Sign = CompareExact(A.X, B.X)) return Sign;
+      return TEvent::Compare(*A.Event, *B.Event);
+    }
+  };
+
+  /// A pair whose meeting is recorded, and its event as long as the result does not have it.
+  struct TRecord {
+    std::int64_t Id;
+    TEvent* Pending;
+  };
+
+  static std::size_t Index(int I) { return static_cast<std::size_t>(I); }
+  const TVLine2D& Line(int Seg) const { return FLines[Index(Seg)]; }
+
+  // --- The steps of the sweep (SeglinesIntersector.cpp) ---
+
+  void TakeLines(const std::vector<TVLine2D>& Lines, double Tolerance);
+  bool NextIsEnd() const;
+  void TreatStart(int Seg);
+  bool TreatCross(const TQueued& Cross);
+  void TreatEnd(int Seg);
+  void CollectRun(int A, int B, TRun& Run) const;
+  void ProcessCrossEvent(const TPoint2D& P, TEvent& Event, const TRun& Run);
+  void TestOthersOfRun(const TPoint2D& P, TEvent& Event, const TRun& Run);
+  void ReorderRun(const TRun& Run);
+  void TestNeighbour(TNode* Neighbour, int Seg);
+
+  // --- The order of the segments at the sweep point ---
+
+  static double CalcY(const TVLine2D& Seg, double X, double Y, double Tol);
+  double CalcY(int Seg) const { return CalcY(Line(Seg), FSweepPoint.X, FSweepPoint.Y, FTolerance); }
+  int CompareScanningSeg(int A, int B) const { return CompareExact(CalcY(A), CalcY(B)); }
+  bool IsScanningSegClose(int A, int B) const {
+    return TMathUtils::FloatEquals(CalcY(A), CalcY(B), FTolerance);
+  }
+
+  // --- Pairs and their records (SeglinePairs.cpp) ---
+
+  static std::int64_t GetCrossRecordID(int A, int B);
+  /// Position of the pair's record, −1 when it has none.
+  int FindRecord(int A, int B) const;
+  bool CalcIntersectInfo(int A, int B, TMeeting& Meeting) const;
+  bool TreatSameAngle(int A, int B, TMeeting& Meeting) const;
+  /// False, and nothing made, when the pair has a record.
+  bool CreateIntersectInfo(bool Flag, const TPoint2D& P1, const TPoint2D& P2, int A, int B,
+                           TSeglineIntersectInfo& Info);
+  TPoint2D EventPoint(int A, int B, const TPoint2D& P) const;
+  bool TestCross(int A, int B, TEvent*& Event);
+  void TestCrossAndAddEvent(int A, int B);
+  void AddEvent(TEvent* Event);
+  void IntersectWithPassedSegs(int Seg);
+  void TestPassedSeg(int Passed, int Seg);
+  void ForgetEndedSegs();
+
+  std::vector<TVLine2D> FLines;  // turned forward, times FScale
+  double FTolerance = 0.0;       // times FScale
+  double FSecondTolerance;
+  double FScale = 1.0;  // a power of two that keeps products within the range of a double
+  TMeetingTest FTest{0.0};
+  TPoint2D FSweepPoint;
+
+  // The queue. Starts and ends are known from the beginning and wait in a sorted list; the heap has
+  // only what the sweep finds.
+  std::vector<TEventKey> FEnds;
+  std::size_t FNextEnd = 0;
+  TMinHeap<TQueued, TQueueOrder> FQueue;
+  TNodePool<TEvent> FEvents;
+
+  TStatus FStatus;
+  std::vector<TNode*> FNodes;      // of each segment, null outside the status
+  std::vector<double> FOrderKeys;  // slope; +infinity for an upright segment
+  TPassedSegments FPassed{{}, 0.0};
+  std::vector<int> FEnded;  // ended segments in their order, still in FPassed from FNextEnded on
+  std::size_t FNextEnded = 0;
+
+  THashIndex FRecordIndex;  // the dictionary, by `GetCrossRecordID`
+  std::vector<TRecord> FRecords;
+  std::vector<TSeglineIntersectInfo> FResult;
+  std::vector<TSeglineIntersectInfo> FUnplaced;  // their event found no run of two
+};
+
+}  // namespace tarnalgo

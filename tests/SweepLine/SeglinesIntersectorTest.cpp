@@ -1,0 +1,234 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <random>
+#include <utility>
+#include <vector>
+
+#include "geometryAlgo/SweepLine.h"
+#include "tests/support/Generate.h"
+
+namespace tarnalgo {
+namespace {
+
+__extension__ typedef __int128 TWide;
+
+using TPairs = std::vector<std::pair<int, int>>;
+using TEvent = TSeglinesIntersector::TEvent;
+
+TPairs PairsOf(const std::vector<TSeglineIntersectInfo>& Infos) {
+  TPairs Result;
+  for (const auto& Info : Infos) Result.emplace_back(Info.LowerSegment, Info.HigherSegment);
+  std::sort(Result.begin(), Result.end());
+  return Result;
+}
+
+std::vector<TSeglineIntersectInfo> Sweep(const std::vector<TVLine2D>& Lines, double Eps = 1e-6) {
+  return TSeglinesIntersector::GetIntersectInfosBySweepline(Lines, Eps, 1e-6);
+}
+
+// --- The oracle: every pair, in integers ---
+
+constexpr std::int64_t kReach = 16;  // the tolerance in units
+const double kUnit = std::ldexp(1.0, -24);
+
+struct TIntegerSegment {
+  std::int64_t X1, Y1, X2, Y2;
+
+  TVLine2D Line() const {
+    const auto Coordinate = [](std::int64_t V) { return static_cast<double>(V) * kUnit; };
+    return {{Coordinate(X1), Coordinate(Y1)}, {Coordinate(X2), Coordinate(Y2)}};
+  }
+  TWide Side(std::int64_t X, std::int64_t Y) const {
+    return TWide(X2 - X1) * (Y - Y1) - TWide(Y2 - Y1) * (X - X1);
+  }
+  bool IsNear(std::int64_t X, std::int64_t Y) const {
+    const auto SquareTo = [&](std::int64_t PX, std::int64_t PY) {
+      return TWide(X - PX) * (X - PX) + TWide(Y - PY) * (Y - PY);
+    };
+    const TWide Square = TWide(X2 - X1) * (X2 - X1) + TWide(Y2 - Y1) * (Y2 - Y1);
+    const TWide Dot = TWide(X2 - X1) * (X - X1) + TWide(Y2 - Y1) * (Y - Y1);
+    if (Dot <= 0) return SquareTo(X1, Y1) <= kReach * kReach;
+    if (Dot >= Square) return SquareTo(X2, Y2) <= kReach * kReach;
+    const TWide S = Side(X, Y);
+    if (S > (TWide(1) << 62) || S < -(TWide(1) << 62)) return false;  // its square would overflow
+    return S * S <= Square * kReach * kReach;
+  }
+  bool Splits(const TIntegerSegment& B) const {
+    const TWide S1 = Side(B.X1, B.Y1);
+    const TWide S2 = Side(B.X2, B.Y2);
+    return (S1 > 0 && S2 < 0) || (S1 < 0 && S2 > 0);
+  }
+  bool Meets(const TIntegerSegment& B) const {
+    return IsNear(B.X1, B.Y1) || IsNear(B.X2, B.Y2) || B.IsNear(X1, Y1) || B.IsNear(X2, Y2) ||
+           (Splits(B) && B.Splits(*this));
+  }
+};
+
+TPairs ExactPairs(const std::vector<TIntegerSegment>& Segments) {
+  TPairs Result;
+  for (std::size_t I = 0; I < Segments.size(); ++I) {
+    for (std::size_t J = I + 1; J < Segments.size(); ++J) {
+      if (!Segments[I].Meets(Segments[J])) continue;
+      Result.emplace_back(static_cast<int>(I), static_cast<int>(J));
+    }
+  }
+  return Result;
+}
+
+/// Draws a coordinate, a multiple of a step, plus noise.
+struct TFamily {
+  const char* Name;
+  int Segments;
+  int Steps;          // coordinates are 0 .. Steps times the step
+  std::int64_t Step;  // in units of 6e-8
+  int Noise;          // in units
+  int Length;         // of a segment in steps, 0 for any
+};
+
+std::vector<TIntegerSegment> Generate(const TFamily& Family, std::mt19937& Random) {
+  const auto Noisy = [&](int Steps) {
+    return Steps * Family.Step + test::RandomInt(Random, -Family.Noise, Family.Noise);
+  };
+  std::vector<TIntegerSegment> Result;
+  for (int I = 0; I < Family.Segments; ++I) {
+    const int X = test::RandomInt(Random, 0, Family.Steps);
+    const int Y = test::RandomInt(Random, 0, Family.Steps);
+    const auto Far = [&](int From) {
+      if (Family.Length == 0) return test::RandomInt(Random, 0, Family.Steps);
+      return From + test::RandomInt(Random, -Family.Length, Family.Length);
+    };
+    const int Kind = test::RandomInt(Random, 0, 5);  // some upright, some flat, some points
+    const int X2 = Kind == 0 || Kind == 2 ? X : Far(X);
+    const int Y2 = Kind == 1 || Kind == 2 ? Y : Far(Y);
+    Result.push_back({Noisy(X), Noisy(Y), Noisy(X2), Noisy(Y2)});
+  }
+  return Result;
+}
+
+TEST(TSeglinesIntersector, FindsThePairsOfTheExactOracleEachOnce) {
+  constexpr std::int64_t kOne = std::int64_t{1} << 24;
+  const TFamily Families[] = {
+      {"ordinary", 60, 1000000, 1000, 0, 0},
+      {"short", 120, 1000000, 1000, 0, 60000},
+      {"small grid, all kinds of overlap and T-junctions", 40, 4, kOne, 0, 0},
+      {"grid with rounding noise", 40, 4, kOne, 2, 0},
+      {"grid with noise around the tolerance", 40, 4, kOne, 20, 0},
+      {"everything at the scale of the tolerance", 30, 12, 7, 1, 0},
+      {"long and nearly parallel", 40, 2, kOne * 1000, 30, 0},
+      {"coordinates near 1e8", 40, 4, kOne * 25000000, 20, 0},
+  };
+  std::mt19937 Random(20240611);
+  for (const TFamily& Family : Families) {
+    SCOPED_TRACE(Family.Name);
+    for (int Round = 0; Round < 40; ++Round) {
+      SCOPED_TRACE(Round);
+      const auto Segments = Generate(Family, Random);
+      std::vector<TVLine2D> Lines;
+      for (const auto& Segment : Segments) Lines.push_back(Segment.Line());
+      ASSERT_EQ(ExactPairs(Segments), PairsOf(Sweep(Lines, kReach * kUnit)));
+    }
+  }
+}
+
+TEST(TSeglinesIntersector, RecordsPointStretchAndParameters) {
+  const auto Infos = Sweep({{{10, 0}, {0, 0}}, {{4, 0}, {20, 0}}, {{5, -3}, {5, 9}}});
+  ASSERT_EQ((TPairs{{0, 1}, {0, 2}, {1, 2}}), PairsOf(Infos));
+  for (const auto& Info : Infos) {
+    if (Info.HigherSegment == 2) {
+      EXPECT_FALSE(Info.Flag);
+      EXPECT_EQ(TPoint2D(5, 0), Info.FirstPoint);
+      EXPECT_EQ(TPoint2D(5, 0), Info.SecondPoint);
+      EXPECT_DOUBLE_EQ(0.25, Info.HigherParam1);
+      continue;
+    }
+    EXPECT_TRUE(Info.Flag);
+    EXPECT_EQ(TPoint2D(4, 0), Info.FirstPoint);
+    EXPECT_EQ(TPoint2D(10, 0), Info.SecondPoint);
+    EXPECT_DOUBLE_EQ(0.4, Info.LowerParam1);  // counted from the left end
+    EXPECT_DOUBLE_EQ(1.0, Info.LowerParam2);
+    EXPECT_DOUBLE_EQ(0.0, Info.HigherParam1);
+    EXPECT_DOUBLE_EQ(0.375, Info.HigherParam2);
+  }
+}
+
+TEST(TSeglineIntersectInfo, ListsTheLowerSegmentFirstWithItsParameters) {
+  const TSeglineIntersectInfo Info(true, {1, 2}, {3, 4}, 7, 5, 0.1, 0.2, 0.3, 0.4);
+  EXPECT_EQ(5, Info.LowerSegment);
+  EXPECT_EQ(7, Info.HigherSegment);
+  EXPECT_EQ(0.2, Info.LowerParam1);
+  EXPECT_EQ(0.1, Info.HigherParam1);
+  EXPECT_EQ(0.4, Info.LowerParam2);
+  EXPECT_EQ(0.3, Info.HigherParam2);
+}
+
+TEST(TSeglinesIntersector, EventsComeByPlaceThenKindThenSegments) {
+  const TEvent Ordered[] = {
+      {{0, 5}, 9, 9, 2, nullptr, {}}, {{1, 0}, 9, 9, 2, nullptr, {}},
+      {{1, 1}, 3, 0, 0, nullptr, {}}, {{1, 1}, 4, 0, 0, nullptr, {}},
+      {{1, 1}, 1, 2, 1, nullptr, {}}, {{1, 1}, 1, 3, 1, nullptr, {}},
+      {{1, 1}, 0, 0, 2, nullptr, {}},
+  };
+  for (const TEvent& A : Ordered) {
+    for (const TEvent& B : Ordered) {
+      EXPECT_EQ(&A < &B ? -1 : (&A > &B ? 1 : 0), TEvent::Compare(A, B));
+    }
+  }
+}
+
+TEST(TSeglinesIntersector, FindsEveryPairOfManySegmentsThroughOnePoint) {
+  std::vector<TVLine2D> Lines;
+  for (int I = 0; I < 300; ++I) {
+    const TPoint2D V = TPoint2D(7.0, 0.0).RotateBy(I * kPi / 300);
+    Lines.emplace_back(TPoint2D(1, 2) - V, TPoint2D(1, 2) + V * 0.5);
+  }
+  const auto Pairs = PairsOf(Sweep(Lines));
+  EXPECT_EQ(300u * 299u / 2u, Pairs.size());
+  EXPECT_EQ(Pairs.end(), std::adjacent_find(Pairs.begin(), Pairs.end()));
+}
+
+TEST(TSeglinesIntersector, ASecondCallFindsNothingLeft) {
+  TSeglinesIntersector Sweeper({{{0, 0}, {2, 2}}, {{0, 2}, {2, 0}}}, 1e-6, 1e-6);
+  EXPECT_EQ(1u, Sweeper.GetResult().size());
+  EXPECT_TRUE(Sweeper.GetResult().empty());
+  EXPECT_TRUE(Sweep({}).empty());
+}
+
+TEST(TSeglinesIntersector, AnyInputTerminatesAndWhatIsNotFiniteMeetsNothing) {
+  const double NaN = std::nan("");
+  const double Inf = std::numeric_limits<double>::infinity();
+  const std::vector<TVLine2D> Cross = {{{0, 0}, {2, 2}}, {{0, 2}, {2, 0}}};
+  for (const double Odd : {NaN, Inf, -Inf}) {
+    std::vector<TVLine2D> Lines = Cross;
+    Lines.push_back({{Odd, 0}, {1, 1}});
+    Lines.push_back({{0, 0}, {1, Odd}});
+    EXPECT_EQ((TPairs{{0, 1}}), PairsOf(Sweep(Lines)));
+  }
+  for (const double Scale : {1e300, 1e-300, 5e307, 5e-324}) {
+    SCOPED_TRACE(Scale);
+    std::vector<TVLine2D> Lines;
+    for (const TVLine2D& Line : Cross) {
+      Lines.emplace_back(Line.StartPoint * Scale, Line.EndPoint * Scale);
+    }
+    const auto Infos = Sweep(Lines, 0.0);
+    ASSERT_EQ(1u, Infos.size());
+    EXPECT_EQ(TPoint2D(Scale, Scale), Infos[0].FirstPoint);
+  }
+  for (const double Eps : {NaN, -1.0, 0.0}) EXPECT_EQ(1u, Sweep(Cross, Eps).size());
+  EXPECT_EQ(1u, Sweep({{{0, 0}, {1, 0}}, {{1e9, 1e9}, {2e9, 0}}}, Inf).size());
+  std::mt19937 Random(7);
+  for (int Round = 0; Round < 300; ++Round) {
+    std::vector<TVLine2D> Lines(8);
+    const double Values[] = {0, -0.0, 1, -1, NaN, Inf, 1e300, -1.7e308, 1e-300, 5e-324, 1e9, 1e-7};
+    const auto Value = [&] { return Values[test::RandomInt(Random, 0, 11)]; };
+    for (TVLine2D& Line : Lines) Line = {{Value(), Value()}, {Value(), Value()}};
+    EXPECT_LE(Sweep(Lines, Value()).size(), 28u);
+  }
+}
+
+}  // namespace
+}  // namespace tarnalgo
