@@ -8,6 +8,7 @@
 #include "geometryAlgo/VedaType/Geometry.h"        // IVGeometry2D, TVGeometry2DList
 #include "geometryAlgo/VedaType/GeometryUtils.h"   // TGeometryUtils: crossings of Beziers
 #include "geometryAlgo/VedaType/HPolygon.h"        // TVHPolygon, TVHPolygonList
+#include "geometryAlgo/VedaType/LABHPolygon.h"     // TLABHPolygon, TLABHPolygonList
 #include "geometryAlgo/VedaType/LABPolyline.h"     // TLABPolyline, TLABPolylineList, TLWPolyline
 #include "geometryAlgo/VedaType/LABSegline.h"      // TSegType, TLABSegline
 #include "geometryAlgo/VedaType/Line.h"            // TVLine2D

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <polyclipping/clipper.hpp>
 #include <utility>
 #include <vector>
 
 #include "geometryAlgo/VedaType/PlaceIndex.h"
+#include "geometryAlgo/VedaType/RegionMeasures.h"
 #include "host/Cadutils.h"
 
 namespace tarnalgo {
@@ -21,29 +21,6 @@ constexpr double kCornerReach = 1.5;
 double AbsArea(const TVPolyline2D& Contour) {
   return std::abs(Contour.Area());
 }
-
-/// Centroid of places with weights, summed relative to the first: far from the origin only the
-/// distances between them count.
-class TWeightedPlaces {
- public:
-  void Add(const TPoint2D& P, double Weight) {
-    if (FCount++ == 0) FOrigin = P;
-    FMoment = FMoment + (P - FOrigin) * Weight;
-    FSum = FSum + (P - FOrigin);
-    FTotal += Weight;
-  }
-  double Total() const { return FTotal; }
-  TPoint2D Centroid() const { return FOrigin + FMoment / FTotal; }
-  /// The mean without weights, the origin when there is no place.
-  TPoint2D Mean() const { return FCount == 0 ? TPoint2D::FZero : FOrigin + FSum / FCount; }
-
- private:
-  int FCount = 0;
-  TPoint2D FOrigin;
-  TPoint2D FMoment;
-  TPoint2D FSum;
-  double FTotal = 0.0;
-};
 
 bool IsSameRing(const TVPolyline2D& A, const TVPolyline2D& B, double Eps) {
   return A.IsEqualTo(B, Eps) || A.IsEqualToReverse(B, Eps);
@@ -157,21 +134,11 @@ bool TVHPolygon::CheckClosed(double Eps) const {
 }
 
 double TVHPolygon::Area() const {
-  double Sum = 0.0;
-  for (const TVPolyline2D* Item : *this) {
-    Sum += Item == First() ? AbsArea(*Item) : -AbsArea(*Item);
-  }
-  return Sum;
+  return TRegionMeasures(*this).Area();
 }
 
 TPoint2D TVHPolygon::Gravity() const {
-  if (IsEmpty()) return TPoint2D::FZero;
-  const TVPolyline2D& Outline = *First();
-  TWeightedPlaces Places;
-  Places.Add(Outline.Gravity(), AbsArea(Outline));
-  for (int I = 1; I < Count(); ++I) Places.Add((*this)[I]->Gravity(), -AbsArea(*(*this)[I]));
-  const double Wires = kLinearTolerance * Outline.TotalLength() / 2;
-  return std::abs(Places.Total()) > Wires ? Places.Centroid() : Outline.Gravity();
+  return TRegionMeasures(*this).Gravity();
 }
 
 bool TVHPolygon::IsEqualTo(const TVHPolygon& Other, double Eps) const {
@@ -194,15 +161,7 @@ bool TVHPolygon::IsEqualTo(const TVHPolygon& Other, double Eps) const {
 }
 
 TShapeRelation TVHPolygon::RelationWithPoint(const TPoint2D& P, double Eps) const {
-  if (IsEmpty()) return srOut;
-  const TShapeRelation InOutline = First()->RelationWithPoint(P, Eps);
-  if (InOutline != srIn) return InOutline;
-  for (int I = 1; I < Count(); ++I) {
-    const TShapeRelation InHole = (*this)[I]->RelationWithPoint(P, Eps);
-    if (InHole == srOn) return srOn;
-    if (InHole == srIn) return srOut;
-  }
-  return srIn;
+  return TRegionMeasures(*this).RelationWithPoint(P, Eps);
 }
 
 bool TVHPolygon::IsCrossWith(const TVLine2D& Line, double Eps) const {

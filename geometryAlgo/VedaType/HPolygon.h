@@ -62,7 +62,7 @@ class TVHPolygon : public TVGeometry2DList<TVPolyline2D> {
   /// outline. 0 when empty.
   double Area() const override;
   /// Centroid of the region, and its X. Where no more area is left than the tolerance (1e-6) times
-  /// the outline's half perimeter, that of the outline; the origin when empty.
+  /// the diagonal of the outline's box, that of the outline; the origin when empty.
   TPoint2D Gravity() const;
   double XGravity() const { return Gravity().X; }
   /// The same region: the same outline and the same holes in any order, each with the same vertices
