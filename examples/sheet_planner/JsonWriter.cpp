@@ -51,7 +51,7 @@ TJson CurvesOf(const TGeCurve2D& Curve) {
   return List;
 }
 
-constexpr const char* kMoveNames[] = {"rapid", "gap", "cut"};
+constexpr const char* kMoveNames[] = {"rapid", "gap", "connection", "cut"};
 constexpr const char* kStepNames[] = {"pass", "circle", "contour"};
 
 }  // namespace

@@ -61,7 +61,7 @@ class TMeter {
       ++FWork.Halts;
       FWork.Time += TimeOver(Length, FMachine.RapidSpeed, FMachine.Acceleration);
     } else {
-      for (const TStretch& Stretch : StretchesOf(*Move.Curve)) Follow(Stretch, Move.IsBeamOn());
+      for (const TStretch& Stretch : StretchesOf(*Move.Curve)) Follow(Stretch, Move.Kind);
     }
     FWasBeamOn = Move.IsBeamOn();
   }
@@ -71,7 +71,8 @@ class TMeter {
   }
 
  private:
-  void Follow(const TStretch& Stretch, bool IsBeamOn) {
+  void Follow(const TStretch& Stretch, TMove::TKind Kind) {
+    const bool IsBeamOn = Kind == TMove::TKind::Cut;
     if (FSinceHalt > 0.0 && FArriving.AngleBetween(Stretch.Leaving) > FMachine.CornerAngle) Halt();
     if (IsBeamOn && !FWasBeamOn) {
       if (FSinceHalt > 0.0) {
@@ -81,7 +82,9 @@ class TMeter {
         FWork.Time += FMachine.PierceTime;
       }
     }
-    (IsBeamOn ? FWork.CutLength : FWork.GapLength) += Stretch.Length;
+    (IsBeamOn                    ? FWork.CutLength
+     : Kind == TMove::TKind::Gap ? FWork.GapLength
+                                 : FWork.ConnectionLength) += Stretch.Length;
     FSinceHalt += Stretch.Length;
     FArriving = Stretch.Arriving;
     FWasBeamOn = IsBeamOn;

@@ -10,7 +10,7 @@ namespace sheet_planner {
 ///
 /// The head moves from halt to halt. It halts before and after every rapid move and where the path
 /// turns by more than `CornerAngle`; between two halts it speeds up by `Acceleration`, goes on at
-/// `RapidSpeed` (rapid moves) or `CutSpeed` (cuts and gaps) and slows down again, however the path
+/// `RapidSpeed` (rapid moves) or `CutSpeed` (cuts, gaps and connections) and slows down again, however the path
 /// is curved. Where the beam goes on at a halt, piercing takes `PierceTime`; in flight it takes
 /// nothing.
 struct TMachine {
@@ -24,7 +24,8 @@ struct TMachine {
 /// What a list of moves costs.
 struct TWork {
   double CutLength = 0.0;
-  double GapLength = 0.0;  // flown with the beam off
+  double GapLength = 0.0;         // flown with the beam off
+  double ConnectionLength = 0.0;  // the same, between passes
   double RapidLength = 0.0;
   int RapidMoves = 0;
   int Halts = 0;         // at the end of a rapid move, of a path or at a corner

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "examples/sheet_planner/BadInput.h"
+#include "examples/sheet_planner/Connections.h"
 #include "examples/sheet_planner/EdgePrep.h"
 #include "examples/sheet_planner/JsonWriter.h"
 #include "examples/sheet_planner/Machine.h"
@@ -35,6 +36,7 @@ struct TOptions {
   std::string Output = "plan.svg";
   std::string Json;
   TMachine Machine;
+  TConnectOptions Connect;
   double ChordError = 0.05;
   TPrepOptions Prep;
   bool WithListing = false;
@@ -46,6 +48,9 @@ const std::map<std::string, std::function<TDrawing()>> kSamples{
     {"brackets", [] { return BracketNest(); }},
     {"squares", [] { return SquareGrid(160, 160); }},
 };
+
+const std::map<std::string, TConnect> kConnects{
+    {"stop", TConnect::Stop}, {"curves", TConnect::Curves}, {"transitions", TConnect::Transitions}};
 
 /// A finite number of at least `Least`; the parser lets "nan" and "inf" pass.
 CLI::Validator AtLeast(double Least) {
@@ -114,8 +119,9 @@ void ShowProgress(void*, int Total, int Current) {
 void Plan(const TOptions& Options) {
   const TDrawing Drawing = Load(Options);
   const TSheet Sheet = PrepareSheet(Drawing, Options.Prep);
-  const TPlan Result = PlanSheet(Sheet, Options.WithProgress ? ShowProgress : TProgressEvent());
+  TPlan Result = PlanSheet(Sheet, Options.WithProgress ? ShowProgress : TProgressEvent());
   Save(Options.Output, PlanSvg(Drawing, Sheet, Result));
+  ConnectPasses(Sheet, Options.Connect, Result);
   const std::vector<TMove> Moves = MovesOf(Sheet, Result);
   if (!Options.Json.empty()) Save(Options.Json, PlanJson(Drawing, Sheet, Moves));
   const TWork Before = Measure(MovesOf(Sheet, PlanContours(Sheet)), Options.Machine);
@@ -142,6 +148,7 @@ int main(int ArgCount, char** Args) {
     return std::string("sheet_planner: ") + Error.what() + " (--help tells more)\n";
   });
   TOptions Options;
+  double MostDegrees = Options.Connect.MaxAngle * 180.0 / tarnalgo::kPi;
   double AngleDegrees = tarnalgo::AngleTolerance * 180.0 / tarnalgo::kPi;
   App.set_version_flag("--version", "sheet_planner " SHEET_PLANNER_VERSION);
   App.add_option("drawing", Options.Input, "DXF drawing (ASCII) to plan")->type_name("FILE");
@@ -172,6 +179,14 @@ int main(int ArgCount, char** Args) {
   AddTunable(App, "--angle-tolerance", AngleDegrees,
              "degrees; half of it is how far the edges of a pass may differ in direction");
   AddMachine(App, Options.Machine);
+  App.add_option("--connect", Options.Connect.Connect, "between passes: stop, curves, transitions")
+      ->transform(CLI::Transformer(kConnects))
+      ->default_str("curves")
+      ->type_name("NAME");
+  constexpr double kLeastRadius = 1e-3;
+  AddTunable(App, "--min-radius", Options.Connect.MinRadius, "transitions keep above this radius",
+             kLeastRadius);
+  AddTunable(App, "--max-angle", MostDegrees, "degrees; transitions turn by no more");
   try {
     App.parse(ArgCount, Args);
     if (Options.Input.empty() && Options.Sample.empty()) {
@@ -184,6 +199,7 @@ int main(int ArgCount, char** Args) {
                                    "would overwrite the drawing");
       }
     }
+    Options.Connect.MaxAngle = MostDegrees * tarnalgo::kPi / 180.0;
     tarnalgo::AngleTolerance = AngleDegrees * tarnalgo::kPi / 180.0;
   } catch (const CLI::ParseError& Error) {
     return App.exit(Error) == 0 ? kPlanned : kWrongUsage;

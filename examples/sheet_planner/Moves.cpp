@@ -48,6 +48,15 @@ class TMoveList {
     FHead = Curve->EndPoint();
     FMoves.push_back({Kind, std::move(Curve), FStep, FPort});
   }
+  /// Leads to the step begun; a transition by its pieces.
+  void Connect(const TGeCurve2D& Curve) {
+    FIsFirst = false;
+    if (const auto* const Whole = dynamic_cast<const TGeCompositeCurve2D*>(&Curve)) {
+      for (int I = 0; I < Whole->GetCurveCount(); ++I) Connect(*Whole->GetCurve(I));
+    } else if (Curve.CurveLength() > 0.0) {
+      Add(TMove::TKind::Connection, Curve.Clone());
+    }
+  }
   void HopTo(const TPoint2D& P, TMove::TKind Kind) {
     if (!FHead.Equals(P))
       FMoves.push_back({Kind, std::make_unique<TGeLine2D>(FHead, P), FStep, FPort});
@@ -67,11 +76,15 @@ class TMoveList {
 std::vector<TMove> MovesOf(const TSheet& Sheet, const TPlan& Plan) {
   using TKind = TMove::TKind;
   TMoveList Moves(BoundsOf(Sheet).Min);
-  for (const TPlanStep& Step : Plan.Order) {
+  for (std::size_t I = 0; I < Plan.Order.size(); ++I) {
+    const TPlanStep& Step = Plan.Order[I];
+    const TGeCurve2D* const Connection =
+        I < Plan.Connections.size() ? Plan.Connections[I].get() : nullptr;
     const auto Index = static_cast<std::size_t>(Step.Index);
     if (Step.Kind == TPlanStep::TKind::Pass) {
       const TOwningFlyCurves& Pass = Plan.Passes[Index];
       Moves.Begin(Step, Pass.First()->ChannelPort());
+      if (Connection) Moves.Connect(*Connection);
       for (const TFlyCurve* Piece : Pass) {
         // A gap too short for a piece of its own is flown over all the same.
         if (Piece != Pass.First()) Moves.HopTo(Piece->GeCurve()->StartPoint(), TKind::Gap);
@@ -80,6 +93,7 @@ std::vector<TMove> MovesOf(const TSheet& Sheet, const TPlan& Plan) {
     } else if (Step.Kind == TPlanStep::TKind::Circle) {
       const auto& Circle = static_cast<const TFlyCircle&>(*Plan.Circles[Step.Index]);
       Moves.Begin(Step, Circle.ChannelPort());
+      if (Connection) Moves.Connect(*Connection);
       Moves.Add(TKind::Cut, CurveOf(Circle));
     } else {
       Moves.Begin(Step, Plan.Contours[Index].Port);

@@ -9,7 +9,7 @@ namespace sheet_planner {
 
 /// One curve that the head follows.
 struct TMove {
-  enum class TKind { Rapid, Gap, Cut };
+  enum class TKind { Rapid, Gap, Connection, Cut };
 
   TKind Kind = TKind::Rapid;
   std::unique_ptr<tarnalgo::TGeCurve2D> Curve;  // a line, an arc, a full circle or a Bezier joint;

@@ -1,5 +1,6 @@
 #pragma once  // examples/sheet_planner/Planner.h
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,16 @@ struct TPlanStats {
   int RunsSplit = 0;     // between edges of which one has more inside than the other
 };
 
+/// What became of the ways from one pass or circle to the next.
+struct TConnectStats {
+  int Smooth = 0;
+  int ThreePiece = 0;
+  int Transitions = 0;
+  int TooFar = 0;    // rejected, here and below: beyond MaxConnectDistance
+  int Crossing = 0;  // every curve crosses a cut
+  int NoCurve = 0;   // none within the limits
+};
+
 /// How the sheet is cut.
 struct TPlan {
   /// Each owns its curves. Lists are in cutting order, as `Order` mixes them.
@@ -63,6 +74,10 @@ struct TPlan {
   tarnalgo::TOwningFlyCurves Circles;  // a `TFlyCircle` each
   std::vector<TOrdinaryContour> Contours;
   std::vector<TPlanStep> Order;
+  /// The curve that leads to each step of the order without a halt, empty where there is none; the
+  /// whole list may be missing.
+  std::vector<std::unique_ptr<tarnalgo::TGeCurve2D>> Connections;
+  TConnectStats Joints;
   std::vector<TRejectedGap> Rejected;
   TPlanStats Stats;
 };

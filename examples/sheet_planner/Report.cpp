@@ -125,6 +125,15 @@ std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan
             Grouped(Stats.GapsCrossing) + " across another cut, " + Grouped(Stats.GapsTooLong) +
                 " longer than " + Short(MaxConnectDistance, 6) + " " + Drawing.Unit);
 
+  const TConnectStats& Joints = Plan.Joints;
+  if (!Plan.Connections.empty()) {
+    Table.Row("connections", Joints.Smooth + Joints.ThreePiece + Joints.Transitions,
+              Grouped(Joints.Smooth) + " smooth, " + Grouped(Joints.ThreePiece) + " three-piece, " +
+                  Counted(Joints.Transitions, "transition", "transitions"));
+    Table.Row("rejected", Joints.Crossing + Joints.NoCurve + Joints.TooFar,
+              Grouped(Joints.Crossing) + " across a cut, " + Grouped(Joints.NoCurve) +
+                  " without a curve within the limits, " + Grouped(Joints.TooFar) + " too far");
+  }
   double Around = 0.0;
   for (const TSheetCircle& Circle : Sheet.Circles) Around += Circle.Circle.Radius * kFullTurn;
   double Ordinary = 0.0;
@@ -166,6 +175,7 @@ std::string WorkReport(const TDrawing& Drawing, const TWork& Before, const TWork
   };
   Length("cut", Before.CutLength, After.CutLength);
   Length("gaps flown over", Before.GapLength, After.GapLength);
+  Length("connections", Before.ConnectionLength, After.ConnectionLength);
   Length("rapid travel", Before.RapidLength, After.RapidLength);
   Number("rapid moves", Before.RapidMoves, After.RapidMoves);
   Number("halts", Before.Halts, After.Halts);

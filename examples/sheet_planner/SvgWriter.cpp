@@ -84,6 +84,7 @@ class TPicture {
     Contours();
     Circles();
     Gaps();
+    Connections();
     Rejected();
     Cuts();
     Arrows();
@@ -223,6 +224,19 @@ class TPicture {
     BeginGroup("fill=\"none\" stroke-width=\"" + Short(std::max(FStroke * 0.4, 0.5), 2) +
                "\" stroke-dasharray=\"" + Dash + " " + Dash + "\" stroke-opacity=\"0.75\"");
     PassPaths(true);
+    EndGroup();
+  }
+
+  /// From one pass or circle to the next, flown.
+  void Connections() {
+    BeginGroup("fill=\"none\" stroke=\"#0891b2\" stroke-width=\"" +
+               Short(std::max(FStroke * 0.5, 0.7), 2) + "\"");
+    for (const auto& Connection : FPlan.Connections) {
+      std::string Path;
+      std::string PathEnd;
+      if (Connection) AppendCurve(*Connection, Path, PathEnd);
+      if (!Path.empty()) FText += "<path d=\"" + Path + "\"/>\n";
+    }
     EndGroup();
   }
 

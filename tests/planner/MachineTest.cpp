@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "examples/sheet_planner/Connections.h"
 #include "examples/sheet_planner/JsonWriter.h"
 #include "examples/sheet_planner/SampleSheets.h"
 #include "tests/planner/PlanChecks.h"
@@ -96,6 +97,83 @@ TEST(Measure, AgreesWithTheFileOfTheMoves) {
       EXPECT_EQ(FromFile.Halts, Work.Halts);
       EXPECT_EQ(FromFile.Pierces, Work.Pierces);
       EXPECT_EQ(FromFile.FlyingStarts, Work.FlyingStarts);
+    }
+  }
+}
+
+/// Chords of a full circle, an arc or a line, and how far they stay off the curve.
+std::vector<TPoint2D> ChordsOf(const TGeCurve2D& Curve) {
+  return Curve.Sample(1e-4);
+}
+
+/// Segments whose inner points cross, by the sides of their ends.
+bool Cross(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C, const TPoint2D& D) {
+  const double C1 = (B - A).CrossMul(C - A);
+  const double D1 = (B - A).CrossMul(D - A);
+  const double A1 = (D - C).CrossMul(A - C);
+  const double B1 = (D - C).CrossMul(B - C);
+  return C1 * D1 < 0.0 && A1 * B1 < 0.0;
+}
+
+TPoint2D WayAt(const TGeCurve2D& Curve, bool AtEnd) {
+  if (const auto* const Arc = dynamic_cast<const TGeCircularArc2D*>(&Curve)) {
+    const TPoint2D Radius = (AtEnd ? Arc->EndPoint() : Arc->StartPoint()) - Arc->GetCenter();
+    return (Arc->GetSweepAngle() > 0 ? Radius.RotateCcw90() : Radius.RotateCw90()).Normal();
+  }
+  if (const auto* const Joint = dynamic_cast<const TGePolyBezier2D*>(&Curve)) {
+    return (AtEnd ? Joint->GetBezier(Joint->GetBezierCount() - 1).TangentEnd()
+                  : Joint->GetBezier(0).TangentStart())
+        .Normal();
+  }
+  const std::vector<TPoint2D> Points = Curve.Sample(1.0);
+  const std::size_t Last = Points.size() - 1;
+  return (AtEnd ? Points[Last] - Points[Last - 1] : Points[1] - Points[0]).Normal();
+}
+
+TEST(ConnectPasses, JoinsWithoutACornerAndWithoutCrossingACut) {
+  for (const TConnect Connect : {TConnect::Curves, TConnect::Transitions}) {
+    for (const TDrawing& Drawing : {PerforatedPlate(16, 12), SquareGrid(9, 7), BracketNest(1, 1)}) {
+      SCOPED_TRACE(Drawing.Name);
+      const TSheet Sheet = PrepareSheet(Drawing, {});
+      TPlan Plan = PlanSheet(Sheet);
+      TConnectOptions Options;
+      Options.Connect = Connect;
+      ConnectPasses(Sheet, Options, Plan);
+      const std::vector<TMove> Moves = MovesOf(Sheet, Plan);
+      std::vector<std::vector<TPoint2D>> Cuts;
+      for (const TMove& Move : Moves) {
+        if (Move.IsBeamOn()) Cuts.push_back(ChordsOf(*Move.Curve));
+      }
+      int Connections = 0;
+      for (std::size_t I = 1; I < Moves.size(); ++I) {
+        const bool IsHere = Moves[I].Kind == TMove::TKind::Connection;
+        const bool WasBefore = Moves[I - 1].Kind == TMove::TKind::Connection;
+        if (!IsHere && !WasBefore) continue;
+        EXPECT_LE(Moves[I - 1].Curve->EndPoint().DistanceTo(Moves[I].Curve->StartPoint()), 1e-6);
+        EXPECT_LE(WayAt(*Moves[I - 1].Curve, true).AngleBetween(WayAt(*Moves[I].Curve, false)),
+                  1e-6);
+        if (!IsHere) continue;
+        ++Connections;
+        // 0.005 off the ends; tangents of a circle come that near to its chords.
+        const std::vector<TPoint2D> Way = ChordsOf(*Moves[I].Curve);
+        for (const auto& Cut : Cuts) {
+          for (std::size_t J = 1; J < Way.size(); ++J) {
+            const TPoint2D Step = (Way[J] - Way[J - 1]).Normal() * 0.005;
+            const TPoint2D From = J == 1 ? Way[0] + Step : Way[J - 1];
+            const TPoint2D To = J + 1 == Way.size() ? Way[J] - Step : Way[J];
+            for (std::size_t K = 1; K < Cut.size(); ++K) {
+              EXPECT_FALSE(Cross(From, To, Cut[K - 1], Cut[K]))
+                  << From.X << ", " << From.Y << " to " << To.X << ", " << To.Y;
+            }
+          }
+        }
+      }
+      const TConnectStats& Stats = Plan.Joints;
+      EXPECT_GE(Connections, Stats.Smooth + Stats.ThreePiece + Stats.Transitions);
+      EXPECT_GT(Connections, 0);
+      const TMachine Machine;
+      EXPECT_LT(Measure(Moves, Machine).Pierces,
+                Measure(MovesOf(Sheet, PlanSheet(Sheet)), Machine).Pierces);
     }
   }
 }
