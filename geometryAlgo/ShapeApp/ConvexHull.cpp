@@ -113,6 +113,8 @@ std::optional<TVPolyline2D> HullOfRim(const std::vector<TPoint2D>& Points) {
   const THullFilter Filter(Points);
   if (!Filter.IsUseful()) return std::nullopt;
   std::vector<TPoint2D> Rim = Filter.Candidates();
+  // Most of a set that lies on its rim has near neighbours there: not worth a first try.
+  if (Rim.size() > Points.size() / 2) return std::nullopt;
   SortByXY(Rim, [](const TPoint2D& P) { return P; });
   Rim.erase(std::unique(Rim.begin(), Rim.end()), Rim.end());
   // Of two near points the second is kept if a third one, dropped perhaps, comes between them.

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 #include "geometryAlgo/ShapeApp/ConvexHull.h"
 #include "geometryAlgo/ShapeApp/ConvexRing.h"
@@ -31,7 +32,11 @@ class TBoxWalk {
  public:
   explicit TBoxWalk(const TRing& Ring) : FRing(Ring) {
     FLengths.reserve(Ring.Count());
-    for (const TPoint2D& Edge : Ring.Edges) FLengths.push_back(Edge.Mag());
+    FReciprocals.reserve(Ring.Count());
+    for (const TPoint2D& Edge : Ring.Edges) {
+      FLengths.push_back(Edge.Mag());
+      FReciprocals.push_back(1.0 / FLengths.back());
+    }
   }
 
   TFramedBox Run() {
@@ -49,12 +54,12 @@ class TBoxWalk {
  private:
   // The roles in the table of supports; the base edge's own end comes as a fourth caliper.
   enum TCaliper { cMaxU, cMaxV, cMinU, cBase, cNone };
+  static constexpr double kSureCosine = 1e-14;  // several roundings of a cosine
   static constexpr double kStartOfExtent = 2147483647.0;
 
   void TakeBase(std::size_t Edge) {
     FBase = Edge;
     FU = FRing.Edges[Edge] / FLengths[Edge];
-    FUnitLength = FU.Mag();  // one but for rounding, which decides ties
     FMaxU = -kStartOfExtent;
     FMaxV = -kStartOfExtent;
     FMinU = kStartOfExtent;
@@ -79,21 +84,45 @@ class TBoxWalk {
     }
   }
 
-  /// Ties: the base edge first, then the roles in the order of the table.
+  /// Direction and edge of a caliper.
+  struct TCandidate {
+    TCaliper Caliper;
+    TPoint2D Direction;
+    std::size_t Edge;
+  };
+
+  /// Ties: the base edge first, then the roles in the order of the table; exact cosines.
   TCaliper LeastTurned() const {
+    const TCandidate Candidates[] = {{cBase, FU, FRing.Next(FBase)},
+                                     {cMaxU, FU.RotateCcw90(), FSupports[cMaxU]},
+                                     {cMaxV, -FU, FSupports[cMaxV]},
+                                     {cMinU, FU.RotateCw90(), FSupports[cMinU]}};
+    // Most often products with reciprocal lengths tell; quotients are for what is nearly equal.
+    double Greatest = -kStartOfExtent;
+    double Second = -kStartOfExtent;
+    TCaliper Winner = cNone;
+    for (const TCandidate& C : Candidates) {
+      const double Cosine = C.Direction.DotMul(FRing.Edges[C.Edge]) * FReciprocals[C.Edge];
+      Second = std::max(Second, std::min(Greatest, Cosine));
+      if (!(Cosine > Greatest)) continue;
+      Greatest = Cosine;
+      Winner = C.Caliper;
+    }
+    if (Greatest - Second > kSureCosine) return Winner;
+    return LeastTurned(Candidates);
+  }
+
+  TCaliper LeastTurned(std::span<const TCandidate> Candidates) const {
+    const double UnitLength = FU.Mag();  // one but for rounding, which decides ties
     TCaliper Winner = cNone;
     double Greatest = -kStartOfExtent;
-    const auto Try = [&](TCaliper Caliper, const TPoint2D& Direction, std::size_t Support) {
-      const double Cosine =
-          Direction.DotMul(FRing.Edges[Support]) / (FUnitLength * FLengths[Support]);
-      if (!(Cosine > Greatest)) return;
+    for (const TCandidate& C : Candidates) {
+      const double Length = UnitLength * FLengths[C.Edge];
+      const double Cosine = C.Direction.DotMul(FRing.Edges[C.Edge]) / Length;
+      if (!(Cosine > Greatest)) continue;
       Greatest = Cosine;
-      Winner = Caliper;
-    };
-    Try(cBase, FU, FRing.Next(FBase));
-    Try(cMaxU, FU.RotateCcw90(), FSupports[cMaxU]);
-    Try(cMaxV, -FU, FSupports[cMaxV]);
-    Try(cMinU, FU.RotateCw90(), FSupports[cMinU]);
+      Winner = C.Caliper;
+    }
     return Winner;
   }
 
@@ -108,9 +137,9 @@ class TBoxWalk {
 
   const TRing& FRing;
   std::vector<double> FLengths;
+  std::vector<double> FReciprocals;
   std::size_t FBase = 0;
   TPoint2D FU;
-  double FUnitLength = 1.0;
   double FMaxU = 0.0;
   double FMaxV = 0.0;
   double FMinU = 0.0;
@@ -200,6 +229,11 @@ TFramedBox SmallestBox(const TRing& Ring, double Size) {
   return IsAnswer(OfHull) ? Walked : OfHull;
 }
 
+bool IsShort(const TPoint2D& Edge) {
+  if (Edge.DotMul(Edge) > 2.0 * kLeastEdge * kLeastEdge) return false;  // plainly not
+  return Edge.Mag() < kLeastEdge;
+}
+
 /// The corners closed by a repeat of the first, counter-clockwise, no edge shorter than the least.
 std::vector<TPoint2D> CornersOf(const TVPolyline2D& Polygon) {
   TVPolyline2D Ring = Polygon;
@@ -210,7 +244,7 @@ std::vector<TPoint2D> CornersOf(const TVPolyline2D& Polygon) {
   std::vector<TPoint2D> Corners{Points.front()};
   Corners.reserve(Points.size());
   for (std::size_t I = 1; I < Points.size(); ++I) {
-    if (!(Points[I].DistanceTo(Points[I - 1]) < kLeastEdge)) Corners.push_back(Points[I]);
+    if (!IsShort(Points[I] - Points[I - 1])) Corners.push_back(Points[I]);
   }
   return Corners;
 }

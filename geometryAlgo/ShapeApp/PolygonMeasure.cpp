@@ -10,6 +10,9 @@ namespace tarnalgo {
 
 namespace {
 
+// Above every rounding of squares and their products.
+constexpr double kPlainlyMore = 1.0 + 1e-12;
+
 /// Corners with their positions in the list they come from.
 struct TCorner {
   TPoint2D P;
@@ -123,6 +126,9 @@ double TPolygonBasicAlgo::ConvexWidth(const TVPolyline2D& ConvexPoly, TPoint2D& 
   const std::size_t Count = P.size();
   double Best = kStartOfMinimum;
   const auto Offer = [&](const TPoint2D& Edge, double DoubledArea) {
+    // Plainly wider: spares the root and the quotient.
+    const double Bound = Best * Best * Edge.DotMul(Edge) * kPlainlyMore;
+    if (DoubledArea > 0.0 && DoubledArea * DoubledArea > Bound) return;
     const double Width = DoubledArea / Edge.Mag();
     if (!(Width < Best)) return;  // nor is the quotient of an edge without length
     Best = Width;
