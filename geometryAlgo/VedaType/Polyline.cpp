@@ -16,9 +16,8 @@ TVPolyline2D::TVPolyline2D(const TPath& Path, double Scale) {
 }
 
 TPath TVPolyline2D::ToPath(double Scale) const {
-  TPath Path;
-  Path.reserve(FPoints.size());
-  for (const TPoint2D& P : FPoints) Path.push_back(ScaledIntPoint(P, Scale));
+  TPath Path(FPoints.size());
+  ScaleIntPoints(FPoints.data(), FPoints.size(), Scale, Path.data());
   return Path;
 }
 

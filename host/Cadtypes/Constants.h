@@ -73,8 +73,12 @@ inline constexpr double kHoleSearchMargin = 0.01;
 /// Length: chord error of the sampling where a hole has no exact crossing test.
 inline constexpr double kHoleChordTolerance = 0.1;
 
-/// Integers a model unit: the standard scale of integer paths.
+/// Integer units per model unit: the standard scale of integer paths.
 inline constexpr double kIntegerScale = 100000.0;
+
+/// Length (integer units): two roundings of half a unit on each axis, with a little to spare. What
+/// a turned and shifted integer path is off its place.
+inline constexpr double kCongruenceTolerance = 2.0;
 
 /// Angle (radians), about 60.12 degrees: the most that a smooth joint turns at either end, measured
 /// from its control to the other end's.
