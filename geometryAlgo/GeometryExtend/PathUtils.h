@@ -8,6 +8,7 @@
 #include "containers/TreeAlgorithm/MultiTree.h"
 #include "geometryAlgo/ClipperAdditions.h"
 #include "geometryAlgo/VedaType/Enums.h"
+#include "geometryAlgo/VedaType/HPolygon.h"
 #include "geometryAlgo/VedaType/Point.h"
 #include "geometryAlgo/VedaType/Polyline.h"
 #include "geometryAlgo/VedaType/Rect.h"
@@ -120,6 +121,10 @@ class TPathUtils {
   static TPath CreatePath(const TVRect2D& Rect, double Scale);
   static TPaths CreatePaths(const TVPolyline2DList& List, double Scale);
   static TPaths CreatePaths(const TVPolyline2DList* List, double Scale);
+
+  /// The contours of all polygons, one polygon after the other, each outline before its holes.
+  static TPaths CreatePaths(const TVHPolygonList& List, double Scale);
+  static TPaths CreatePaths(const TVHPolygonList* List, double Scale);
 
   static std::vector<TPoint2D> CreatePoint2DList(const TPath& Path, double Scale);
   static TVPolyline2D CreatePolyline(const TPath& Path, double Scale);
@@ -331,6 +336,26 @@ class TPathUtils {
   static TPathsList PolyTreeToPathsList(const TPolyTree& Tree);
   /// The whole nesting as trees of polylines, one for each outermost node.
   static TMultiTreeList<TVPolyline2D> CreatePolylineTreeList(const TPolyTree& Tree, double Scale);
+
+  // --- Regions (PathRegions.cpp) ---
+  //
+  // Contours are taken as they are and not closed.
+
+  /// The polygon of an outer and its holes: the first path keeps its sense, which becomes that of
+  /// the polygon, and every other one is set to run against it. No path, an empty polygon.
+  static TVHPolygon CreateHPolygon(const TPaths& Paths, double Scale);
+  /// The same of a node and its direct children.
+  static TVHPolygon CreateHPolygon(const TPolyNode& Node, double Scale);
+  /// A polygon for each outer node, islands within holes too, as `PolyTreeToPathsList` has them.
+  static TVHPolygonList CreateHPolygons(const TPolyTree& Tree, double Scale);
+  /// The region of a node and its direct children in pieces none of whose contours touches itself:
+  /// each contour goes through the library's `SimplifyPolygon` (even-odd), and each hole to the
+  /// smallest piece around it; one without such a piece is dropped. Where a contour leaves out a
+  /// part of itself that is a hole, where a hole does, a piece.
+  /// Cost: the library's, and O(p) for each hole vertex looked at, p the points of the pieces whose
+  /// box it lies in.
+  static TVHPolygonList CreateStrictSimpleHPolygon(const TPolyNode& Node,
+                                                   double Scale = kIntegerScale);
 };
 
 }  // namespace tarnalgo

@@ -50,7 +50,11 @@ TEST(IntPointConversion, GivesTheIntegersOfTheExtendedProduct) {
       Value = std::nextafter(Value, Step < 0 ? -kInfinity : kInfinity);
     }
     const long long Expected = std::llrintl(static_cast<long double>(Value) * Scale);
-    ASSERT_EQ(Expected, ScaledIntPoint({0, Value}, Scale).Y) << Value << " x " << Scale;
+    const TPoint2D Points[] = {{0, 1}, {0, Value}};  // a run of points goes another way than one
+    TIntPoint Run[2];
+    ScaleIntPoints(Points, 2, Scale, Run);
+    ASSERT_EQ(Expected, Run[1].Y) << Value << " x " << Scale;
+    ASSERT_EQ(Run[1], ScaledIntPoint(Points[1], Scale)) << Value << " x " << Scale;
     if (std::llrint(Value * Scale) != Expected) ++Decided;
   }
   EXPECT_GT(Decided, 1000);

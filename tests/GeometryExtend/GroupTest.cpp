@@ -1,0 +1,174 @@
+#include <gmock/gmock.h>
+
+#include <polyclipping/clipper.hpp>
+
+#include "geometryAlgo/GeometryExtend.h"
+#include "tests/support/Raises.h"
+
+namespace tarnalgo {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+TPath Box(int Left, int Bottom, int Side) {
+  return {
+      {Left, Bottom}, {Left + Side, Bottom}, {Left + Side, Bottom + Side}, {Left, Bottom + Side}};
+}
+
+TPath Hole(int Left, int Bottom, int Side) {
+  TPath Path = Box(Left, Bottom, Side);
+  TPathUtils::Reverse(Path);
+  return Path;
+}
+
+/// `Count` boxes with a hole each, the outers first or last.
+TPaths BoxesWithHoles(int Count, bool OutersFirst) {
+  TPaths Outers;
+  TPaths Holes;
+  for (int I = 0; I < Count; ++I) {
+    Outers.push_back(Box(20 * I, 0, 10));
+    Holes.push_back(Hole(20 * I + 2, 2, 3));
+  }
+  TPaths Paths = OutersFirst ? Outers : Holes;
+  TPathUtils::PathsAddRange(Paths, OutersFirst ? Holes : Outers);
+  return Paths;
+}
+
+TPathsList Normalized(const TPaths& Paths) {
+  TPathsList List{{Box(1, 1, 1)}};  // what was in the list is gone
+  TPathUtils::NormalizeTPaths(Paths, List);
+  return List;
+}
+
+TEST(NormalizeTPaths, TrustsTheOrderOfUpToTwelvePaths) {
+  const TPathsList Grouped = Normalized(BoxesWithHoles(6, true));
+  EXPECT_THAT(Grouped, SizeIs(6));
+  for (int I = 0; I < 6; ++I) {
+    EXPECT_EQ((TPaths{Box(20 * I, 0, 10), Hole(20 * I + 2, 2, 3)}),
+              Grouped[static_cast<std::size_t>(I)]);
+  }
+  EXPECT_THAT(Normalized(BoxesWithHoles(6, false)), SizeIs(12));
+  EXPECT_THAT(Normalized({}), IsEmpty());
+}
+
+TEST(NormalizeTPaths, LooksBackToTheNearestPathThatHoldsTheFirstVertex) {
+  // The island's nearest earlier path around it is a hole; that ends the search.
+  EXPECT_THAT(Normalized({Box(0, 0, 20), Box(2, 2, 10), Box(4, 4, 2), {}}),
+              ElementsAre(TPaths{Box(0, 0, 20), Box(2, 2, 10)}, TPaths{Box(4, 4, 2)}, TPaths{{}}));
+}
+
+TEST(NormalizeTPaths, UnitesThirteenPathsInAnyOrder) {
+  TPaths Paths = BoxesWithHoles(6, false);
+  Paths.push_back(Box(105, 5, 10));  // overlaps the last outer
+  const TPathsList Grouped = Normalized(Paths);
+  EXPECT_THAT(Grouped, SizeIs(6));
+  double Sum = 0.0;
+  for (const TPaths& Region : Grouped) {
+    EXPECT_THAT(Region, SizeIs(2));
+    for (const TPath& Path : Region) Sum += TPathUtils::Area(Path, false);
+  }
+  EXPECT_EQ(6 * (100 - 9) + 75, Sum);
+}
+
+TEST(NormalizeTPaths, DropsIslandsOnTheUnionRoute) {
+  TPaths Paths = BoxesWithHoles(6, true);
+  Paths.push_back(Box(3, 3, 1));
+  EXPECT_THAT(Normalized(Paths), SizeIs(6));
+}
+
+TEST(NormalizeTPaths, TranslatesFailuresOfTheLibraryAndKeepsTheList) {
+  TPaths Paths = BoxesWithHoles(7, true);
+  Paths.push_back({{0, 0}, {INT64_MAX, 0}, {0, INT64_MAX}});
+  TPathsList List{{Box(1, 1, 1)}};
+  test::ExpectRaises([&] { TPathUtils::NormalizeTPaths(Paths, List); },
+                     "[Error] TPathUtils.NormalizeTPaths: Coordinate outside allowed range");
+  EXPECT_THAT(List, SizeIs(1));
+}
+
+TEST(ExtractHoles, TakesWhatRunsAgainstTheOuter) {
+  const TPaths Paths{Box(0, 0, 20), Hole(1, 1, 2), Box(5, 5, 2), Hole(9, 9, 2)};
+  EXPECT_THAT(TPathUtils::ExtractHoles(Paths, true), ElementsAre(Hole(1, 1, 2), Hole(9, 9, 2)));
+  EXPECT_THAT(TPathUtils::ExtractHoles(Paths, false), ElementsAre(Box(5, 5, 2)));
+  EXPECT_THAT(TPathUtils::ExtractHoles({Box(0, 0, 1)}, false), IsEmpty());
+}
+
+/// A box with a hole, an island in the hole, and a box apart.
+class TreeConversion : public testing::Test {
+ protected:
+  TreeConversion() {
+    ClipperLib::Clipper Clipper;
+    Clipper.AddPaths({Box(0, 0, 20), Hole(2, 2, 10), Box(4, 4, 2), Box(50, 0, 5)},
+                     ClipperLib::ptSubject, true);
+    Clipper.Execute(ClipperLib::ctUnion, Tree, ClipperLib::pftNonZero);
+  }
+  TPolyTree Tree;
+};
+
+TEST_F(TreeConversion, KeepsIslandsAsRegionsOfTheirOwn) {
+  const TPathsList List = TPathUtils::PolyTreeToPathsList(Tree);
+  double Areas[3] = {};
+  ASSERT_THAT(List, SizeIs(3));
+  for (std::size_t I = 0; I < 3; ++I) {
+    for (const TPath& Path : List[I]) Areas[I] += TPathUtils::Area(Path, false);
+  }
+  EXPECT_THAT(Areas, testing::UnorderedElementsAre(300, 4, 25));
+  const TVHPolygonList Regions = TPathUtils::CreateHPolygons(Tree, 2.0);
+  ASSERT_EQ(3, Regions.Count());
+  for (int I = 0; I < 3; ++I) {
+    EXPECT_EQ(Areas[I] / 4.0, Regions[I]->Area());
+    EXPECT_FALSE(Regions[I]->First()->IsClockwise());
+  }
+}
+
+TEST_F(TreeConversion, KeepsTheNestingAsTrees) {
+  const auto Trees = TPathUtils::CreatePolylineTreeList(Tree, 10.0);
+  ASSERT_EQ(2, Trees.Count());
+  TMultiTree<TVPolyline2D>* Nested = Trees[0]->Root()->IsLeaf() ? Trees[1] : Trees[0];
+  std::vector<double> Areas;
+  for (auto* Node : Nested->PreorderTraversal()) Areas.push_back(Node->Data().Area());
+  EXPECT_THAT(Areas,
+              ElementsAre(testing::DoubleEq(4), testing::DoubleEq(-1), testing::DoubleEq(0.04)));
+}
+
+TEST(CreateHPolygon, KeepsTheFirstSenseAndTurnsTheOthersAgainstIt) {
+  for (const bool Clockwise : {false, true}) {
+    TPaths Paths{Box(0, 0, 20), Box(2, 2, 3), Hole(9, 9, 3)};
+    TPathUtils::SetIsClockwise(Paths[0], Clockwise);
+    const TVHPolygon Polygon = TPathUtils::CreateHPolygon(Paths, 2.0);
+    ASSERT_EQ(3, Polygon.Count());
+    EXPECT_EQ(Clockwise, Polygon.IsClockwise());
+    EXPECT_EQ(Paths[0], TPathUtils::CreatePath(Polygon[0], 2.0));  // not closed, not turned
+    EXPECT_EQ(!Clockwise, Polygon[1]->IsClockwise());
+    EXPECT_EQ(!Clockwise, Polygon[2]->IsClockwise());
+    TVHPolygonList List;
+    List.Add(Polygon.Clone());
+    List.Add(Polygon.Clone());
+    const TPaths Flat = TPathUtils::CreatePaths(List, 2.0);
+    ASSERT_THAT(Flat, SizeIs(6));
+    EXPECT_EQ(Paths[0], Flat[3]);
+  }
+  EXPECT_TRUE(TPathUtils::CreateHPolygon(TPaths{}, 1.0).IsEmpty());
+}
+
+TEST(CreateStrictSimpleHPolygon, SplitsWhereContoursTouchAndSharesOutTheHoles) {
+  // Two squares joined at (100, 100), each with a hole; the hole of the second touches its outline.
+  TPolyNode Holes[2];
+  TPolyNode Node;
+  Node.Contour = {{0, 0},     {100, 0},   {100, 100}, {300, 100},
+                  {300, 300}, {100, 300}, {100, 100}, {0, 100}};
+  Holes[0].Contour = Hole(20, 20, 30);
+  Holes[1].Contour = {{100, 100}, {120, 180}, {180, 120}};
+  for (TPolyNode& Child : Holes) Node.Childs.push_back(&Child);
+  TVHPolygonList Pieces = TPathUtils::CreateStrictSimpleHPolygon(Node, 10.0);
+  Pieces.SortByArea();
+  ASSERT_EQ(2, Pieces.Count());
+  EXPECT_DOUBLE_EQ(400.0 - 0.01 * TPathUtils::Area(Holes[1].Contour, true), Pieces[0]->Area());
+  EXPECT_DOUBLE_EQ(100.0 - 9.0, Pieces[1]->Area());
+  EXPECT_EQ(2, Pieces[0]->Count());
+  EXPECT_EQ(0, TPathUtils::CreateStrictSimpleHPolygon(TPolyNode()).Count());
+}
+
+}  // namespace
+}  // namespace tarnalgo
