@@ -56,7 +56,6 @@ int TLABPolyline::Add(const TLABSegline& Seg) {
 
 void TLABPolyline::AddRange(const TLABPolyline& Other) {
   const std::size_t OtherCount = Other.FSegs.size();  // Other may be this chain
-  FSegs.reserve(FSegs.size() + OtherCount);
   for (std::size_t I = 0; I < OtherCount; ++I) Add(Other.FSegs[I]);
 }
 

@@ -66,6 +66,15 @@ TEST(TLABPolyline, AddMovesAStartThatIsApart) {
   EXPECT_THROW(Chain.Delete(4), EParamError);
 }
 
+// Takes minutes when every range moves what is already there.
+TEST(LABPolyline, GrowsByManySmallRangesInLinearTime) {
+  constexpr int kRanges = 100000;
+  const TLABPolyline Step{{{0, 0}, {1, 0}}};
+  TLABPolyline Chain;
+  for (int I = 0; I < kRanges; ++I) Chain.AddRange(Step);
+  EXPECT_EQ(Chain.Count(), kRanges);
+}
+
 TEST(TLABPolyline, MeasuresOfASlotAreExact) {
   const TLABPolyline Chain = Slot();
   EXPECT_DOUBLE_EQ(40 + 4 * kPi, Chain.Area());
