@@ -2,11 +2,15 @@
 #include <cmath>
 
 #include "geometryAlgo/SweepLine/SeglinesIntersector.h"
+#include "geometryAlgo/SweepLine/StripSearch.h"
 #include "geometryAlgo/VedaType/Point.h"
 
 namespace tarnalgo {
 
 namespace {
+
+/// Looks into the passed set for each segment and each meeting: beyond, strips are faster.
+constexpr std::int64_t kMostLooks = 128;
 
 const TPoint2D& Later(const TPoint2D& A, const TPoint2D& B) {
   return TPoint2DUtils::CompareByXY(A, B) < 0 ? B : A;
@@ -112,9 +116,12 @@ void TSeglinesIntersector::AddEvent(TEvent* Event) {
 /// that no meeting depends on the order of the status. Two segments that meet have ranges of X at
 /// most the tolerance apart: when the later one starts the other is still in the set.
 void TSeglinesIntersector::IntersectWithPassedSegs(int Seg) {
+  if (FAllPairsTested) return;
   ForgetEndedSegs();
-  FPassed.VisitNear(Seg, [&](int Passed) { TestPassedSeg(Passed, Seg); });
+  FLooked += FPassed.VisitNear(Seg, [&](int Passed) { TestPassedSeg(Passed, Seg); });
   FPassed.Add(Seg);
+  const auto Useful = static_cast<std::int64_t>(FLines.size() + FRecords.size());
+  if (FLooked > kMostLooks * Useful) TestAllByStrips();
 }
 
 /// A meeting at the sweep point, or with a segment that has ended, is recorded at once.
@@ -128,6 +135,29 @@ void TSeglinesIntersector::TestPassedSeg(int Passed, int Seg) {
   } else {
     AddEvent(Event);
   }
+}
+
+/// Tests all pairs that strips find, those of segments to come included. A
+/// meeting between the end of one segment and the start of the other has no
+/// place for an event and is recorded at once.
+void TSeglinesIntersector::TestAllByStrips() {
+  FAllPairsTested = true;
+  std::vector<int> Segments;
+  for (const TEventKey& End : FEnds) {
+    if (End.Kind == 0) Segments.push_back(End.First);
+  }
+  TStripSearch::VisitPairs(FLines, Segments, FTolerance, [&](int A, int B) {
+    TEvent* Event = nullptr;
+    if (!TestCross(A, B, Event)) return;
+    const TPoint2D Low = Later(Later(Line(A).StartPoint, Line(B).StartPoint), FSweepPoint);
+    const TPoint2D High = Earlier(Line(A).EndPoint, Line(B).EndPoint);
+    if (TPoint2DUtils::CompareByXY(High, Low) < 0) {
+      FResult.push_back(Event->Info);
+      FEvents.Destroy(Event);
+    } else {
+      AddEvent(Event);
+    }
+  });
 }
 
 /// Forgets the ended segments that are more than the tolerance behind the sweep.

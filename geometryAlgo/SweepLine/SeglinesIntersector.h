@@ -23,7 +23,9 @@ namespace tarnalgo {
 /// Two segments meet when an end of one is within the tolerance of the other, or when they cross.
 /// Whether a pair meets is decided by the pair alone, and each segment is tested, when it starts,
 /// against all those begun before it that come near its range of Y: no pair is lost because the
-/// order of the sweep is in doubt, as it is where many segments run within the tolerance.
+/// order of the sweep is in doubt, as it is where many segments run within the tolerance. Where
+/// that means too many tests in vain, as among long segments whose boxes all overlap, the pairs
+/// are sought once by strips instead (`TStripSearch`), as completely.
 ///
 /// A segment may be a point. A segment that is not finite meets nothing. Coordinates may be as
 /// large, or as small, as a double holds.
@@ -31,7 +33,8 @@ namespace tarnalgo {
 /// `SecondTolerance`, an angle (radians, period π): which directions count as the same.
 /// Ties: records come in the order of the sweep, which for meetings at one point is unspecified.
 /// Ownership: keeps copies of the segments; the result is the caller's.
-/// Cost: O((n + k) log n + p) time, O(n + k) memory: k meetings, p pairs with overlapping boxes.
+/// Cost: O((n + k) log² n) time, O(n + k) memory: n segments, k pairs that meet or come within
+/// about ten tolerances.
 class TSeglinesIntersector {
  public:
   /// What orders an event.
@@ -140,6 +143,7 @@ class TSeglinesIntersector {
   void IntersectWithPassedSegs(int Seg);
   void TestPassedSeg(int Passed, int Seg);
   void ForgetEndedSegs();
+  void TestAllByStrips();
 
   std::vector<TVLine2D> FLines;  // turned forward, times FScale
   double FTolerance = 0.0;       // times FScale
@@ -161,6 +165,8 @@ class TSeglinesIntersector {
   TPassedSegments FPassed{{}, 0.0};
   std::vector<int> FEnded;  // ended segments in their order, still in FPassed from FNextEnded on
   std::size_t FNextEnded = 0;
+  std::int64_t FLooked = 0;      // segments of FPassed looked at
+  bool FAllPairsTested = false;  // by strips; FPassed is no longer asked
 
   THashIndex FRecordIndex;  // the dictionary, by `GetCrossRecordID`
   std::vector<TRecord> FRecords;

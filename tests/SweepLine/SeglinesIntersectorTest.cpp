@@ -135,6 +135,26 @@ TEST(TSeglinesIntersector, FindsThePairsOfTheExactOracleEachOnce) {
   }
 }
 
+// Long lines whose boxes all overlap: too many tests by boxes, so that strips take over.
+TEST(TSeglinesIntersector, FindsThePairsOfAHatch) {
+  std::mt19937 Random(5);
+  const auto Noise = [&](int Most) { return test::RandomInt(Random, -Most, Most); };
+  for (const int Spacing : {10, 5000}) {
+    SCOPED_TRACE(Spacing);
+    std::vector<TIntegerSegment> Segments;
+    std::vector<TVLine2D> Lines;
+    for (int I = 0; I < 800; ++I) {
+      const std::int64_t X = Noise(5000000);
+      const std::int64_t Y = X / 2 + I * Spacing + Noise(8);
+      const std::int64_t Run = 400000000 + Noise(5000000);
+      const TIntegerSegment Flat{X, Y, X + Run, Y + Run / 2 + Noise(2 * Spacing)};
+      Segments.push_back(I % 3 > 0 ? Flat : TIntegerSegment{Flat.Y1, -Flat.X1, Flat.Y2, -Flat.X2});
+      Lines.push_back(Segments.back().Line());
+    }
+    ASSERT_EQ(ExactPairs(Segments), PairsOf(Sweep(Lines, kReach * kUnit)));
+  }
+}
+
 TEST(TSeglinesIntersector, RecordsPointStretchAndParameters) {
   const auto Infos = Sweep({{{10, 0}, {0, 0}}, {{4, 0}, {20, 0}}, {{5, -3}, {5, 9}}});
   ASSERT_EQ((TPairs{{0, 1}, {0, 2}, {1, 2}}), PairsOf(Infos));
