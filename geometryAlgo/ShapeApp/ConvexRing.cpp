@@ -42,4 +42,10 @@ std::vector<TPoint2D> StrictHull(std::vector<TPoint2D> Points) {
   return Hull;
 }
 
+TVPolyline2D ClosedStrictHull(const TVPoint2DList& Points) {
+  TVPolyline2D Hull(StrictHull(Points.Points()));
+  if (Hull.Count() > 1) Hull.Add(Hull.First());
+  return Hull;
+}
+
 }  // namespace tarnalgo

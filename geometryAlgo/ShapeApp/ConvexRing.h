@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "host/Cadtypes/Point.h"
+#include "geometryAlgo/VedaType/Polyline.h"
 
 namespace tarnalgo {
 
@@ -11,6 +11,8 @@ namespace tarnalgo {
 /// points on a line its two ends. Internal to the pages of this unit.
 /// Cost: O(n log n).
 std::vector<TPoint2D> StrictHull(std::vector<TPoint2D> Points);
+/// The same as a ring closed by an exact repeat; of a single place that point.
+TVPolyline2D ClosedStrictHull(const TVPoint2DList& Points);
 
 /// The smallest rectangle found so far about a ring: its base edge starts in `Origin`, along `U`.
 struct TFramedBox {

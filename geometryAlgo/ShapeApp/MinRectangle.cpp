@@ -267,7 +267,7 @@ double TPolygonBasicAlgo::ConvexMABB(const TVPolyline2D& ConvexPoly, TVPoint2DLi
 }
 
 double TPolygonBasicAlgo::SimpleMABB(const TVPolyline2D& SimplePoly, TVPoint2DList& MABB) {
-  return ConvexMABB(SimplePoly.ConvexHull(), MABB);
+  return ConvexMABB(ClosedStrictHull(SimplePoly), MABB);
 }
 
 double TPolygonBasicAlgo::PointSetMABB(const TVPolyline2D& Points, TVPoint2DList& MABB) {

@@ -45,8 +45,8 @@ class TPolygonBasicAlgo {
   /// reversed list for a clockwise polygon).
   /// Cost: O(n); O(n log n) for a polygon that is not convex, which gets its hull's rectangle.
   static double ConvexMABB(const TVPolyline2D& ConvexPoly, TVPoint2DList& MABB);
-  /// The same about any simple polygon, through `TVPolyline2D::ConvexHull` (whose slack of 1.1e-5
-  /// it shares), and about any points, through `TConvexHullCalculator::CalcConvexHull`.
+  /// The same about any simple polygon, through its strict hull (`TVPolyline2D::ConvexHull` without
+  /// the slack of 1.1e-5), and about any points, through `TConvexHullCalculator::CalcConvexHull`.
   /// Cost: O(n log n).
   static double SimpleMABB(const TVPolyline2D& SimplePoly, TVPoint2DList& MABB);
   static double PointSetMABB(const TVPolyline2D& Points, TVPoint2DList& MABB);
@@ -60,7 +60,7 @@ class TPolygonBasicAlgo {
   /// Cost: O(n).
   static double ConvexWidth(const TVPolyline2D& ConvexPoly, TPoint2D& Direct);
   static double ConvexWidth(const TVPolyline2D& ConvexPoly);
-  /// The same of the hull of a simple polygon. O(n log n).
+  /// The same of the strict hull of a simple polygon. O(n log n).
   static double SimpleWidth(const TVPolyline2D& SimplePoly, TPoint2D& Direct);
   static double SimpleWidth(const TVPolyline2D& SimplePoly);
 

@@ -165,7 +165,7 @@ double TPolygonBasicAlgo::ConvexWidth(const TVPolyline2D& ConvexPoly) {
 }
 
 double TPolygonBasicAlgo::SimpleWidth(const TVPolyline2D& SimplePoly, TPoint2D& Direct) {
-  return ConvexWidth(SimplePoly.ConvexHull(), Direct);
+  return ConvexWidth(ClosedStrictHull(SimplePoly), Direct);
 }
 
 double TPolygonBasicAlgo::SimpleWidth(const TVPolyline2D& SimplePoly) {

@@ -127,6 +127,10 @@ TEST(TPolygonBasicAlgo, RectangleStartsOnTheFirstBestEdge) {
   EXPECT_EQ((TPoints{{0, 0}, {6, 0}, {6, 4}, {0, 4}}), Box.Points());
   EXPECT_EQ(40.0, TAlgo::SimpleMABB({{0, 0}, {5, 1}, {10, 0}, {10, 4}, {0, 4}}, Box));
   EXPECT_EQ(40.0, TAlgo::PointSetMABB({{5, 1}, {10, 4}, {0, 0}, {10, 0}, {0, 4}}, Box));
+  // A corner that stands out by a few millionths counts.
+  const TVPolyline2D Bulging{{0, 0}, {5, -8e-6}, {10, 0}, {10, 4}, {0, 4}};
+  EXPECT_NEAR(40.00008, TAlgo::SimpleMABB(Bulging, Box), 1e-9);
+  EXPECT_NEAR(4.000008, TAlgo::SimpleWidth(Bulging), 1e-12);
 }
 
 TEST(TPolygonBasicAlgo, DegeneratePolygonsHaveNeutralMeasures) {
