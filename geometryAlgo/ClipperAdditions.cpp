@@ -77,7 +77,8 @@ inline cInt RoundedFast(double Value, double Scale) {
 
 /// Both coordinates of a point at once; any compiler of ours turns it into its own instructions.
 typedef double TPair __attribute__((vector_size(16)));
-typedef long long TPairBits __attribute__((vector_size(16)));
+typedef long long TPairSigns __attribute__((vector_size(16)));
+typedef unsigned long long TPairBits __attribute__((vector_size(16)));  // wrap round
 static_assert(sizeof(TPoint2D) == sizeof(TPair) && sizeof(TIntPoint) == sizeof(TPair));
 
 /// `RoundedFast` for a run of points, without a branch for each: false, and the results not all
@@ -85,15 +86,15 @@ static_assert(sizeof(TPoint2D) == sizeof(TPair) && sizeof(TIntPoint) == sizeof(T
 bool ScaleRun(const TPoint2D* Points, std::size_t Count, double Scale, TIntPoint* Result) {
   constexpr TPairBits kNoSign = {INT64_MAX, INT64_MAX};
   constexpr TPair kRounders = {kRounder, kRounder};
-  TPairBits Simple = {0, 0};  // counted downwards: a comparison that holds is −1
+  TPairSigns Simple = {0, 0};  // counted downwards: a comparison that holds is −1
   for (std::size_t I = 0; I < Count; ++I) {
     TPair Product;
     std::memcpy(&Product, Points + I, sizeof(TPair));
     Product *= Scale;
     const TPair Sum = Product + kRounders;
     const TPair Rest = Product - (Sum - kRounders);
-    const TPairBits IsOffHalf = (TPair)((TPairBits)Rest & kNoSign) < 0.5;
-    const TPairBits IsInReach = (TPair)((TPairBits)Product & kNoSign) < kRounderReach;
+    const TPairSigns IsOffHalf = (TPair)((TPairBits)Rest & kNoSign) < 0.5;
+    const TPairSigns IsInReach = (TPair)((TPairBits)Product & kNoSign) < kRounderReach;
     Simple += IsOffHalf & IsInReach;
     const TPairBits Integers = (TPairBits)Sum - (TPairBits)kRounders;
     std::memcpy(static_cast<void*>(Result + I), &Integers, sizeof(TPair));
