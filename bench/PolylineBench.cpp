@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <random>
 #include <vector>
 
 #include "geometryAlgo/VedaType/Polyline.h"
@@ -11,6 +12,7 @@
 #include <boost/geometry/geometries/linestring.hpp>
 #include <boost/geometry/geometries/multi_point.hpp>
 #include <boost/geometry/geometries/point_xy.hpp>
+#include <boost/geometry/geometries/ring.hpp>
 #endif
 
 namespace tarnalgo {
@@ -47,6 +49,7 @@ struct TOurs {
     return Points.size();
   }
   bool IntersectsItself() const { return Course.IsSelfIntersect(); }
+  bool Holds(const TPoint2D& P) const { return Course.RelationWithPoint(P) == srIn; }
 
   TVPolyline2D Course;
 };
@@ -59,6 +62,7 @@ struct TBoost {
 
   explicit TBoost(const TVPolyline2D& Polyline) {
     for (const TPoint2D& P : Polyline) Course.emplace_back(P.X, P.Y);
+    Ring.assign(Course.begin(), Course.end());
   }
   std::size_t Cross(const TBoost& Other) const {
     bg::model::multi_point<TPoint> Points;
@@ -66,8 +70,10 @@ struct TBoost {
     return Points.size();
   }
   bool IntersectsItself() const { return !bg::is_simple(Course); }
+  bool Holds(const TPoint2D& P) const { return bg::within(TPoint(P.X, P.Y), Ring); }
 
   bg::model::linestring<TPoint> Course;
+  bg::model::ring<TPoint, false> Ring;
 };
 #endif
 
@@ -91,10 +97,27 @@ void SelfIntersectHatch(benchmark::State& State) {
   for (auto _ : State) benchmark::DoNotOptimize(Strokes.IntersectsItself());
 }
 
+/// 1000 points a round, over the box of the ring.
+template <class T>
+void PointsInRing(benchmark::State& State) {
+  const T Ring(Wave(static_cast<int>(State.range(0)), 0.0));
+  std::mt19937 Random(1);
+  std::uniform_real_distribution<double> Place(-1050.0, 1050.0);
+  std::vector<TPoint2D> Points(1000);
+  for (TPoint2D& P : Points) P = {Place(Random), Place(Random)};
+  for (auto _ : State) {
+    int Count = 0;
+    for (const TPoint2D& P : Points) Count += Ring.Holds(P) ? 1 : 0;
+    benchmark::DoNotOptimize(Count);
+  }
+}
+
+BENCHMARK(PointsInRing<TOurs>)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CrossRings<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(SelfIntersectRing<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(SelfIntersectHatch<TOurs>)->Arg(5000)->Unit(benchmark::kMillisecond);
 #ifdef TARNALGO_BENCH_BOOST
+BENCHMARK(PointsInRing<TBoost>)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(CrossRings<TBoost>)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(SelfIntersectRing<TBoost>)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(SelfIntersectHatch<TBoost>)->Arg(5000)->Unit(benchmark::kMillisecond);

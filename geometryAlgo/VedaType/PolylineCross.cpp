@@ -453,12 +453,22 @@ bool TVPolyline2D::IsSelfIntersect(double Eps) const {
 TShapeRelation TVPolyline2D::RelationWithPoint(const TPoint2D& P, double Eps) const {
   if (FPoints.empty()) return srOut;
   bool IsInside = false;
+  // Most edges lie above or below the point as a whole and are neither near nor passed.
+  const double Reach = std::max(Eps, 0.0);
   TPoint2D Start = FPoints.back();
+  bool StartIsAbove = P.Y < Start.Y - Reach;
+  bool StartIsBelow = P.Y > Start.Y + Reach;
   for (const TPoint2D& End : FPoints) {
-    const TVLine2D Edge(Start, End);
-    if (IsNearBoxOf(Edge, P, Eps) && Edge.SegmentDistanceTo(P) <= Eps) return srOn;
-    if (IsPassedByRay(Start, End, P)) IsInside = !IsInside;
+    const bool EndIsAbove = P.Y < End.Y - Reach;
+    const bool EndIsBelow = P.Y > End.Y + Reach;
+    if (!(StartIsAbove && EndIsAbove) && !(StartIsBelow && EndIsBelow)) {
+      const TVLine2D Edge(Start, End);
+      if (IsNearBoxOf(Edge, P, Eps) && Edge.SegmentDistanceTo(P) <= Eps) return srOn;
+      if (IsPassedByRay(Start, End, P)) IsInside = !IsInside;
+    }
     Start = End;
+    StartIsAbove = EndIsAbove;
+    StartIsBelow = EndIsBelow;
   }
   return IsInside ? srIn : srOut;
 }
