@@ -235,16 +235,15 @@ TTransitionLineFunc::TCandidate TTransitionLineFunc::FindFillet() const {
   const double Lead = ToCorner - Tangent;
   // Between nearly parallel directions the place of the corner is unsure; what is left behind the
   // arc follows from the lead, so that the arc fits all the same.
-  const double Trail =
-      Between.DotMul(FEndVec) - std::max(Lead, 0.0) * Cosine - FRadius * std::abs(Sine);
+  const double Trail = Between.DotMul(FEndVec) - Lead * Cosine - FRadius * std::abs(Sine);
   if (!TMathUtils::FloatGreaterEquals(std::min(Lead, Trail), 0.0, FTol.EqualPoint)) return {};
 
   const double Turn = std::atan2(Sine, Cosine);
   if (std::abs(Turn) > FMaxAng) return {};
-  // A tangent point a hair behind its pose is the pose: no piece may run backwards.
-  const TPoint2D T1 = Lead > 0.0 ? FStartPt + FStartVec * Lead : FStartPt;
-  const TPoint2D T2 = Trail > 0.0 ? FEndPt - FEndVec * Trail : FEndPt;
-  const double Length = std::max(Lead, 0.0) + FRadius * std::abs(Turn) + std::max(Trail, 0.0);
+  // A tangent point a hair behind its pose stays there: moved, it would bend a small arc.
+  const TPoint2D T1 = FStartPt + FStartVec * Lead;
+  const TPoint2D T2 = FEndPt - FEndVec * Trail;
+  const double Length = std::abs(Lead) + FRadius * std::abs(Turn) + std::abs(Trail);
   return {3, Length, {0.0, Turn, 0.0}, {T1, T2}, FStartVec};
 }
 

@@ -144,6 +144,19 @@ TEST(TTransitionLineFunc, SmallArcsAndNearlyFullTurnsStaySmooth) {
   }
 }
 
+// Legs that are a hair too short: an arc bent to their ends would turn by 1e-4 where it begins.
+TEST(TTransitionLineFunc, AFilletOnAHairTooLittleRoomStaysSmooth) {
+  TTransitionLineFunc Func;
+  Func.SetMaxAng(1.6);
+  for (const TPoint2D& EndPt : {TPoint2D(0.01 - 9e-7, 1), TPoint2D(1, 0.01 - 9e-7)}) {
+    const TPoses P = {{0, 0}, DcsX, EndPt, {0, 1}};
+    AllOf(Func, P, 0.01);
+    const auto Line = Func.InternalCalc();
+    ASSERT_NE(nullptr, Line);
+    ExpectSmooth(*Line, P, 0.01);
+  }
+}
+
 TEST(TTransitionLineFunc, CountsOfCandidatesFollowTheirRules) {
   const double kRight = kQuarterTurn;
   const struct {
