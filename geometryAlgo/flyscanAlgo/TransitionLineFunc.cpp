@@ -104,6 +104,7 @@ std::unique_ptr<TGeCompositeCurve2D> TTransitionLineFunc::InternalCalc(const TPo
                                                                        bool IsClockwise1,
                                                                        const TPoint2D& C2,
                                                                        bool IsClockwise2) const {
+  if (!IsInReach(C1) || !IsInReach(C2)) return nullptr;
   return Build(FindTurns({C1, IsClockwise1, C2, IsClockwise2, C1.DistanceTo(C2)}, kStartOfMinimum));
 }
 
@@ -133,14 +134,18 @@ bool TTransitionLineFunc::Begin(const TPoint2D& AStartPt, const TPoint2D& AStart
   FStartVec = AStartVec.Normal();
   FEndPt = AEndPt;
   FEndVec = AEndVec.Normal();
-  FRadius = ARadius;
+  FRadius = 0.0;  // no candidates, until all is seen to be sound
   const bool HaveDirections = FStartVec != TPoint2D::FZero && FEndVec != TPoint2D::FZero;
-  if (!HaveDirections || !(FRadius > 0.0 && FRadius < kLargestPoseCoordinate)) return false;
+  if (!HaveDirections || !(ARadius > 0.0 && ARadius < kLargestPoseCoordinate)) return false;
   if (!IsInReach(FStartPt) || !IsInReach(FEndPt)) return false;
   FStartAngle = FStartVec.Angle();
   FEndAngle = FEndVec.Angle();
   const double Turn = NormalTurn(FStartAngle - FEndAngle);
-  return !(FTol.PointEquals(FStartPt, FEndPt) && std::min(Turn, kFullTurn - Turn) < FSamePtAng);
+  if (FTol.PointEquals(FStartPt, FEndPt) && std::min(Turn, kFullTurn - Turn) < FSamePtAng) {
+    return false;
+  }
+  FRadius = ARadius;
+  return true;
 }
 
 /// Of equally long candidates the first in the order of `CalcAllTransitionLines`.

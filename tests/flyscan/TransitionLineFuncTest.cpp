@@ -243,6 +243,7 @@ TEST(TTransitionLineFunc, AnyNumbersTerminate) {
         Func.SetMinRadius(B);
         double Radius = R;
         Func.CalcTransitionLine({A, B}, {1, 0}, {B, 1}, {A, B}, Radius);
+        Func.InternalCalc({R, B}, false, {A, 0}, true);
         const auto Lines = Func.CalcAllTransitionLines({A, 0}, {B, A}, {B, 5}, {0, -1}, R);
         EXPECT_TRUE(Lines.IsEmpty() || std::isfinite(A + B + R));
       }
