@@ -101,11 +101,15 @@ std::unique_ptr<TGePolyBezier2D> TFlyscanTool::CreateTriBezierConnect(const TPoi
   auto Curve = std::make_unique<TGePolyBezier2D>();
   Curve->AddBezier({PtOut, Via.LeadOut});
   if (std::abs(Beside) < kFacingDistance && std::abs(VecOut.DotMul(VecIn)) > kFacingCosine) {
-    // The controls beside the middle run along its own line there, so that it has one direction.
+    // The controls beside the middle, moved aside like it, run along its own line there, so that
+    // it has one direction; where both are at one place, that of the leaving lead.
     const TPoint2D Aside = VecOut.RotateCcw90() * kAsideOffset;
     const TPoint2D Middle = Lerp(Via.ControlOut, Via.ControlIn, 0.5) + Aside;
-    Curve->AddBezier({Via.LeadOut, Via.ControlOut, Via.ControlOut + Aside, Middle});
-    Curve->AddBezier({Middle, Via.ControlIn + Aside, Via.ControlIn, Via.LeadIn});
+    const TPoint2D Along = Via.ControlOut.Equals(Via.ControlIn)
+                               ? VecOut * kAsideOffset
+                               : (Via.ControlIn - Via.ControlOut) / 2.0;
+    Curve->AddBezier({Via.LeadOut, Via.ControlOut, Middle - Along, Middle});
+    Curve->AddBezier({Middle, Middle + Along, Via.ControlIn, Via.LeadIn});
   } else {
     Curve->AddBezier({Via.LeadOut, Via.ControlOut, Via.ControlIn, Via.LeadIn});
   }

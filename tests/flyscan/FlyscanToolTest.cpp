@@ -138,6 +138,8 @@ TEST(TFlyscanTool, AThreePieceConnectionHasOneDirectionWhereItsPiecesMeet) {
       {"nearly on one line", {10, 0.09}, {-1, 0}, 4},
       {"not quite on one line", {10, -0.11}, {-1, 0}, 3},
       {"back on one line", {-10, 0}, {1, 0}, 4},
+      {"on, both controls at one place", {3, 0}, {1, 0}, 4},
+      {"facing, both controls at one place: the ends too", {0, 0}, {-1, 0}, 4},
       {"across", {10, 1.5}, {0, 1}, 3},
   };
   for (const auto& Case : Cases) {
