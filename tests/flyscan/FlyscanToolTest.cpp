@@ -96,7 +96,6 @@ TEST(TFlyscanTool, ASmoothJointNeedsRoomAndTurnsLittle) {
     bool Expected;
   } Cases[] = {
       {"straight on", {5, 0}, {1, 0}, true},
-      {"ends too near", {0.29, 0}, {1, 0}, false},
       {"entered backwards", {5, 0}, {-1, 0}, false},
       {"left backwards", {-5, 0}, {1, 0}, false},
       {"the largest turn", {4.5, 4 * Steep - 1e-6}, {1, 0}, true},
@@ -115,6 +114,15 @@ TEST(TFlyscanTool, ASmoothJointNeedsRoomAndTurnsLittle) {
       EXPECT_EQ(TBezierSegment2D({0, 0}, {0.5, 0}, Case.PtIn - Case.VecIn * 0.5, Case.PtIn), Joint);
     }
   }
+}
+
+// Leads of the usual length would overlap, which is a turn of π.
+TEST(TFlyscanTool, EndsOfASmoothJointAreNotTooNear) {
+  const test::TRestore Restore(ScanConnectSegLength);
+  ScanConnectSegLength = 0.1;
+  TBezierSegment2D Joint;
+  EXPECT_FALSE(TFlyscanTool::GetSmoothBezierSeg({0, 0}, {1, 0}, {0.3 - 1e-9, 0}, {1, 0}, Joint));
+  EXPECT_TRUE(TFlyscanTool::GetSmoothBezierSeg({0, 0}, {1, 0}, {0.3 + 1e-9, 0}, {1, 0}, Joint));
 }
 
 // Ends 1.2 apart: a quarter of the 0.7 to the other control is 0.175; then, from the other end, a
