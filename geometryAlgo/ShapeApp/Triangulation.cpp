@@ -48,7 +48,8 @@ class TVertexGrid {
 
  private:
   int Stripe(double Offset, double Extent) const {
-    const double Share = Extent > 0.0 ? Offset / Extent : 0.0;
+    // Also 0 where the extent leaves the range of a double.
+    const double Share = Extent > 0.0 && std::isfinite(Extent) ? Offset / Extent : 0.0;
     return std::clamp(static_cast<int>(Share * FSide), 0, FSide - 1);
   }
   int ColumnOf(double X) const { return Stripe(X - FBox.Left, FBox.Width()); }
