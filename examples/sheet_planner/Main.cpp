@@ -21,6 +21,7 @@
 #include "examples/sheet_planner/SvgWriter.h"
 #ifdef SHEET_PLANNER_DXF
 #include "examples/sheet_planner/DxfReader.h"
+#include "examples/sheet_planner/DxfWriter.h"
 #endif
 
 namespace {
@@ -35,6 +36,7 @@ struct TOptions {
   std::string Sample;
   std::string Output = "plan.svg";
   std::string Json;
+  std::string Dxf;
   TMachine Machine;
   TConnectOptions Connect;
   double ChordError = 0.05;
@@ -120,10 +122,13 @@ void Plan(const TOptions& Options) {
   const TDrawing Drawing = Load(Options);
   const TSheet Sheet = PrepareSheet(Drawing, Options.Prep);
   TPlan Result = PlanSheet(Sheet, Options.WithProgress ? ShowProgress : TProgressEvent());
-  Save(Options.Output, PlanSvg(Drawing, Sheet, Result));
   ConnectPasses(Sheet, Options.Connect, Result);
+  Save(Options.Output, PlanSvg(Drawing, Sheet, Result));
   const std::vector<TMove> Moves = MovesOf(Sheet, Result);
   if (!Options.Json.empty()) Save(Options.Json, PlanJson(Drawing, Sheet, Moves));
+#ifdef SHEET_PLANNER_DXF
+  if (!Options.Dxf.empty()) WritePlanDxf(Options.Dxf, Moves);
+#endif
   const TWork Before = Measure(MovesOf(Sheet, PlanContours(Sheet)), Options.Machine);
   std::cout << PlanReport(Drawing, Sheet, Result)
             << WorkReport(Drawing, Before, Measure(Moves, Options.Machine), Options.Machine);
@@ -161,6 +166,9 @@ int main(int ArgCount, char** Args) {
       ->type_name("FILE");
   App.add_option("--json", Options.Json, "the moves of the machine, to write too")
       ->type_name("FILE");
+#ifdef SHEET_PLANNER_DXF
+  App.add_option("--dxf", Options.Dxf, "the moves as a drawing, to write too")->type_name("FILE");
+#endif
   App.add_flag("--list", Options.WithListing, "list every pass, circle and ordinary contour");
   App.add_flag("--progress", Options.WithProgress, "show on the error stream how far it is");
   App.add_flag("--layers-as-ports", Options.Prep.LayersAsPorts,
@@ -193,10 +201,9 @@ int main(int ArgCount, char** Args) {
       throw CLI::RequiredError("a drawing or --sample");
     }
     std::error_code Error;
-    for (const std::string& Path : {Options.Output, Options.Json}) {
+    for (const std::string& Path : {Options.Output, Options.Json, Options.Dxf}) {
       if (std::filesystem::equivalent(Options.Input, Path, Error)) {
-        throw CLI::ValidationError(Path == Options.Output ? "--output" : "--json",
-                                   "would overwrite the drawing");
+        throw CLI::ValidationError(Path, "would overwrite the drawing");
       }
     }
     Options.Connect.MaxAngle = MostDegrees * tarnalgo::kPi / 180.0;

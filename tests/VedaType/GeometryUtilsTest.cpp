@@ -110,7 +110,8 @@ TEST(TGeometryUtils, CrossingsAgreeWithDenseChords) {
     for (TBezierSegment2D& Curve : Curves) {
       for (TPoint2D* P : {&Curve.P0, &Curve.P1, &Curve.P2, &Curve.P3}) *P = Point();
     }
-    const auto& [A, B] = Curves;
+    const TBezierSegment2D& A = Curves[0];  // Clang 14 lets no lambda capture a structured binding
+    const TBezierSegment2D& B = Curves[1];
     const auto OnA = [&](double T) { return A.EvalPoint(T); };
     const TFound Found = Cross(A, B);
     CheckAgainstChords(
