@@ -163,7 +163,6 @@ void TPathUtils::PathsAdd(TPaths& Paths, const TPath& Path) {
 
 void TPathUtils::PathsAddRange(TPaths& Paths, const TPaths& Other) {
   const std::size_t Count = Other.size();  // grows with `Paths` when it is the same array
-  Paths.reserve(Paths.size() + Count);
   for (std::size_t I = 0; I < Count; ++I) Paths.push_back(Other[I]);
 }
 

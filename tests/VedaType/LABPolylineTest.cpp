@@ -67,7 +67,7 @@ TEST(TLABPolyline, AddMovesAStartThatIsApart) {
 }
 
 // Takes minutes when every range moves what is already there.
-TEST(LABPolyline, GrowsByManySmallRangesInLinearTime) {
+TEST(TLABPolyline, GrowsByManySmallRangesInLinearTime) {
   constexpr int kRanges = 100000;
   const TLABPolyline Step{{{0, 0}, {1, 0}}};
   TLABPolyline Chain;
