@@ -7,10 +7,9 @@
 
 namespace sheet_planner {
 
-/// The plan for a machine, as JSON: the moves in order, each with its kind (`rapid`, `gap`, `connection`,
-/// `cut`),
-/// whether the beam is on, the port, the pass, circle or contour it belongs to, and its curves with
-/// their parameters as doubles that read back to the same bits:
+/// The plan for a machine, as JSON: the moves in order, each with its kind (`rapid`, `gap`,
+/// `connection`, `cut`), whether the beam is on, the port, the pass, circle or contour it belongs
+/// to, and its curves with their parameters as doubles that read back to the same bits:
 ///
 ///     {"type": "line", "start": [x, y], "end": [x, y]}
 ///     {"type": "arc", "center": [x, y], "radius": r, "start_angle": a, "sweep": s,

@@ -10,9 +10,9 @@ namespace sheet_planner {
 ///
 /// The head moves from halt to halt. It halts before and after every rapid move and where the path
 /// turns by more than `CornerAngle`; between two halts it speeds up by `Acceleration`, goes on at
-/// `RapidSpeed` (rapid moves) or `CutSpeed` (cuts, gaps and connections) and slows down again, however the path
-/// is curved. Where the beam goes on at a halt, piercing takes `PierceTime`; in flight it takes
-/// nothing.
+/// `RapidSpeed` (rapid moves) or `CutSpeed` (cuts, gaps and connections) and slows down again,
+/// however the path is curved. Where the beam goes on at a halt, piercing takes `PierceTime`; in
+/// flight it takes nothing.
 struct TMachine {
   double CutSpeed = 400.0;  // thin sheet, as flying cut is for
   double RapidSpeed = 1000.0;
