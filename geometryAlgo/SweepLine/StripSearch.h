@@ -20,8 +20,9 @@ namespace tarnalgo {
 ///
 /// Segments steeper than 45° are sought among the others, then, with X and Y
 /// exchanged, among themselves; so the tolerance is never stretched by the
-/// slope. Cost: O((n + c) log² n) time, O(n) memory, c = candidates: pairs that
-/// cross or come within about ten tolerances.
+/// slope.
+/// Cost: O((n + c) log² n) time, O(n) memory, c = candidates: pairs that cross or come within about
+/// ten tolerances.
 class TStripSearch {
  public:
   using TVisitor = std::function<void(int A, int B)>;
