@@ -124,6 +124,8 @@ class TRingCleaner {
     while (!FSeen[I] && FNext[I] != FPrev[I]) {
       const TIntPoint& Before = FPath[FPrev[I]];
       const TIntPoint& After = FPath[FNext[I]];
+      // The pair of neighbours comes between two cases of one kind, and the order counts.
+      // NOLINTNEXTLINE(bugprone-branch-clone)
       if (IsNear(FPath[I], Before)) {
         I = Remove(I);
       } else if (IsNear(Before, After)) {

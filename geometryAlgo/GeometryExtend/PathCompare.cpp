@@ -112,7 +112,7 @@ double TPathUtils::CornerRadian(const TPath& Path, int Index) {
   const auto Corner = static_cast<std::size_t>(Index);
   std::size_t Steps = 1;
   while (Steps < Count && Path[(Corner + Steps) % Count] == Path[Corner]) ++Steps;
-  if (Steps == Count) return 0.0;
+  if (Steps >= Count) return 0.0;
   const TIntPoint Leaving = Path[(Corner + Steps) % Count] - Path[Corner];
   Steps = 1;
   while (Path[(Corner + Count - Steps) % Count] == Path[Corner]) ++Steps;
