@@ -1,9 +1,11 @@
 #include "examples/sheet_planner/Contours.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
+#include <iterator>
+#include <numeric>
 #include <tuple>
+#include <utility>
 
 namespace sheet_planner {
 
@@ -87,7 +89,6 @@ class TJoiner {
       FIsUsed[Piece] = 1;
       TContourPiece Cut = FPieces[Piece];
       Cut.IsReversed = IsReversed;
-      Contour.Length += LengthOf(FSheet, Cut);
       Contour.Pieces.push_back(Cut);
       const TSheetPiece& Here = SheetPiece(FSheet, Cut);
       const int At = IsReversed ? Here.FromAnchor : Here.ToAnchor;
@@ -98,6 +99,7 @@ class TJoiner {
       Piece = FEnds[Next].Piece;
       IsReversed = FEnds[Next].IsTail;
     }
+    Contour.Chain = ChainOf(FSheet, Contour.Pieces);
     FContours.push_back(std::move(Contour));
   }
 
@@ -111,16 +113,14 @@ class TJoiner {
 
 }  // namespace
 
+double TOrdinaryContour::Length() const {
+  return std::accumulate(Chain.begin(), Chain.end(), 0.0,
+                         [](double Sum, const TLABSegline& Seg) { return Sum + Seg.Length(); });
+}
+
 const TSheetPiece& SheetPiece(const TSheet& Sheet, const TContourPiece& Piece) {
   const auto Index = static_cast<std::size_t>(Piece.Index);
-  switch (Piece.Kind) {
-    case TKind::Edge:
-      return Sheet.Edges[Index];
-    case TKind::Arc:
-      return Sheet.Arcs[Index];
-    case TKind::Curve:
-      return Sheet.Curves[Index];
-  }
+  if (Piece.Kind == TKind::Chain) return Sheet.Chains[Index];
   return Sheet.Edges[Index];
 }
 
@@ -130,27 +130,18 @@ std::vector<TContourPiece> AllPieces(const TSheet& Sheet) {
     for (std::size_t I = 0; I < Count; ++I) Pieces.push_back({Kind, static_cast<int>(I), false});
   };
   Add(TKind::Edge, Sheet.Edges.size());
-  Add(TKind::Arc, Sheet.Arcs.size());
-  Add(TKind::Curve, Sheet.Curves.size());
+  Add(TKind::Chain, Sheet.Chains.size());
   return Pieces;
 }
 
 TPoint2D StartOf(const TSheet& Sheet, const TContourPiece& Piece) {
   const auto Index = static_cast<std::size_t>(Piece.Index);
-  switch (Piece.Kind) {
-    case TKind::Edge: {
-      const TLine2D& Line = Sheet.Edges[Index].Line;
-      return Piece.IsReversed ? Line.EndPoint : Line.StartPoint;
-    }
-    case TKind::Arc: {
-      const TArc2D& Arc = Sheet.Arcs[Index].Arc;
-      return Piece.IsReversed ? Arc.EndPoint() : Arc.StartPoint();
-    }
-    case TKind::Curve:
-      break;
+  if (Piece.Kind == TKind::Edge) {
+    const TLine2D& Line = Sheet.Edges[Index].Line;
+    return Piece.IsReversed ? Line.EndPoint : Line.StartPoint;
   }
-  const std::vector<TPoint2D>& Points = Sheet.Curves[Index].Points;
-  return Piece.IsReversed ? Points.back() : Points.front();
+  const TLABPolyline& Chain = Sheet.Chains[Index].Chain;
+  return Piece.IsReversed ? Chain.Last().P4 : Chain.First().P1;
 }
 
 TPoint2D EndOf(const TSheet& Sheet, const TContourPiece& Piece) {
@@ -162,25 +153,30 @@ std::vector<TOrdinaryContour> JoinPieces(const TSheet& Sheet,
   return TJoiner(Sheet, Pieces).Run();
 }
 
-double LengthOf(const TSheet& Sheet, const TContourPiece& Piece) {
-  const auto Index = static_cast<std::size_t>(Piece.Index);
-  if (Piece.Kind == TKind::Edge) return Sheet.Edges[Index].Line.Length();
-  if (Piece.Kind == TKind::Arc) return Sheet.Arcs[Index].Arc.CurveLength();
-  return LengthOf(Sheet.Curves[Index].Points);
+void AppendSegs(const TSheet& Sheet, const TContourPiece& Piece, std::vector<TLABSegline>& Segs) {
+  if (Piece.Kind == TKind::Edge) {
+    Segs.emplace_back(StartOf(Sheet, Piece), EndOf(Sheet, Piece));
+    return;
+  }
+  const std::vector<TLABSegline>& Own =
+      Sheet.Chains[static_cast<std::size_t>(Piece.Index)].Chain.Segs();
+  if (Piece.IsReversed) {
+    std::transform(Own.rbegin(), Own.rend(), std::back_inserter(Segs),
+                   [](const TLABSegline& Seg) { return Seg.Reverse(); });
+  } else {
+    Segs.insert(Segs.end(), Own.begin(), Own.end());
+  }
 }
 
-std::vector<TPoint2D> PointsOf(const TSheet& Sheet, const TContourPiece& Piece, double ChordError) {
-  const auto Index = static_cast<std::size_t>(Piece.Index);
-  std::vector<TPoint2D> Points;
-  if (Piece.Kind == TKind::Edge) {
-    Points = {Sheet.Edges[Index].Line.StartPoint, Sheet.Edges[Index].Line.EndPoint};
-  } else if (Piece.Kind == TKind::Arc) {
-    Points = TGeCircularArc2D(Sheet.Arcs[Index].Arc).Sample(ChordError);
-  } else {
-    Points = Sheet.Curves[Index].Points;
-  }
-  if (Piece.IsReversed) std::reverse(Points.begin(), Points.end());
-  return Points;
+TLABPolyline ChainOf(const TSheet& Sheet, const std::vector<TContourPiece>& Pieces) {
+  std::vector<TLABSegline> Segs;
+  for (const TContourPiece& Piece : Pieces) AppendSegs(Sheet, Piece, Segs);
+  return TLABPolyline(std::move(Segs));
+}
+
+int SegCountOf(const TSheet& Sheet, const TContourPiece& Piece) {
+  if (Piece.Kind == TKind::Edge) return 1;
+  return Sheet.Chains[static_cast<std::size_t>(Piece.Index)].Chain.Count();
 }
 
 }  // namespace sheet_planner

@@ -12,7 +12,7 @@ namespace sheet_planner {
 std::vector<TOrdinaryContour> JoinPieces(const TSheet& Sheet,
                                          const std::vector<TContourPiece>& Pieces);
 
-/// Every edge, arc and curve of the sheet.
+/// Every edge and chain of the sheet.
 std::vector<TContourPiece> AllPieces(const TSheet& Sheet);
 
 /// Where a piece hangs on its neighbours, before any reversal.
@@ -22,10 +22,14 @@ const TSheetPiece& SheetPiece(const TSheet& Sheet, const TContourPiece& Piece);
 tarnalgo::TPoint2D StartOf(const TSheet& Sheet, const TContourPiece& Piece);
 tarnalgo::TPoint2D EndOf(const TSheet& Sheet, const TContourPiece& Piece);
 
-double LengthOf(const TSheet& Sheet, const TContourPiece& Piece);
+/// Appends the segments of the piece as it is cut.
+void AppendSegs(const TSheet& Sheet, const TContourPiece& Piece,
+                std::vector<tarnalgo::TLABSegline>& Segs);
 
-/// The piece's points as it is cut, chords within `ChordError` of an arc.
-std::vector<tarnalgo::TPoint2D> PointsOf(const TSheet& Sheet, const TContourPiece& Piece,
-                                         double ChordError);
+/// The segments of the pieces, one after another.
+tarnalgo::TLABPolyline ChainOf(const TSheet& Sheet, const std::vector<TContourPiece>& Pieces);
+
+/// How many segments the piece has.
+int SegCountOf(const TSheet& Sheet, const TContourPiece& Piece);
 
 }  // namespace sheet_planner

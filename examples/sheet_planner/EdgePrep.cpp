@@ -22,15 +22,6 @@ namespace {
 /// Angle: edges that are one cut differ by less, unless they are so short that it hardly matters.
 constexpr double kOneCutSpread = 0.02;
 
-TPoint2D PointAtLength(const std::vector<TPoint2D>& Points, double Length) {
-  for (std::size_t I = 1; I < Points.size(); ++I) {
-    const double Chord = Points[I - 1].DistanceTo(Points[I]);
-    if (Length <= Chord && Chord > 0.0) return Lerp(Points[I - 1], Points[I], Length / Chord);
-    Length -= Chord;
-  }
-  return Points.back();
-}
-
 /// Takes collinear edges of nearly one direction in the order of their low ends and leaves of each
 /// what no earlier one has covered.
 class TOverlapSweep {
@@ -221,32 +212,35 @@ class TPreparer {
     const TArc2D& Arc = Drawn.Arc;
     const int From = FAnchors.At(Arc.StartPoint());
     const int To = FAnchors.At(Arc.EndPoint());
-    if (From == To && std::abs(Arc.SweepAngle) > kPi) {
-      return TakeCircle({Arc.Center, Arc.Radius}, Drawn.Layer);
-    }
-    if (From == To) {
+    // Ends this near would make a circle of an arc of a chain.
+    if (From == To || Arc.StartPoint().Equals(Arc.EndPoint())) {
+      if (std::abs(Arc.SweepAngle) > kPi) {
+        return TakeCircle({Arc.Center, Arc.Radius}, Drawn.Layer);
+      }
       ++FSheet.Stats.TooShort;
       return;
     }
     const std::array<TPoint2D, 3> Places{Arc.PointAtParam(0.25), Arc.PointAtParam(0.5),
                                          Arc.PointAtParam(0.75)};
     if (!IsNew('a', From, To, Places)) return;
-    FSheet.Arcs.push_back({{From, To, PortOf(Drawn.Layer)}, Arc});
+    const TLABSegline Seg(Arc.StartPoint(), Arc.EndPoint(), Arc.Center, Arc.Bulge());
+    FSheet.Chains.push_back({{From, To, PortOf(Drawn.Layer)}, TLABPolyline{Seg}});
   }
 
   void TakeCurve(const TDrawnCurve& Drawn) {
-    const double Length = LengthOf(Drawn.Points);
+    const TVPolyline2D Points(Drawn.Points);
+    const double Length = Points.TotalLength();
     if (Length <= FSnap) {
       ++FSheet.Stats.TooShort;
       return;
     }
-    const int From = FAnchors.At(Drawn.Points.front());
-    const int To = FAnchors.At(Drawn.Points.back());
-    const std::array<TPoint2D, 3> Places{PointAtLength(Drawn.Points, Length * 0.25),
-                                         PointAtLength(Drawn.Points, Length * 0.5),
-                                         PointAtLength(Drawn.Points, Length * 0.75)};
+    const int From = FAnchors.At(Points.First());
+    const int To = FAnchors.At(Points.Last());
+    const std::array<TPoint2D, 3> Places{Points.CalcTravelPos(Length * 0.25),
+                                         Points.CalcTravelPos(Length * 0.5),
+                                         Points.CalcTravelPos(Length * 0.75)};
     if (!IsNew('c', From, To, Places)) return;
-    FSheet.Curves.push_back({{From, To, PortOf(Drawn.Layer)}, Drawn.Points});
+    FSheet.Chains.push_back({{From, To, PortOf(Drawn.Layer)}, TLABPolyline(Points)});
   }
 
   void TakeCircle(const TCircle2D& Circle, int Layer) {
@@ -271,20 +265,14 @@ class TPreparer {
 
 }  // namespace
 
-double LengthOf(const std::vector<TPoint2D>& Points) {
-  double Length = 0.0;
-  for (std::size_t I = 1; I < Points.size(); ++I) Length += Points[I - 1].DistanceTo(Points[I]);
-  return Length;
-}
-
 TRect2D BoundsOf(const TSheet& Sheet) {
   TRect2D Box;
-  for (const TSheetEdge& Edge : Sheet.Edges) Box = Box.Union(Edge.Line.GetBoundBox());
-  for (const TSheetArc& Arc : Sheet.Arcs) Box = Box.Union(Arc.Arc.GetBoundBox());
-  for (const TSheetCircle& Circle : Sheet.Circles) Box = Box.Union(Circle.Circle.GetBoundBox());
-  for (const TSheetCurve& Curve : Sheet.Curves) {
-    for (const TPoint2D& P : Curve.Points) Box = Box.Union(P);
+  for (const TSheetChain& Chain : Sheet.Chains) {
+    const TVRect2D OfChain = Chain.Chain.BoundBox();
+    Box = Box.Union({OfChain.GetBottomLeft(), OfChain.GetTopRight()});
   }
+  for (const TSheetEdge& Edge : Sheet.Edges) Box = Box.Union(Edge.Line.GetBoundBox());
+  for (const TSheetCircle& Circle : Sheet.Circles) Box = Box.Union(Circle.Circle.GetBoundBox());
   return Box;
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "examples/sheet_planner/Drawing.h"
+#include "geometryAlgo/VedaType/LABPolyline.h"
 
 namespace sheet_planner {
 
@@ -28,13 +29,12 @@ struct TSheetEdge : TSheetPiece {
   tarnalgo::TLine2D Line;
 };
 
-/// Its geometry is as drawn, the ends up to the snap gap off the anchors. Here and below.
-struct TSheetArc : TSheetPiece {
-  tarnalgo::TArc2D Arc;
-};
+/// What is no single edge: an arc, or a flattened curve as lines. As drawn, the ends up to the snap
+/// gap off the anchors.
+struct TSheetChain : TSheetPiece {
+  tarnalgo::TLABPolyline Chain;
 
-struct TSheetCurve : TSheetPiece {
-  std::vector<tarnalgo::TPoint2D> Points;
+  bool IsArc() const { return Chain.First().SegType == tarnalgo::stArc; }
 };
 
 struct TSheetCircle {
@@ -57,8 +57,7 @@ struct TPrepStats {
 /// The sheet to plan: every stretch of it once.
 struct TSheet {
   std::vector<TSheetEdge> Edges;
-  std::vector<TSheetArc> Arcs;
-  std::vector<TSheetCurve> Curves;
+  std::vector<TSheetChain> Chains;
   std::vector<TSheetCircle> Circles;
   std::vector<std::string> PortLayers;  // the layer of each port; empty when all is on port 0
   TPrepStats Stats;
@@ -78,8 +77,5 @@ TSheet PrepareSheet(const TDrawing& Drawing, const TPrepOptions& Options);
 
 /// The box of all that is cut; invalid when that is nothing.
 tarnalgo::TRect2D BoundsOf(const TSheet& Sheet);
-
-/// Of the chords through the points.
-double LengthOf(const std::vector<tarnalgo::TPoint2D>& Points);
 
 }  // namespace sheet_planner

@@ -37,15 +37,12 @@ TGapCheck::TGapCheck(const TSheet& Sheet) {
   for (const TSheetEdge& Edge : Sheet.Edges) {
     FHoles.AddHole(std::make_unique<TGeLine2D>(Edge.Line));
   }
-  for (const TSheetArc& Arc : Sheet.Arcs) {
-    FHoles.AddHole(std::make_unique<TGeCircularArc2D>(Arc.Arc));
+  for (const TSheetChain& Chain : Sheet.Chains) {
+    for (const TLABSegline& Seg : Chain.Chain) FHoles.AddHole(Seg.ToGeCurve2D());
   }
   for (const TSheetCircle& Circle : Sheet.Circles) {
     FHoles.AddHole(std::make_unique<TGeCircularArc2D>(Circle.Circle.Center, Circle.Circle.Radius,
                                                       0.0, kFullTurn));
-  }
-  for (const TSheetCurve& Curve : Sheet.Curves) {
-    FHoles.AddHole(std::make_unique<TGePolyline2D>(Curve.Points));
   }
 }
 

@@ -23,9 +23,8 @@ TLooseEnds FindLooseEnds(const TSheet& Sheet) {
   for (const TSheetEdge& Edge : Sheet.Edges) {
     AddPiece(Edge, Edge.Line.StartPoint, Edge.Line.EndPoint);
   }
-  for (const TSheetArc& Arc : Sheet.Arcs) AddPiece(Arc, Arc.Arc.StartPoint(), Arc.Arc.EndPoint());
-  for (const TSheetCurve& Curve : Sheet.Curves) {
-    AddPiece(Curve, Curve.Points.front(), Curve.Points.back());
+  for (const TSheetChain& Chain : Sheet.Chains) {
+    AddPiece(Chain, Chain.Chain.First().P1, Chain.Chain.Last().P4);
   }
   TLooseEnds Found;
   for (const auto& [Anchor, Place] : Places) {

@@ -11,18 +11,12 @@ using namespace tarnalgo;
 
 namespace {
 
-std::unique_ptr<TGeCurve2D> CurveOf(const TSheet& Sheet, const TContourPiece& Piece) {
-  const auto Index = static_cast<std::size_t>(Piece.Index);
-  std::unique_ptr<TGeCurve2D> Curve;
-  if (Piece.Kind == TContourPiece::TKind::Edge) {
-    Curve = std::make_unique<TGeLine2D>(Sheet.Edges[Index].Line);
-  } else if (Piece.Kind == TContourPiece::TKind::Arc) {
-    Curve = std::make_unique<TGeCircularArc2D>(Sheet.Arcs[Index].Arc);
-  } else {
-    Curve = std::make_unique<TGePolyline2D>(Sheet.Curves[Index].Points);
-  }
-  if (Piece.IsReversed) Curve->Reverse();
-  return Curve;
+/// One curve of the segments from `First` on: a flattened curve as the polyline it is.
+std::unique_ptr<TGeCurve2D> CurveOf(const TLABPolyline& Chain, int First, int Count) {
+  if (Count == 1) return Chain[First].ToGeCurve2D();
+  std::vector<TPoint2D> Points{Chain[First].P1};
+  for (int I = 0; I < Count; ++I) Points.push_back(Chain[First + I].P4);
+  return std::make_unique<TGePolyline2D>(std::move(Points));
 }
 
 /// From where cutting of the circle starts.
@@ -96,9 +90,13 @@ std::vector<TMove> MovesOf(const TSheet& Sheet, const TPlan& Plan) {
       if (Connection) Moves.Connect(*Connection);
       Moves.Add(TKind::Cut, CurveOf(Circle));
     } else {
-      Moves.Begin(Step, Plan.Contours[Index].Port);
-      for (const TContourPiece& Piece : Plan.Contours[Index].Pieces) {
-        Moves.Add(TKind::Cut, CurveOf(Sheet, Piece));
+      const TOrdinaryContour& Contour = Plan.Contours[Index];
+      Moves.Begin(Step, Contour.Port);
+      int First = 0;
+      for (const TContourPiece& Piece : Contour.Pieces) {
+        const int Count = SegCountOf(Sheet, Piece);
+        Moves.Add(TKind::Cut, CurveOf(Contour.Chain, First, Count));
+        First += Count;
       }
     }
   }

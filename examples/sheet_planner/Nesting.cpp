@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <numeric>
 #include <tuple>
 
@@ -14,87 +15,57 @@ using namespace tarnalgo;
 
 namespace {
 
-/// Length: chords in place of arcs and circles.
-constexpr double kChordError = 0.02;
+/// Length: how far the chord by which an arc leaves an anchor may be off it.
+constexpr double kFirstChordError = 0.02;
 
 constexpr int kNodeCapacity = 8;
 
-/// A chord of the outer boundary of a figure, the inside to its right.
-struct TChord {
-  TPoint2D From;
-  TPoint2D To;
-  int Figure;
-
-  /// Half open, so that a level line through a joint of two chords meets one of them.
-  bool Spans(double Y) const { return (From.Y <= Y) != (To.Y <= Y); }
-  /// The same bits for a chord and its reverse.
-  double XAt(double Y) const {
-    const TPoint2D& Low = From.Y < To.Y ? From : To;
-    const TPoint2D& High = From.Y < To.Y ? To : From;
-    return Low.X + (High.X - Low.X) * ((Y - Low.Y) / (High.Y - Low.Y));
-  }
-};
-
-/// The outer boundaries of everything that has ends. A piece is walked once each way; at an end the
-/// walk goes on with the piece next clockwise, which leads round one face of the drawing. Of the
-/// faces of a figure the outer one is that whose signed area is the least.
-class TBoundaries {
+/// The outlines of everything that has ends. A piece is walked once each way; at an end the walk
+/// goes on with the piece next clockwise, which leads round one face of the drawing. Of the faces of
+/// a figure the outer one is that whose signed area is the least.
+class TOutlines {
  public:
-  TBoundaries(const TSheet& Sheet, const std::vector<TContourPiece>& Pieces,
-              const std::vector<int>& FigureOfAnchor)
-      : FFigureOfAnchor(FigureOfAnchor) {
-    for (const TContourPiece& Piece : Pieces) {
+  TOutlines(const TSheet& Sheet, const std::vector<TContourPiece>& Pieces,
+            const std::vector<int>& FigureOfAnchor)
+      : FSheet(Sheet), FFigureOfAnchor(FigureOfAnchor) {
+    FWays.reserve(2 * Pieces.size());
+    for (TContourPiece Piece : Pieces) {
       const TSheetPiece& Ends = SheetPiece(Sheet, Piece);
-      TWay Way{PointsOf(Sheet, Piece, kChordError), Ends.FromAnchor, Ends.ToAnchor};
-      TWay Back = Way;
-      std::reverse(Back.Points.begin(), Back.Points.end());
-      std::swap(Back.From, Back.To);
-      FWays.push_back(std::move(Way));
-      FWays.push_back(std::move(Back));
+      FWays.push_back({Piece, Ends.FromAnchor});
+      Piece.IsReversed = true;
+      FWays.push_back({Piece, Ends.ToAnchor});
     }
   }
 
-  std::vector<TChord> Run(int FigureCount) {
+  std::vector<TLABPolyline> Run(int FigureCount) {
     FindNext();
     struct TFace {
-      std::size_t First = 0;
+      TLABPolyline Ring;
       double Area = kStartOfMinimum;
     };
     std::vector<TFace> Outer(static_cast<std::size_t>(FigureCount));
     std::vector<char> IsWalked(FWays.size(), 0);
     for (std::size_t First = 0; First < FWays.size(); ++First) {
       if (IsWalked[First]) continue;
-      double Area = 0.0;
+      std::vector<TLABSegline> Segs;
       for (std::size_t Way = First; !IsWalked[Way]; Way = FWays[Way].Next) {
         IsWalked[Way] = 1;
-        Area += AreaBelow(FWays[Way].Points, FWays[First].Points.front());
+        AppendSegs(FSheet, FWays[Way].Piece, Segs);
       }
+      TLABPolyline Ring(std::move(Segs));
       TFace& Face = Outer[static_cast<std::size_t>(FigureOf(First))];
-      if (Area < Face.Area) Face = {First, Area};
+      if (const double Area = Ring.Area(); Area < Face.Area) Face = {std::move(Ring), Area};
     }
-    std::vector<TChord> Chords;
-    for (const TFace& Face : Outer) {
-      std::size_t Way = Face.First;
-      do {
-        AppendChords(FWays[Way].Points, FigureOf(Way), Chords);
-        Way = FWays[Way].Next;
-      } while (Way != Face.First);
-    }
-    return Chords;
-  }
-
-  static void AppendChords(const std::vector<TPoint2D>& Points, int Figure,
-                           std::vector<TChord>& Chords) {
-    for (std::size_t I = 1; I < Points.size(); ++I) {
-      Chords.push_back({Points[I - 1], Points[I], Figure});
-    }
+    std::vector<TLABPolyline> Rings;
+    Rings.reserve(Outer.size());
+    for (TFace& Face : Outer) Rings.push_back(std::move(Face.Ring));
+    return Rings;
   }
 
  private:
   struct TWay {
-    std::vector<TPoint2D> Points;
+    TContourPiece Piece;
     int From;
-    int To;
     std::size_t Next = 0;
   };
 
@@ -102,12 +73,14 @@ class TBoundaries {
     return FFigureOfAnchor[static_cast<std::size_t>(FWays[Way].From)];
   }
 
-  static double AreaBelow(const std::vector<TPoint2D>& Points, const TPoint2D& Origin) {
-    double Area = 0.0;
-    for (std::size_t I = 1; I < Points.size(); ++I) {
-      Area += (Points[I - 1] - Origin).CrossMul(Points[I] - Origin);
-    }
-    return Area;
+  /// Where the way leaves its anchor: an arc by its first chord, which tells arcs apart that have a
+  /// common tangent there.
+  double LeavingAngle(const TContourPiece& Piece) {
+    FSegs.clear();
+    AppendSegs(FSheet, Piece, FSegs);
+    const TLABSegline& Seg = FSegs.front();
+    const TPoint2D Reached = Seg.SegType == stArc ? Seg.Sample(kFirstChordError)[1] : Seg.P4;
+    return (Reached - Seg.P1).Angle();
   }
 
   void FindNext() {
@@ -117,9 +90,9 @@ class TBoundaries {
       std::size_t Way;
     };
     std::vector<TLeaving> Leaving;
+    Leaving.reserve(FWays.size());
     for (std::size_t I = 0; I < FWays.size(); ++I) {
-      const std::vector<TPoint2D>& Points = FWays[I].Points;
-      Leaving.push_back({FWays[I].From, (Points[1] - Points[0]).Angle(), I});
+      Leaving.push_back({FWays[I].From, LeavingAngle(FWays[I].Piece), I});
     }
     std::sort(Leaving.begin(), Leaving.end(), [](const TLeaving& A, const TLeaving& B) {
       return std::tie(A.Anchor, A.Angle, A.Way) < std::tie(B.Anchor, B.Angle, B.Way);
@@ -137,57 +110,32 @@ class TBoundaries {
     }
   }
 
+  const TSheet& FSheet;
   const std::vector<int>& FFigureOfAnchor;
   std::vector<TWay> FWays;
+  std::vector<TLABSegline> FSegs;  // of the way that is looked at
 };
 
-/// Looks from places to the left for the nearest chord of another figure.
-class TLeftwardView {
- public:
-  explicit TLeftwardView(const std::vector<TChord>& Chords) : FChords(Chords) {
-    for (std::size_t I = 0; I < Chords.size(); ++I) {
-      const TLine2D Line{Chords[I].From, Chords[I].To};
-      FTree.Insert(static_cast<int>(I), TVRect2D(Line.GetBoundBox()));
-      FBox = FBox.Union(Line.GetBoundBox());
+int LeftmostJoint(const TLABPolyline& Ring) {
+  const auto Found =
+      std::min_element(Ring.begin(), Ring.end(), [](const TLABSegline& A, const TLABSegline& B) {
+        return std::pair(A.P1.X, A.P1.Y) < std::pair(B.P1.X, B.P1.Y);
+      });
+  return static_cast<int>(Found - Ring.begin());
+}
+
+/// `Inner` lies within `Outer`: told by its joint `From`, or the first after it off `Outer`; where
+/// all are on it (a line from edge to edge), by the first such middle of a segment.
+bool Holds(const TLABPolyline& Outer, const TLABPolyline& Inner, int From) {
+  for (const double Place : {0.0, 0.5}) {
+    for (int I = 0; I < Inner.Count(); ++I) {
+      const TPoint2D P = Inner[(From + I) % Inner.Count()].PointByParam(Place);
+      const TShapeRelation Relation = Outer.RelationWithPoint(P);
+      if (Relation != srOn) return Relation == srIn;
     }
-    const double Size = std::max(FBox.Width(), FBox.Height());
-    FStep = std::max(Size / std::sqrt(static_cast<double>(Chords.size()) + 1.0), 1e-3);
   }
-
-  struct TSight {
-    int Figure = -1;
-    double X = 0.0;
-    int Side = 0;  // above 0: the place is inside
-  };
-
-  TSight Look(const TPoint2D& P, int OwnFigure) const {
-    TSight Best;
-    double Right = P.X;
-    for (double Step = FStep; Best.Figure < 0 && Right >= FBox.Min.X; Step *= 2.0) {
-      const double Left = Right - Step;
-      for (const int I : FTree.Search(TVRect2D(TRect2D({Left, P.Y}, {Right, P.Y})))) {
-        const TChord& Chord = FChords[static_cast<std::size_t>(I)];
-        if (Chord.Figure == OwnFigure || !Chord.Spans(P.Y)) continue;
-        const double X = Chord.XAt(P.Y);
-        if (X >= P.X || X < Left) continue;
-        const int Side = Chord.To.Y > Chord.From.Y ? 1 : -1;
-        if (Best.Figure < 0 || X > Best.X) {
-          Best = {Chord.Figure, X, Side};
-        } else if (X == Best.X && Chord.Figure == Best.Figure) {
-          Best.Side += Side;  // there and back: no inside between
-        }
-      }
-      Right = Left;
-    }
-    return Best;
-  }
-
- private:
-  const std::vector<TChord>& FChords;
-  TRTree<int> FTree{kNodeCapacity};
-  TRect2D FBox;
-  double FStep = 1.0;
-};
+  return false;
+}
 
 /// Numbers for what hangs together: the figure of each anchor, −1 where nothing ends.
 std::vector<int> FiguresOfAnchors(const TSheet& Sheet, const std::vector<TContourPiece>& Pieces,
@@ -232,43 +180,70 @@ TNesting::TNesting(const TSheet& Sheet) {
     FOfEnd[{Edge.Line.StartPoint.X, Edge.Line.StartPoint.Y}] = OfAnchor(Edge.FromAnchor);
     FOfEnd[{Edge.Line.EndPoint.X, Edge.Line.EndPoint.Y}] = OfAnchor(Edge.ToAnchor);
   }
-  std::vector<TChord> Chords = TBoundaries(Sheet, Pieces, FOfAnchor).Run(FFirstCircle);
-  int Figure = FFirstCircle;
+  FOutlines = TOutlines(Sheet, Pieces, FOfAnchor).Run(FFirstCircle);
   for (const TSheetCircle& Circle : Sheet.Circles) {
-    const TGeCircularArc2D Clockwise(Circle.Circle.Center, Circle.Circle.Radius, 0.0, -kFullTurn);
-    TBoundaries::AppendChords(Clockwise.Sample(kChordError), Figure++, Chords);
+    const TPoint2D Left = Circle.Circle.Center - TPoint2D(Circle.Circle.Radius, 0.0);
+    FOutlines.push_back({{Left, Left, Circle.Circle.Center, -kCircleBulge}});
   }
-  const auto Size = static_cast<std::size_t>(Figure);
-  FParents.assign(Size, -1);
-  FLevels.assign(Size, 0);
+  FindParents();
+  FindLevels();
+}
 
-  const auto IsFurtherLeft = [](const TPoint2D& A, const TPoint2D& B) {
-    return std::pair(A.X, A.Y) < std::pair(B.X, B.Y);
-  };
-  std::vector<TPoint2D> Leftmost(Size, {kStartOfMinimum, 0.0});
-  for (const TChord& Chord : Chords) {
-    TPoint2D& Place = Leftmost[static_cast<std::size_t>(Chord.Figure)];
-    Place = std::min({Place, Chord.From, Chord.To}, IsFurtherLeft);
+void TNesting::FindParents() {
+  TRTree<int> Tree(kNodeCapacity);
+  for (int Figure = 0; Figure < static_cast<int>(FOutlines.size()); ++Figure) {
+    const TLABPolyline& Ring = Outline(Figure);
+    const TVRect2D Box = Ring.BoundBox();
+    const double Area = std::abs(Ring.Area());
+    const bool HasInside = Area > kLinearTolerance * Box.HypotLength();
+    FAreas.push_back(HasInside ? Area : 0.0);
+    if (HasInside) Tree.Insert(Figure, Box);
   }
-  // What is seen to the left of a figure begins further left, so its parent is known already.
-  std::vector<int> Order(Size);
-  std::iota(Order.begin(), Order.end(), 0);
-  std::stable_sort(Order.begin(), Order.end(), [&](int A, int B) {
-    return IsFurtherLeft(Leftmost[static_cast<std::size_t>(A)],
-                         Leftmost[static_cast<std::size_t>(B)]);
-  });
-  const TLeftwardView View(Chords);
-  for (const int Here : Order) {
-    const auto Sight = View.Look(Leftmost[static_cast<std::size_t>(Here)], Here);
-    if (Sight.Figure < 0) continue;
-    FParents[static_cast<std::size_t>(Here)] = Sight.Side > 0 ? Sight.Figure : Parent(Sight.Figure);
+  const auto AreaOf = [this](int Figure) { return FAreas[static_cast<std::size_t>(Figure)]; };
+  FFromLargest.resize(FOutlines.size());
+  std::iota(FFromLargest.begin(), FFromLargest.end(), 0);
+  std::stable_sort(FFromLargest.begin(), FFromLargest.end(),
+                   [&](int A, int B) { return AreaOf(A) > AreaOf(B); });
+
+  FParents.assign(FOutlines.size(), -1);
+  std::vector<int> Round;
+  for (int Figure = 0; Figure < Count(); ++Figure) {
+    const TLABPolyline& Ring = Outline(Figure);
+    const int Left = LeftmostJoint(Ring);
+    Round.clear();
+    Tree.Search(TVRect2D(Ring[Left].P1, Ring[Left].P1), Round);
+    std::erase_if(Round, [&](int Other) { return AreaOf(Other) <= AreaOf(Figure); });
+    std::sort(Round.begin(), Round.end(),
+              [&](int A, int B) { return std::pair(AreaOf(A), A) < std::pair(AreaOf(B), B); });
+    const auto Found = std::find_if(Round.begin(), Round.end(),
+                                    [&](int Other) { return Holds(Outline(Other), Ring, Left); });
+    if (Found != Round.end()) FParents[static_cast<std::size_t>(Figure)] = *Found;
   }
-  for (auto Here = Order.rbegin(); Here != Order.rend(); ++Here) {
-    const int Outside = Parent(*Here);
-    if (Outside < 0) continue;
-    int& Level = FLevels[static_cast<std::size_t>(Outside)];
-    Level = std::max(Level, this->Level(*Here) + 1);
+}
+
+void TNesting::FindLevels() {
+  FLevels.assign(FOutlines.size(), 0);
+  for (auto Here = FFromLargest.rbegin(); Here != FFromLargest.rend(); ++Here) {
+    if (Parent(*Here) < 0) continue;
+    int& Outside = FLevels[static_cast<std::size_t>(Parent(*Here))];
+    Outside = std::max(Outside, Level(*Here) + 1);
   }
+}
+
+TLABHPolygonList TNesting::Regions() const {
+  TLABHPolygonList Regions;
+  std::vector<TLABHPolygon*> RegionOf(FOutlines.size(), nullptr);  // of those that are no holes
+  for (const int Figure : FFromLargest) {
+    const auto I = static_cast<std::size_t>(Figure);
+    if (FAreas[I] == 0.0) continue;  // exact: set above
+    TLABHPolygon* Region =
+        Parent(Figure) < 0 ? nullptr : RegionOf[static_cast<std::size_t>(Parent(Figure))];
+    if (Region == nullptr) {
+      Region = RegionOf[I] = Regions[Regions.Add(std::make_unique<TLABHPolygon>())];
+    }
+    Region->Add(FOutlines[I].Clone());
+  }
+  return Regions;
 }
 
 int TNesting::OfEdgeEnd(const TPoint2D& P) const {

@@ -101,8 +101,7 @@ class TOrderer {
           Job.Entries.push_back(StartOf(FSheet, Piece));
         }
       } else {
-        Job.Entries = {StartOf(FSheet, Contour.Pieces.front()),
-                       EndOf(FSheet, Contour.Pieces.back())};
+        Job.Entries = {Contour.Chain.First().P1, Contour.Chain.Last().P4};
       }
       FJobs.push_back(std::move(Job));
     }
@@ -182,7 +181,7 @@ class TOrderer {
     } else {
       TOrdinaryContour& Contour = ContourAt(Index);
       Start(Contour, Choice.Entry);
-      FHead = EndOf(FSheet, Contour.Pieces.back());
+      FHead = Contour.Chain.Last().P4;
     }
     FGroup = Job.Group;
     FPlan.Order.push_back(Job.Step);
@@ -191,14 +190,16 @@ class TOrderer {
     }
   }
 
-  static void Start(TOrdinaryContour& Contour, int Entry) {
+  void Start(TOrdinaryContour& Contour, int Entry) {
+    if (Entry == 0) return;
     std::vector<TContourPiece>& Pieces = Contour.Pieces;
     if (Contour.IsClosed) {
       std::rotate(Pieces.begin(), Pieces.begin() + Entry, Pieces.end());
-    } else if (Entry == 1) {
+    } else {
       std::reverse(Pieces.begin(), Pieces.end());
       for (TContourPiece& Piece : Pieces) Piece.IsReversed = !Piece.IsReversed;
     }
+    Contour.Chain = ChainOf(FSheet, Pieces);
   }
 
   /// One figure less inside `Figure`.

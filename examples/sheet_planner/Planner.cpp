@@ -46,8 +46,9 @@ std::vector<char> EdgesBesideArcs(const TSheet& Sheet) {
   using TKind = TContourPiece::TKind;
   std::vector<char> Found(Sheet.Edges.size(), 0);
   for (const TOrdinaryContour& Contour : JoinPieces(Sheet, AllPieces(Sheet))) {
-    const bool HoldsArc = std::any_of(Contour.Pieces.begin(), Contour.Pieces.end(),
-                                      [](const TContourPiece& P) { return P.Kind != TKind::Edge; });
+    const bool HoldsArc =
+        std::any_of(Contour.Pieces.begin(), Contour.Pieces.end(),
+                    [](const TContourPiece& P) { return P.Kind == TKind::Chain; });
     for (const TContourPiece& Piece : Contour.Pieces) {
       if (Piece.Kind == TKind::Edge) Found[static_cast<std::size_t>(Piece.Index)] = HoldsArc;
     }
@@ -90,11 +91,8 @@ class TSheetPlanner {
       ++Stats.FlownEdges;
       Stats.FlownLength += Length;
     }
-    for (int I = 0; I < static_cast<int>(FSheet.Arcs.size()); ++I) {
-      FOrdinary.push_back({TContourPiece::TKind::Arc, I, false});
-    }
-    for (int I = 0; I < static_cast<int>(FSheet.Curves.size()); ++I) {
-      FOrdinary.push_back({TContourPiece::TKind::Curve, I, false});
+    for (int I = 0; I < static_cast<int>(FSheet.Chains.size()); ++I) {
+      FOrdinary.push_back({TContourPiece::TKind::Chain, I, false});
     }
   }
 
@@ -225,6 +223,7 @@ TPlan PlanSheet(const TSheet& Sheet, const TProgressEvent& Progress) {
   TPlan Plan = GroupSheet(Sheet, Nesting);
   RejectCrossingGaps(Sheet, Plan);
   OrderPlan(Sheet, Nesting, Plan, Progress);
+  Plan.Regions = Nesting.Regions();
   return Plan;
 }
 

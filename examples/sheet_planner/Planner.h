@@ -6,13 +6,16 @@
 
 #include "examples/sheet_planner/EdgePrep.h"
 #include "examples/sheet_planner/Nesting.h"
+#include "geometryAlgo/VedaType/LABHPolygon.h"
+#include "geometryAlgo/VedaType/LABPolyline.h"
 #include "geometryAlgo/flyscanAlgo.h"
 
 namespace sheet_planner {
 
-/// A piece of an ordinary contour: what it is, where in the sheet, and whether it is cut backwards.
+/// A piece of an ordinary contour: in which list of the sheet it stands, where there, and whether it
+/// is cut backwards.
 struct TContourPiece {
-  enum class TKind { Edge, Arc, Curve };
+  enum class TKind { Edge, Chain };
 
   TKind Kind = TKind::Edge;
   int Index = 0;
@@ -21,10 +24,12 @@ struct TContourPiece {
 
 /// Pieces that flying cut cannot serve, joined end to end.
 struct TOrdinaryContour {
-  std::vector<TContourPiece> Pieces;
-  bool IsClosed = false;
+  std::vector<TContourPiece> Pieces;  // in the order they are cut
+  tarnalgo::TLABPolyline Chain;       // their segments as they are cut, arcs as arcs
+  bool IsClosed = false;              // at a common place: the chain may miss it by the snap gap
   int Port = 0;
-  double Length = 0.0;
+
+  double Length() const;
 };
 
 /// A gap that the head must not fly across: the pass was split there.
@@ -73,6 +78,7 @@ struct TPlan {
   std::vector<int> GroupOfPass;        // passes of one port, level of nesting and direction
   tarnalgo::TOwningFlyCurves Circles;  // a `TFlyCircle` each
   std::vector<TOrdinaryContour> Contours;
+  tarnalgo::TLABHPolygonList Regions;  // of the material, as `TNesting::Regions`
   std::vector<TPlanStep> Order;
   /// The curve that leads to each step of the order without a halt, empty where there is none; the
   /// whole list may be missing.

@@ -139,17 +139,25 @@ std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan
   double Ordinary = 0.0;
   long long Closed = 0;
   for (const TOrdinaryContour& Contour : Plan.Contours) {
-    Ordinary += Contour.Length;
+    Ordinary += Contour.Length();
     if (Contour.IsClosed) ++Closed;
   }
+  const auto Arcs = std::count_if(Sheet.Chains.begin(), Sheet.Chains.end(),
+                                  [](const TSheetChain& Chain) { return Chain.IsArc(); });
+  long long Holes = 0;
+  for (const TLABHPolygon* Region : Plan.Regions) Holes += Region->Count() - 1;
+  Table.Heading("material");
+  Table.Row("outlines", Plan.Regions.Count(),
+            Counted(Holes, "hole", "holes") + "; " + Fixed(Plan.Regions.Area(), 1) + " " +
+                Drawing.Unit + "²");
   Table.Heading("other cuts");
   Table.Row("circles", Plan.Circles.Count(), Length(Around));
   Table.Row(
       "ordinary contours", static_cast<long long>(Plan.Contours.size()),
       Length(Ordinary) + ", " + Grouped(Closed) + " closed; of " +
           Counted(Stats.ShortEdges + Stats.LongEdges + Stats.EdgesBesideArcs, "edge", "edges") +
-          ", " + Counted(static_cast<long long>(Sheet.Arcs.size()), "arc", "arcs") + ", " +
-          Counted(static_cast<long long>(Sheet.Curves.size()), "curve", "curves"));
+          ", " + Counted(Arcs, "arc", "arcs") + ", " +
+          Counted(static_cast<long long>(Sheet.Chains.size()) - Arcs, "curve", "curves"));
   if (Prep.RepeatedOther > 0) {
     Table.Row("drawn again", Prep.RepeatedOther, "arcs, circles and curves, dropped");
   }
@@ -211,7 +219,7 @@ std::string PlanListing(const TDrawing& Drawing, const TSheet& Sheet, const TPla
     const TOrdinaryContour& Contour = Plan.Contours[I];
     Text += Line("contour", I + 1, Contour.Port,
                  Counted(static_cast<long long>(Contour.Pieces.size()), "piece", "pieces") + ", " +
-                     Fixed(Contour.Length, 3) + (Contour.IsClosed ? ", closed" : ", open"));
+                     Fixed(Contour.Length(), 3) + (Contour.IsClosed ? ", closed" : ", open"));
   }
   const TLooseEnds Ends = FindLooseEnds(Sheet);
   for (const TPoint2D& P : Ends.Loose) Text += "loose end  (" + PlaceText(P) + ")\n";

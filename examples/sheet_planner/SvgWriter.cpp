@@ -181,15 +181,29 @@ class TPicture {
     }
   }
 
+  void AppendSeg(const TLABSegline& Seg, std::string& Path, std::string& PathEnd) const {
+    AppendPoints({Seg.P1}, Path, PathEnd);
+    if (Seg.SegType == stLine) {
+      if (At(Seg.P4) != PathEnd) Path += "L" + At(Seg.P4);
+    } else if (Seg.SegType == stArc) {
+      // In two halves: more than half a turn would need its ends apart in the picture.
+      const std::string Radius = Short(Seg.ToArc().Radius() * FScale, 2);
+      const std::string Arc =
+          "A" + Radius + " " + Radius + (Seg.Bulge < 0.0 ? " 0 0 1 " : " 0 0 0 ");
+      Path += Arc + At(Seg.PointByParam(0.5)) + Arc + At(Seg.P4);
+    } else {
+      Path += "C" + At(Seg.P2) + " " + At(Seg.P3) + " " + At(Seg.P4);
+    }
+    PathEnd = At(Seg.P4);
+  }
+
   void Contours() {
     BeginGroup(std::string("fill=\"none\" stroke=\"") + kContourColour + "\" stroke-width=\"" +
                Short(std::max(FStroke * 0.6, 0.8), 2) + "\" stroke-linejoin=\"round\"");
     for (const TOrdinaryContour& Contour : FPlan.Contours) {
       std::string Path;
       std::string PathEnd;
-      for (const TContourPiece& Piece : Contour.Pieces) {
-        AppendPoints(PointsOf(FSheet, Piece, 0.2 / FScale), Path, PathEnd);
-      }
+      for (const TLABSegline& Seg : Contour.Chain) AppendSeg(Seg, Path, PathEnd);
       if (!Path.empty()) FText += "<path d=\"" + Path + "\"/>\n";
     }
     EndGroup();

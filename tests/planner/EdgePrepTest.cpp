@@ -151,9 +151,11 @@ TEST(PrepareSheet, DropsRepeatedArcsCirclesAndCurves) {
   Drawing.Curves.push_back({Points, 0});
   Drawing.Curves.push_back({{Points.rbegin(), Points.rend()}, 0});
   const TSheet Sheet = PrepareSheet(Drawing, {});
-  EXPECT_EQ(2U, Sheet.Arcs.size());
+  ASSERT_EQ(3U, Sheet.Chains.size());
+  EXPECT_TRUE(Sheet.Chains[0].IsArc() && Sheet.Chains[1].IsArc() && !Sheet.Chains[2].IsArc());
+  EXPECT_NEAR(kFullTurn * 5, Sheet.Chains[0].Chain[0].Length() + Sheet.Chains[1].Chain[0].Length(),
+              1e-9);
   EXPECT_EQ(2U, Sheet.Circles.size());
-  EXPECT_EQ(1U, Sheet.Curves.size());
   EXPECT_EQ(4, Sheet.Stats.RepeatedOther);
 }
 

@@ -74,7 +74,11 @@ TWork WorkOf(const TJson& Plan, double CornerAngle, double MostApart) {
 
 double DrawnLength(const TSheet& Sheet) {
   double Length = test::TotalLength(Sheet);
-  for (const TSheetArc& Arc : Sheet.Arcs) Length += Arc.Arc.Radius * std::abs(Arc.Arc.SweepAngle);
+  for (const TSheetChain& Chain : Sheet.Chains) {
+    for (const TLABSegline& Seg : Chain.Chain) {
+      Length += Seg.P1.DistanceTo(Seg.P2) * std::abs(4.0 * std::atan(Seg.Bulge));
+    }
+  }
   for (const TSheetCircle& Circle : Sheet.Circles) Length += kFullTurn * Circle.Circle.Radius;
   return Length;
 }

@@ -45,7 +45,6 @@ std::vector<TLine2D> AllCuts(const TSheet& Sheet) {
     for (std::size_t I = 1; I < Points.size(); ++I) Cuts.push_back({Points[I - 1], Points[I]});
   };
   for (const TSheetEdge& Edge : Sheet.Edges) Cuts.push_back(Edge.Line);
-  for (const TSheetCurve& Curve : Sheet.Curves) AddPoints(Curve.Points);
   const auto AddTurn = [&](const TPoint2D& Center, double Radius, double From, double Sweep) {
     constexpr int kChords = 720;
     std::vector<TPoint2D> Points;
@@ -55,8 +54,14 @@ std::vector<TLine2D> AllCuts(const TSheet& Sheet) {
     }
     AddPoints(Points);
   };
-  for (const TSheetArc& Arc : Sheet.Arcs) {
-    AddTurn(Arc.Arc.Center, Arc.Arc.Radius, Arc.Arc.StartAngle, Arc.Arc.SweepAngle);
+  for (const TSheetChain& Chain : Sheet.Chains) {
+    for (const TLABSegline& Seg : Chain.Chain) {
+      const TPoint2D Radius = Seg.P1 - Seg.P2;
+      if (Seg.SegType == stLine) AddPoints({Seg.P1, Seg.P4});
+      if (Seg.SegType == stArc) {
+        AddTurn(Seg.P2, Radius.Mag(), Radius.Angle(), 4.0 * std::atan(Seg.Bulge));
+      }
+    }
   }
   for (const TSheetCircle& Circle : Sheet.Circles) {
     AddTurn(Circle.Circle.Center, Circle.Circle.Radius, 0.0, kFullTurn);
@@ -155,24 +160,24 @@ void ExpectGapsClear(const TSheet& Sheet, const TPlan& Plan) {
 }
 
 void ExpectContours(const TSheet& Sheet, const TPlan& Plan, double Snap) {
-  std::multiset<std::pair<int, int>> Seen;
+  std::multiset<int> Seen;
   for (const TOrdinaryContour& Contour : Plan.Contours) {
-    TPoint2D At;
-    TPoint2D Start;
-    for (std::size_t I = 0; I < Contour.Pieces.size(); ++I) {
-      const TContourPiece& Piece = Contour.Pieces[I];
-      if (Piece.Kind != TContourPiece::TKind::Edge) {
-        Seen.insert({static_cast<int>(Piece.Kind), Piece.Index});
-      }
-      const std::vector<TPoint2D> Points = PointsOf(Sheet, Piece, 0.01);
-      if (I == 0) Start = Points.front();
-      EXPECT_LE((I == 0 ? Start : At).DistanceTo(Points.front()), 2 * Snap + 1e-6);
-      At = Points.back();
+    const TLABPolyline& Chain = Contour.Chain;
+    EXPECT_TRUE(!Contour.IsClosed || Chain.IsClosed(2 * Snap + 1e-6));
+    for (int I = 1; I < Chain.Count(); ++I) {
+      EXPECT_LE(Chain[I - 1].P4.DistanceTo(Chain[I].P1), 2 * Snap + 1e-6);
     }
-    EXPECT_TRUE(!Contour.IsClosed || At.Equals(Start, 2 * Snap + 1e-6));
+    int SegCount = 0;
+    for (const TContourPiece& Piece : Contour.Pieces) {
+      if (Piece.Kind == TContourPiece::TKind::Chain) Seen.insert(Piece.Index);
+      EXPECT_EQ(StartOf(Sheet, Piece), Chain[SegCount].P1);
+      SegCount += SegCountOf(Sheet, Piece);
+      EXPECT_EQ(EndOf(Sheet, Piece), Chain[SegCount - 1].P4);
+    }
+    EXPECT_EQ(SegCount, Chain.Count());
   }
-  EXPECT_EQ(Sheet.Arcs.size() + Sheet.Curves.size(), Seen.size());
-  const std::set<std::pair<int, int>> Different(Seen.begin(), Seen.end());
+  EXPECT_EQ(Sheet.Chains.size(), Seen.size());
+  const std::set<int> Different(Seen.begin(), Seen.end());
   EXPECT_EQ(Seen.size(), Different.size());
 }
 
@@ -187,7 +192,7 @@ bool IsInside(const TPoint2D& P, const std::vector<TPoint2D>& Points) {
   return std::abs(Turn) > kPi;
 }
 
-std::vector<TPoint2D> PointsOfStep(const TSheet& Sheet, const TPlan& Plan, const TPlanStep& Step) {
+std::vector<TPoint2D> PointsOfStep(const TPlan& Plan, const TPlanStep& Step) {
   std::vector<TPoint2D> Points;
   const auto Index = static_cast<std::size_t>(Step.Index);
   const auto Append = [&Points](const std::vector<TPoint2D>& More) {
@@ -198,9 +203,7 @@ std::vector<TPoint2D> PointsOfStep(const TSheet& Sheet, const TPlan& Plan, const
   } else if (Step.Kind == TPlanStep::TKind::Pass) {
     for (const TFlyCurve* Piece : Plan.Passes[Index]) Append(Piece->GeCurve()->Sample(0.01));
   } else {
-    for (const TContourPiece& Piece : Plan.Contours[Index].Pieces) {
-      Append(PointsOf(Sheet, Piece, 0.01));
-    }
+    Append(Plan.Contours[Index].Chain.Sample(0.01).Points());
   }
   return Points;
 }
@@ -217,7 +220,7 @@ void ExpectOrder(const TSheet& Sheet, const TPlan& Plan) {
   EXPECT_EQ(Plan.Passes.size(), Plan.GroupOfPass.size());
   for (std::size_t I = 0; I < 3; ++I) EXPECT_EQ(Wanted[I], static_cast<std::size_t>(Counts[I]));
   std::vector<std::vector<TPoint2D>> Points;
-  for (const TPlanStep& Step : Plan.Order) Points.push_back(PointsOfStep(Sheet, Plan, Step));
+  for (const TPlanStep& Step : Plan.Order) Points.push_back(PointsOfStep(Plan, Step));
   for (std::size_t I = 0; I < Plan.Order.size(); ++I) {
     const TPlanStep& Step = Plan.Order[I];
     if (Step.Kind == TKind::Pass) continue;

@@ -315,6 +315,37 @@ TEST(TNesting, TellsWhatLiesInside) {
     EXPECT_EQ(Parents[I], Nesting.Parent(I)) << I;
     EXPECT_EQ(Levels[I], Nesting.Level(I)) << I;
   }
+  // 0 with two holes, the ring of 4 and 5, 6.
+  const TLABHPolygonList Regions = Nesting.Regions();
+  EXPECT_EQ(3, Regions.Count());
+  EXPECT_NEAR(100 * 100 - 50 * 50 - 10 * 10 + kPi * (25 - 16 + 16), Regions.Area(), 1e-9);
+}
+
+TEST(TNesting, IsTrueToArcsAndEdges) {
+  const struct {
+    const char* Name;
+    TLine2D Line;
+    int Parent;
+  } Cases[] = {
+      {"nearer to the arc than its chords", TLine2D{{-999.9995, 0}, {-999, 0}}, 0},
+      {"a hair outside", TLine2D{{-1000.0005, 0}, {-1001, 0}}, -1},
+      {"from edge to edge", TLine2D{{0, 1000}, {0, -1000}}, 0},
+      {"touching from outside", TLine2D{{0, 1000}, {5, 1001}}, -1},
+  };
+  for (const auto& Case : Cases) {
+    for (const double Turn : {0.0, 0.001, 0.002, 0.003, 0.004, 0.005, 0.006}) {
+      SCOPED_TRACE(testing::Message() << Case.Name << ", turned by " << Turn);
+      TDrawing Drawing;
+      Drawing.Arcs.push_back({TArc2D({0, 0}, 1000, 1, 2), 0});
+      Drawing.Arcs.push_back({TArc2D({0, 0}, 1000, 3, kFullTurn - 2), 0});
+      const TNesting Alone(PrepareSheet(Drawing, {}));
+      EXPECT_NEAR(kPi * 1e6, Alone.Regions().Area(), 1e-6);
+      Drawing.AddEdge(Case.Line.StartPoint.RotateBy(Turn), Case.Line.EndPoint.RotateBy(Turn), 0);
+      const TNesting Nesting(PrepareSheet(Drawing, {}));
+      const int Line = Nesting.OfEdgeEnd(Drawing.Edges[0].Line.EndPoint);
+      EXPECT_EQ(Case.Parent < 0 ? -1 : 1 - Line, Nesting.Parent(Line));
+    }
+  }
 }
 
 TEST(OrderPlan, GoesThroughRowsToAndFro) {
