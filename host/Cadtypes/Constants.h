@@ -76,6 +76,10 @@ inline constexpr double kHoleChordTolerance = 0.1;
 /// Integer units per model unit: the standard scale of integer paths.
 inline constexpr double kIntegerScale = 100000.0;
 
+/// Decimals and integer units per model unit: the grid of the nodes on which chains meet.
+inline constexpr int kNodeDecimals = 5;
+inline constexpr double kNodeScale = 1000.0;
+
 /// Length (integer units): two roundings of half a unit on each axis, with a little to spare. What
 /// a turned and shifted integer path is off its place.
 inline constexpr double kCongruenceTolerance = 2.0;
