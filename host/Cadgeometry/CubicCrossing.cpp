@@ -27,6 +27,12 @@ constexpr double kLeastSpan = 1e-13;
 /// tell more when they are of like size.
 constexpr double kMuchLonger = 8.0;
 
+/// Slope up to which a part is compared with another one as a graph over a direction.
+constexpr double kSteepestSlope = 0.5;
+
+/// Relative to the largest coordinate: what the comparison of two graphs rounds to.
+constexpr double kGraphRounding = 1e-14;
+
 constexpr int kNewtonSteps = 16;
 
 /// A part of a cubic with the strip that holds it.
@@ -95,6 +101,47 @@ struct TPair {
   TPart B;
 };
 
+/// A part seen as a graph over a direction: X along it, Y across.
+struct TGraph {
+  TBezierSegment2D Curve;
+  double Slope = 0.0;     // the steepest
+  bool IsRising = true;   // X never falls, and the slope is moderate
+  bool IsTurned = false;  // runs against the parameter of the part
+
+  TGraph(const TBezierSegment2D& Part, const TPoint2D& Origin, const TPoint2D& Unit) {
+    const auto InFrame = [&](const TPoint2D& P) {
+      return TPoint2D(Unit.DotMul(P - Origin), Unit.CrossMul(P - Origin));
+    };
+    Curve = {InFrame(Part.P0), InFrame(Part.P1), InFrame(Part.P2), InFrame(Part.P3)};
+    IsTurned = Curve.P3.X < Curve.P0.X;
+    if (IsTurned) Curve = Curve.Reversed();
+    for (const TPoint2D& Leg : {Curve.P1 - Curve.P0, Curve.P2 - Curve.P1, Curve.P3 - Curve.P2}) {
+      if (Leg == TPoint2D::FZero) continue;
+      IsRising = IsRising && std::abs(Leg.Y) <= kSteepestSlope * Leg.X;
+      Slope = std::max(Slope, std::abs(Leg.Y) / Leg.X);
+    }
+  }
+
+  /// Parameter at which X is reached, to rounding; `X` lies between the ends.
+  double ParamAt(double X) const {
+    if (X == Curve.P0.X) return 0.0;
+    if (X == Curve.P3.X) return 1.0;
+    double Low = 0.0;
+    double High = 1.0;
+    double T = (X - Curve.P0.X) / (Curve.P3.X - Curve.P0.X);
+    for (int Step = 0; Step < 60 && Low < High; ++Step) {
+      const double Off = Curve.EvalPoint(T).X - X;
+      if (Off == 0.0) break;
+      (Off < 0.0 ? Low : High) = T;
+      const double Next = T - Off / Curve.Derivative(T).X;
+      const double Last = T;
+      T = Next > Low && Next < High ? Next : Low + (High - Low) / 2;
+      if (std::abs(T - Last) <= 1e-15) break;
+    }
+    return T;
+  }
+};
+
 TBezierSegment2D Restricted(const TBezierSegment2D& Whole, TPieceSpan Span) {
   TBezierSegment2D Result = Whole;
   TBezierSegment2D Dropped;
@@ -109,6 +156,7 @@ class TCubicCrosser {
       : FA(A.Bezier()), FB(B.Bezier()), FTol(Tol) {
     const double Size = std::max({A.Box.Width(), A.Box.Height(), B.Box.Width(), B.Box.Height()});
     FFlat = std::max(Tol / 4, kLeastFlatness * Size);
+    FRounding = kGraphRounding * std::max(A.Magnitude(), B.Magnitude());
   }
 
   void Search(TPieceSpan SpanA, TPieceSpan SpanB) {
@@ -131,6 +179,7 @@ class TCubicCrosser {
     const bool IsFlatA = A.Flatness() <= FFlat || A.IsShort();
     const bool IsFlatB = B.Flatness() <= FFlat || B.IsShort();
     if (IsFlatA && IsFlatB) return LookAtFlat(A, B);
+    if (LookAtGraphs(A, B)) return;
     Split(A, !IsFlatA, B, !IsFlatB);
   }
 
@@ -184,6 +233,11 @@ class TCubicCrosser {
     double U2 = 0.0;
     NearestOfChords(A, B, U1, U2);
     if (!WithinTolerance(U1, U2)) Approach(U1, U2);
+    KeepBest(A, B, U1, U2);
+  }
+
+  /// The crossing beside a place where the parts come near, or else the nearest approach.
+  void KeepBest(const TPart& A, const TPart& B, double U1, double U2) {
     double Crossing1 = U1;
     double Crossing2 = U2;
     if (Polish(Crossing1, Crossing2) && IsNear(A, Crossing1) && IsNear(B, Crossing2)) {
@@ -191,6 +245,45 @@ class TCubicCrosser {
     }
     Approach(U1, U2);
     if (WithinTolerance(U1, U2)) Keep(U1, U2);
+  }
+
+  /// Two parts that run beside each other in one direction, told by the gap between them at equal
+  /// places of that direction: true when they are apart by more than the tolerance all along, or
+  /// nowhere apart by more. The gap of two parts bends far less than each of them does, so that
+  /// this decides long before they are flat.
+  bool LookAtGraphs(const TPart& A, const TPart& B) {
+    const TGraph GraphA(A.Curve, A.Curve.P0, A.Unit);
+    const TGraph GraphB(B.Curve, A.Curve.P0, A.Unit);
+    if (!GraphA.IsRising || !GraphB.IsRising) return false;
+    const double Low = std::max(GraphA.Curve.P0.X, GraphB.Curve.P0.X);
+    const double High = std::min(GraphA.Curve.P3.X, GraphB.Curve.P3.X);
+    if (Low > High) return true;  // near by their ends at most: other parts go on there
+    const TPieceSpan CutA{GraphA.ParamAt(Low), GraphA.ParamAt(High)};
+    const TPieceSpan CutB{GraphB.ParamAt(Low), GraphB.ParamAt(High)};
+    if (!(CutA.From < CutA.To && CutB.From < CutB.To)) return false;
+    const TBezierSegment2D OverA = Restricted(GraphA.Curve, CutA);
+    const TBezierSegment2D OverB = Restricted(GraphB.Curve, CutB);
+    const TPoint2D Gaps[] = {OverA.P0 - OverB.P0, OverA.P1 - OverB.P1, OverA.P2 - OverB.P2,
+                             OverA.P3 - OverB.P3};
+    const auto [Least, Most] = std::minmax({Gaps[0].Y, Gaps[1].Y, Gaps[2].Y, Gaps[3].Y});
+    double Aside = 0.0;  // at equal parameters the places of the direction differ by so much
+    for (const TPoint2D& Gap : Gaps) Aside = std::max(Aside, std::abs(Gap.X));
+    const double Slack = std::min(GraphA.Slope, GraphB.Slope) * Aside + FRounding;
+    const double Wide = FTol * (1.0 + std::max(GraphA.Slope, GraphB.Slope)) + Slack;
+    if (Least > Wide || Most < -Wide) return true;
+    if (std::max(Most, -Least) + Slack > FTol) return false;
+    const bool Crosses = (Gaps[0].Y < 0.0) != (Gaps[3].Y < 0.0);
+    const double T = Crosses ? Gaps[0].Y / (Gaps[0].Y - Gaps[3].Y)
+                     : std::abs(Gaps[0].Y) <= std::abs(Gaps[3].Y) ? 0.0
+                                                                  : 1.0;
+    KeepBest(A, B, ParamOf(A, GraphA, CutA, T), ParamOf(B, GraphB, CutB, T));
+    return true;
+  }
+
+  static double ParamOf(const TPart& Part, const TGraph& Graph, TPieceSpan Cut, double T) {
+    const double InGraph = Cut.From + T * (Cut.To - Cut.From);
+    const double InPart = Graph.IsTurned ? 1.0 - InGraph : InGraph;
+    return Part.Span.From + InPart * (Part.Span.To - Part.Span.From);
   }
 
   /// `U` lies in the part, with as much beside it as the part is wide.
@@ -278,6 +371,7 @@ class TCubicCrosser {
   const TBezierSegment2D FB;
   const double FTol;
   double FFlat;
+  double FRounding;
   std::vector<TPair> FOpen;
   std::vector<std::pair<double, double>> FFound;
 };

@@ -19,10 +19,13 @@ struct TPieceSpan {
 /// those the answer is some of the common places.
 ///
 /// Both are halved together for as long as the strips round their chords meet. Where the directions
-/// of the two cannot agree there is at most one crossing, and Newton's method finds it; where they
-/// can, halving goes on until both are as flat as the tolerance.
-/// Cost: a few dozen pairs of parts for each crossing; at most 65536, whatever the input, after
-/// which the rest is let go (only cubics beside each other just outside the tolerance come near).
+/// of the two cannot agree there is at most one crossing, and Newton's method finds it. Where they
+/// run beside each other they are compared as graphs over one direction: the gap between them tells
+/// that they stay apart, or together, long before they are flat. What is left is halved until both
+/// are as flat as the tolerance.
+/// Cost: a few dozen pairs of parts for each crossing, a few hundred for cubics that run beside
+/// each other just outside the tolerance; at most 65536, whatever the input, after which the rest
+/// is let go.
 std::vector<std::pair<double, double>> CrossCubicSpans(const TCurvePiece& A, TPieceSpan SpanA,
                                                        const TCurvePiece& B, TPieceSpan SpanB,
                                                        double Tol);
