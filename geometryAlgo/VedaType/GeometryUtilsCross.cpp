@@ -21,6 +21,9 @@ constexpr int kMostTurns = 4;
 /// Parameter of a part: a turn nearer to an end is the rounding of the cut that was made there.
 constexpr double kLeastTurn = 1e-9;
 
+/// Count: places looked at between two crossings that may be one.
+constexpr int kStepsBetween = 32;
+
 /// Coordinates with a greater or smaller power of two are scaled, so that their squares and the
 /// squares of these stay within the range of a double.
 constexpr int kSafeExponent = 200;
@@ -265,13 +268,33 @@ class TBezierMeeting {
            P.Equals(FBezier.EvalPoint((End + Start) / 2), FTol);
   }
 
+  /// Nothing wider than the tolerance lies between the curves from one parameter to the other, and
+  /// what lies beside is one way along the other curve: a branch of it that crosses is a place of
+  /// its own.
   bool StaysClose(double From, double To) const {
-    for (const double Step : {0.5, 0.25, 0.75, 0.125, 0.875}) {
-      const TPoint2D P = FBezier.EvalPoint(std::lerp(From, To, Step));
+    const auto PointAtStep = [&](double Step) {
+      return FBezier.EvalPoint(std::lerp(From, To, Step));
+    };
+    double Distance = 0.0;
+    for (const double Step : {0.5, 0.25, 0.75, 0.125, 0.875}) {  // few come further than these
+      const TPoint2D P = PointAtStep(Step);
       if (!FOther.MayReach(P, FTol)) return false;
-      double Distance = 0.0;
       FOther.Nearest(P, Distance);
       if (!(Distance <= FTol)) return false;
+    }
+    TPoint2D Last = PointAtStep(0.0);
+    double LastFoot = FOther.Nearest(Last, Distance);
+    for (int Step = 1; Step <= kStepsBetween; ++Step) {
+      const TPoint2D Next = PointAtStep(Step * (1.0 / kStepsBetween));
+      const double Foot = FOther.Nearest(Next, Distance);
+      if (!(Distance <= FTol)) return false;
+      // On one way the half of a step is near by. Only a cubic has branches.
+      const bool IsOneWay =
+          FOther.Kind != TPieceKind::Bezier ||
+          FOther.Eval((LastFoot + Foot) / 2).Equals(Next, 2.0 * (Last.DistanceTo(Next) + FTol));
+      if (!IsOneWay) return false;
+      Last = Next;
+      LastFoot = Foot;
     }
     return true;
   }

@@ -146,6 +146,12 @@ TEST(TGeometryUtils, CrossingsOfHostilePairs) {
   const auto Part = [](const TBezierSegment2D& Curve, double From, double To) {
     return TGeometryUtils::SplitBezier(Curve, {From, To})[From > 0.0 ? 1 : 0];
   };
+  const auto Moved = [](const TBezierSegment2D& B, const TPoint2D& Way) {
+    return TBezierSegment2D(B.P0 + Way, B.P1 + Way, B.P2 + Way, B.P3 + Way);
+  };
+  const TBezierSegment2D Large({4836, 9709}, {5623, 4119}, {2171, 8439}, {2974, 4956});
+  const TBezierSegment2D Knot({3.968, 3.555}, {9.3226, 8.6291}, {9.7499, 4.5076}, {7.5361, 6.9794});
+  const TBezierSegment2D Hook({8.437, 6.904}, {6.2244, 1.6525}, {1.5147, 9.5477}, {3.5832, 6.666});
   const double Nan = std::nan("");
   const struct {
     const char* Name;
@@ -173,6 +179,10 @@ TEST(TGeometryUtils, CrossingsOfHostilePairs) {
        9,
        0,
        0},
+      // Curves moved a little cross where they run in the direction of the move, and their own loop.
+      {"too many flat parts beside each other", Large, Moved(Large, {-1.33e-5, -9.91e-5}), 2, 0, 0},
+      {"the loop comes back to where they touch", Knot, Moved(Knot, {-2.65e-6, -1.4e-6}), 4, 0, 0},
+      {"apart in a narrow bend only", Hook, Moved(Hook, {1.85e-6, -2.36e-6}), 3, 0, 0},
       {"a point on a curve", {{1, 1}, {1, 1}, {1, 1}, {1, 1}}, {{0, 0}, {2, 2}}, 1, 0, 0},
       {"not finite", Wave, {{0, Nan}, {1, 1}, {2, 0}, {3, 3}}, 0, 0, 0},
       {"beyond the range of squares",
@@ -243,6 +253,11 @@ TEST(TGeometryUtils, FindsTheMotionBetweenEqualLists) {
     To[0].X += 1e-4;
     EXPECT_FALSE(TGeometryUtils::CalcEqualRotateAndTrans(From, To, Angle, Trans));
   }
+  double Angle = 0.0;
+  TPoint2D Trans;
+  ASSERT_TRUE(TGeometryUtils::CalcEqualRotateAndTrans({{1, 0}, {-1, 1e-20}}, {{-1, 0}, {1, 1e-17}},
+                                                      Angle, Trans));
+  EXPECT_EQ(kPi, Angle) << "half a turn with a sine a hair below 0";
 }
 
 TEST(TGeometryUtils, BisectorHalvesTheSmallerAngle) {
