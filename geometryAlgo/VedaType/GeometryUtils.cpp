@@ -90,7 +90,8 @@ bool TGeometryUtils::CalcEqualRotateAndTrans(const std::vector<TPoint2D>& From,
     Cosine += (From[I] - MeanFrom).DotMul(To[I] - MeanTo);
     Sine += (From[I] - MeanFrom).CrossMul(To[I] - MeanTo);
   }
-  const double Turn = std::atan2(Sine, Cosine);
+  double Turn = std::atan2(Sine, Cosine);
+  if (Turn <= -kPi) Turn = kPi;  // half a turn with a sine a hair below 0
   for (std::size_t I = 0; I < From.size(); ++I) {
     const TPoint2D Moved = MeanTo + (From[I] - MeanFrom).RotateBy(Turn);
     if (!Moved.Equals(To[I], Eps)) return false;
