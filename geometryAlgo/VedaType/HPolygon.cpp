@@ -22,6 +22,11 @@ double AbsArea(const TVPolyline2D& Contour) {
   return std::abs(Contour.Area());
 }
 
+/// Where a contour is found again: the corner of its box, the origin for one without points.
+TPoint2D CornerOf(const TVPolyline2D& Contour) {
+  return Contour.IsEmpty() ? TPoint2D::FZero : Contour.BoundBox().GetBottomLeft();
+}
+
 bool IsSameRing(const TVPolyline2D& A, const TVPolyline2D& B, double Eps) {
   return A.IsEqualTo(B, Eps) || A.IsEqualToReverse(B, Eps);
 }
@@ -146,16 +151,16 @@ bool TVHPolygon::IsEqualTo(const TVHPolygon& Other, double Eps) const {
   if (IsEmpty()) return true;
   if (!IsSameRing(*First(), *Other.First(), Eps)) return false;
   TPlaceIndex Free(kCornerReach * Eps);  // holes of `Other` by the corners of their boxes
-  for (int I = 1; I < Count(); ++I) Free.Add(Other[I]->BoundBox().GetBottomLeft(), I);
+  for (int I = 1; I < Count(); ++I) Free.Add(CornerOf(*Other[I]), I);
   for (int I = 1; I < Count(); ++I) {
     const TVPolyline2D& Hole = *(*this)[I];
     int Match = Count();
-    Free.VisitNear(Hole.BoundBox().GetBottomLeft(), [&](int J, const TPoint2D&) {
+    Free.VisitNear(CornerOf(Hole), [&](int J, const TPoint2D&) {
       if (J < Match && IsSameRing(Hole, *Other[J], Eps)) Match = J;
       return false;
     });
     if (Match == Count()) return false;
-    Free.Remove(Other[Match]->BoundBox().GetBottomLeft(), Match);
+    Free.Remove(CornerOf(*Other[Match]), Match);
   }
   return true;
 }
