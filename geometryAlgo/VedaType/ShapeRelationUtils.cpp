@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/Exceptions.h"
+
 namespace tarnalgo {
 
 namespace {
@@ -66,6 +68,11 @@ class TPartsView {
 }  // namespace
 
 TShapeRelation TShapeRelationUtils::CalcRegionRelation(const TParts& Parts) {
+  for (const std::vector<TShapeRelation>& Row : Parts) {
+    if (Row.size() != Parts.front().size()) {
+      RaiseError<EParamError>("TShapeRelationUtils", "rows of different lengths");
+    }
+  }
   if (Parts.empty() || Parts.front().empty()) return srDeviate;
   const TShapeRelation Outlines = Parts[0][0];
   if (Outlines != srContain && Outlines != srContained && Outlines != srEqual) return Outlines;

@@ -29,7 +29,10 @@ class TShapeRelationUtils {
   /// | | neither | `srCross` |
   ///
   /// A region keeps out of the other's hole when the hole is apart from its outline, or lies in one
-  /// of its own holes. `srDeviate` when there are no parts.
+  /// of its own holes. Where holes share edges with another contour of their region, so that two
+  /// of them together may surround what neither does, the answer may be `srCross` for a region that
+  /// is in truth inside, or outside and touching. `srDeviate` when there are no parts.
+  /// Errors: rows of different lengths, `EParamError`.
   static TShapeRelation CalcRegionRelation(const TParts& Parts);
   /// The same for two regions. One that touches the hole in which it lies is `srOn`.
   /// Cost: `TVPolyline2D::RelationWith` for each pair of contours whose boxes meet.

@@ -62,6 +62,8 @@ TEST(TShapeRelationUtils, TellsRegionsByOutlinesAndHoles) {
     EXPECT_EQ(Case.Expected, TShapeRelationUtils::CalcRegionRelation(First, Second));
     EXPECT_EQ(Case.Swapped, TShapeRelationUtils::CalcRegionRelation(Second, First));
   }
+  const TShapeRelationUtils::TParts Ragged = {{srContained, srDeviate}, {srDeviate}};
+  EXPECT_THROW(TShapeRelationUtils::CalcRegionRelation(Ragged), EParamError);
 }
 
 TEST(TCADExtendUtils, CalcAreaIsSignedAndKnowsNoClosingRepeat) {
