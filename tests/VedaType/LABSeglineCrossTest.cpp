@@ -8,6 +8,7 @@
 
 #include "geometryAlgo/VedaType/LABSegline.h"
 #include "geometryAlgo/VedaType/Polyline.h"
+#include "tests/support/AllocationCount.h"
 #include "tests/support/Generate.h"
 
 namespace tarnalgo {
@@ -91,6 +92,28 @@ TEST(TLABSeglineCross, EveryKindAgreesWithAWalkAlongTheFirstPiece) {
     }
     EXPECT_EQ(Walked, Found.Points.size());
   }
+}
+
+TEST(TLABSeglineCross, LinesAndArcsTakeNoMemory) {
+  std::mt19937 Random(5);
+  std::vector<TLABSegline> Segs;
+  for (int I = 0; I < 100; ++I) Segs.push_back(RandomSegment(Random, I % 2));
+  std::vector<TPoint2D> Points;
+  std::vector<TVLine2D> Lines;
+  std::vector<TVArc2D> Arcs;
+  std::vector<TBezierSegment2D> Beziers;
+  Points.reserve(20000);
+  Arcs.reserve(100);
+  Lines.reserve(100);
+  const int Before = test::AllocationCount();
+  for (const TLABSegline& A : Segs) {
+    for (const TLABSegline& B : Segs) {
+      A.CrossWithLABSegline(B, Points, Lines, Arcs, Beziers);
+      if (B.SegType == stLine) A.CrossWithSegLine(B.ToLine(), Points, Lines);
+    }
+  }
+  EXPECT_EQ(0, test::AllocationCount() - Before);
+  EXPECT_GT(Points.size(), 1000U);
 }
 
 TEST(TLABSeglineCross, HostilePairsAreToldOnce) {
