@@ -92,43 +92,82 @@ void PointsInBoostPolygon(benchmark::State& State) {
 BENCHMARK(PointsInBoostPolygon)->Arg(1000);
 #endif
 
-std::vector<TLABSegline> Segments(bool AreArcs, unsigned Seed) {
-  std::mt19937 Random(Seed);
-  std::uniform_real_distribution<double> Coordinate(-5.0, 5.0);
-  std::vector<TLABSegline> Segs(1024);
-  for (TLABSegline& Seg : Segs) {
-    const TPoint2D From(Coordinate(Random), Coordinate(Random));
-    const TPoint2D To(Coordinate(Random), Coordinate(Random));
-    Seg =
-        AreArcs ? TLABSegline(From, To, TVArc2D(From, To, 0.7).Center, 0.7) : TLABSegline(From, To);
-  }
-  return Segs;
-}
+class TSegmentMaker {
+ public:
+  explicit TSegmentMaker(unsigned Seed) : FRandom(Seed) {}
 
-/// Arcs with arcs, or with lines, as values: the result lists are used again.
-void CrossArcsWith(benchmark::State& State, bool AreArcs) {
-  const std::vector<TLABSegline> A = Segments(true, 2);
-  const std::vector<TLABSegline> B = Segments(AreArcs, 3);
+  TLABSegline Make(TSegType Kind) {
+    const TPoint2D From = Point();
+    const TPoint2D To = Point();
+    if (Kind == stLine) return {From, To};
+    if (Kind == stArc) return {From, To, TVArc2D(From, To, 0.7).Center, 0.7};
+    const TPoint2D Control = Point();
+    return {From, Control, Point(), To};
+  }
+
+  std::vector<TLABSegline> Make1024(TSegType Kind) {
+    std::vector<TLABSegline> Segs;
+    for (int I = 0; I < 1024; ++I) Segs.push_back(Make(Kind));
+    return Segs;
+  }
+
+ private:
+  TPoint2D Point() { return {FCoordinate(FRandom), FCoordinate(FRandom)}; }
+
+  std::mt19937 FRandom;
+  std::uniform_real_distribution<double> FCoordinate{-5.0, 5.0};
+};
+
+/// Each of the first list with its fellow of the second; the result lists are used again.
+void CrossSegments(benchmark::State& State, const std::vector<TLABSegline>& A,
+                   const std::vector<TLABSegline>& B) {
   std::vector<TPoint2D> Points;
   std::vector<TVLine2D> Lines;
   std::vector<TVArc2D> Arcs;
   std::vector<TBezierSegment2D> Beziers;
   for (auto _ : State) {
     Points.clear();
+    Lines.clear();
+    Arcs.clear();
+    Beziers.clear();
     for (std::size_t I = 0; I < A.size(); ++I) {
       A[I].CrossWithLABSegline(B[I], Points, Lines, Arcs, Beziers);
     }
     benchmark::DoNotOptimize(Points.data());
   }
+  const auto Pairs = static_cast<double>(A.size());
   State.SetItemsProcessed(State.iterations() * static_cast<std::int64_t>(A.size()));
+  State.counters["crossings"] = static_cast<double>(Points.size()) / Pairs;
+  State.counters["stretches"] = static_cast<double>(Lines.size() + Beziers.size()) / Pairs;
 }
 
-/// The same through the host's curve objects.
-void CrossHostArcsWith(benchmark::State& State, bool AreArcs) {
+void CrossKinds(benchmark::State& State, TSegType KindA, TSegType KindB) {
+  CrossSegments(State, TSegmentMaker(2).Make1024(KindA), TSegmentMaker(3).Make1024(KindB));
+}
+
+/// Two cubics that cross nine times, the most there can be.
+void CrossNineTimes(benchmark::State& State) {
+  const TLABSegline High({0, 0}, {1, 3.2}, {0.2, -2.4}, {1, 1});
+  const TLABSegline Wide({0, 1}, {3.2, 0}, {-2.4, 0.8}, {1, 0});
+  CrossSegments(State, {High}, {Wide});
+}
+
+/// Each cubic and itself moved by so many millionths: within the tolerance they are together all
+/// along, beyond it they are apart all along or cross at the flattest of angles.
+void CrossNearlyCoincident(benchmark::State& State) {
+  const std::vector<TLABSegline> A = TSegmentMaker(2).Make1024(stBezier);
+  std::vector<TLABSegline> B;
+  const double Way = 1e-6 * static_cast<double>(State.range(0));
+  for (const TLABSegline& Seg : A) B.push_back(Seg.Translate({0.6 * Way, 0.8 * Way}));
+  CrossSegments(State, A, B);
+}
+
+/// Arcs with others through the host's curve objects.
+void CrossHostArcsWith(benchmark::State& State, TSegType Kind) {
   std::vector<std::unique_ptr<TGeCurve2D>> A;
   std::vector<std::unique_ptr<TGeCurve2D>> B;
-  for (const TLABSegline& Seg : Segments(true, 2)) A.push_back(Seg.ToGeCurve2D());
-  for (const TLABSegline& Seg : Segments(AreArcs, 3)) B.push_back(Seg.ToGeCurve2D());
+  for (const TLABSegline& Seg : TSegmentMaker(2).Make1024(stArc)) A.push_back(Seg.ToGeCurve2D());
+  for (const TLABSegline& Seg : TSegmentMaker(3).Make1024(Kind)) B.push_back(Seg.ToGeCurve2D());
   std::vector<TIntersect2D> Found;
   for (auto _ : State) {
     Found.clear();
@@ -138,10 +177,15 @@ void CrossHostArcsWith(benchmark::State& State, bool AreArcs) {
   State.SetItemsProcessed(State.iterations() * static_cast<std::int64_t>(A.size()));
 }
 
-BENCHMARK_CAPTURE(CrossArcsWith, Lines, false);
-BENCHMARK_CAPTURE(CrossHostArcsWith, Lines, false);
-BENCHMARK_CAPTURE(CrossArcsWith, Arcs, true);
-BENCHMARK_CAPTURE(CrossHostArcsWith, Arcs, true);
+BENCHMARK_CAPTURE(CrossKinds, ArcWithLine, stArc, stLine);
+BENCHMARK_CAPTURE(CrossHostArcsWith, Lines, stLine);
+BENCHMARK_CAPTURE(CrossKinds, ArcWithArc, stArc, stArc);
+BENCHMARK_CAPTURE(CrossHostArcsWith, Arcs, stArc);
+BENCHMARK_CAPTURE(CrossKinds, BezierWithLine, stBezier, stLine);
+BENCHMARK_CAPTURE(CrossKinds, BezierWithArc, stBezier, stArc);
+BENCHMARK_CAPTURE(CrossKinds, BezierWithBezier, stBezier, stBezier);
+BENCHMARK(CrossNineTimes);
+BENCHMARK(CrossNearlyCoincident)->Arg(0)->Arg(1)->Arg(3)->Arg(30)->Arg(3000);
 
 }  // namespace
 }  // namespace tarnalgo
