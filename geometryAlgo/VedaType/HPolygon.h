@@ -75,7 +75,9 @@ class TVHPolygon : public TVGeometry2DList<TVPolyline2D> {
   /// or inside a hole, else `srIn`.
   /// Ties: the outline goes first, then the holes in their order; the first that tells decides. So
   /// inside one hole and on the edge of a later one is `srOut`.
-  /// Cost: O(n), `TVPolyline2D::RelationWithPoint` for each contour looked at.
+  /// Cost: O(n), `TVPolyline2D::RelationWithPoint` for each contour looked at: contours may change
+  /// in place, so nothing is kept. A `TLABHPolygon` made of the polygon answers many questions in
+  /// O(log n) for each chain looked at.
   TShapeRelation RelationWithPoint(const TPoint2D& P, double Eps = kLinearTolerance) const;
   /// Some contour meets the other shape (some contour of it) within `Eps`; touching counts, lying
   /// inside without touching does not. Cost as `TVPolyline2D::IsCrossWith` for pairs of contours

@@ -261,7 +261,8 @@ class TVPolyline2D : public TVPoint2DList {
   /// Where `P` lies: `srOn` within `Eps` of the ring, else `srIn` or `srOut`, told by the number of
   /// edges between the point and infinity (even-odd: what a self-crossing ring encloses twice is
   /// outside).
-  /// Cost: O(n).
+  /// Cost: O(n): points may change at any time, so nothing is kept from one question to the next. A
+  /// `TLABPolyline` made of the polyline answers many questions in O(log n) each.
   TShapeRelation RelationWithPoint(const TPoint2D& P, double Eps = kLinearTolerance) const;
   /// Where the region of `Other` lies, `Other` being the subject: `srEqual` the same ring, whatever
   /// its vertices; `srContained` in this region, `srContain` around it, both also where the rings

@@ -179,7 +179,7 @@ TEST(TGeometryUtils, CrossingsOfHostilePairs) {
        9,
        0,
        0},
-      // Curves moved a little cross where they run in the direction of the move, and their own loop.
+      // Curves moved a little cross where they run in the direction of the move, and in loops.
       {"too many flat parts beside each other", Large, Moved(Large, {-1.33e-5, -9.91e-5}), 2, 0, 0},
       {"the loop comes back to where they touch", Knot, Moved(Knot, {-2.65e-6, -1.4e-6}), 4, 0, 0},
       {"apart in a narrow bend only", Hook, Moved(Hook, {1.85e-6, -2.36e-6}), 3, 0, 0},
