@@ -11,7 +11,8 @@
 namespace tarnalgo {
 
 bool TMeetingTest::IsNear(const TVLine2D& Line, const TPoint2D& P) const {
-  if (IsPlainlyBeside(Line, {P, P})) return false;
+  if (P == Line.StartPoint || P == Line.EndPoint) return true;
+  if (std::abs(PlainSide(Line, {P, P})) == 1) return false;
   const TExtPoint2D Start(Line.StartPoint);
   const TExtPoint2D End(Line.EndPoint);
   const TExtPoint2D V = End - Start;
@@ -50,6 +51,11 @@ bool TMeetingTest::FindCrossing(const TVLine2D& A, const TVLine2D& B, TMeeting& 
            0;
   };
   if (!IsSplitBy(A, B) || !IsSplitBy(B, A)) return false;
+  Meeting = CrossingOf(A, B);
+  return true;
+}
+
+TMeeting TMeetingTest::CrossingOf(const TVLine2D& A, const TVLine2D& B) {
   const TPoint2D VA = A.Vector();
   const TPoint2D VB = B.Vector();
   const bool UseA = VA.DotMul(VA) <= VB.DotMul(VB);
@@ -61,23 +67,26 @@ bool TMeetingTest::FindCrossing(const TVLine2D& A, const TVLine2D& B, TMeeting& 
   const long double Side2 = V.CrossMul(TExtPoint2D(Line.EndPoint) - Base);
   const long double T = Side1 != Side2 ? Side1 / (Side1 - Side2) : 0.5L;
   const TExtPoint2D Start(Line.StartPoint);
-  Meeting.P1 = (Start + (TExtPoint2D(Line.EndPoint) - Start) * std::clamp(T, 0.0L, 1.0L)).Rounded();
-  Meeting.P2 = Meeting.P1;
-  Meeting.IsStretch = false;
-  return true;
+  const TPoint2D P =
+      (Start + (TExtPoint2D(Line.EndPoint) - Start) * std::clamp(T, 0.0L, 1.0L)).Rounded();
+  return {false, P, P};
 }
 
-bool TMeetingTest::IsPlainlyApart(const TVLine2D& A, const TVLine2D& B) const {
-  if (A.StartPoint.X > B.EndPoint.X + FTolerance || B.StartPoint.X > A.EndPoint.X + FTolerance) {
-    return true;
-  }
+TMeetingTest::TLook TMeetingTest::LookAt(const TVLine2D& A, const TVLine2D& B) const {
   const auto [LowA, HighA] = std::minmax(A.StartPoint.Y, A.EndPoint.Y);
   const auto [LowB, HighB] = std::minmax(B.StartPoint.Y, B.EndPoint.Y);
-  return LowA > HighB + FTolerance || LowB > HighA + FTolerance || IsPlainlyBeside(A, B) ||
-         IsPlainlyBeside(B, A);
+  if (A.StartPoint.X > B.EndPoint.X + FTolerance || B.StartPoint.X > A.EndPoint.X + FTolerance ||
+      LowA > HighB + FTolerance || LowB > HighA + FTolerance) {
+    return TLook::kApart;
+  }
+  const int SideOfA = PlainSide(A, B);
+  if (std::abs(SideOfA) == 1) return TLook::kApart;
+  const int SideOfB = PlainSide(B, A);
+  if (std::abs(SideOfB) == 1) return TLook::kApart;
+  return SideOfA == 0 && SideOfB == 0 ? TLook::kCross : TLook::kUnsure;
 }
 
-bool TMeetingTest::IsPlainlyBeside(const TVLine2D& Line, const TVLine2D& Other) const {
+int TMeetingTest::PlainSide(const TVLine2D& Line, const TVLine2D& Other) const {
   const TPoint2D V = Line.Vector();
   const TPoint2D D1 = Other.StartPoint - Line.StartPoint;
   const TPoint2D D2 = Other.EndPoint - Line.StartPoint;
@@ -88,7 +97,9 @@ bool TMeetingTest::IsPlainlyBeside(const TVLine2D& Line, const TVLine2D& Other) 
   // Eight roundings of the products, and the underflow of all of them.
   const double Slack = Length * (FTolerance + 8 * std::numeric_limits<double>::epsilon() * Reach) +
                        std::numeric_limits<double>::min() * 16;
-  return (Side1 > Slack && Side2 > Slack) || (Side1 < -Slack && Side2 < -Slack);
+  if (!(std::abs(Side1) > Slack && std::abs(Side2) > Slack)) return 2;
+  if ((Side1 > 0.0) != (Side2 > 0.0)) return 0;
+  return Side1 > 0.0 ? 1 : -1;
 }
 
 }  // namespace tarnalgo

@@ -28,15 +28,24 @@ class TMeetingTest {
   bool FindTouch(const TVLine2D& A, const TVLine2D& B, TMeeting& Meeting) const;
 
   /// The point where the segments cross, each with its ends strictly on both sides of the other.
-  /// The signs are exact; the point is taken on the shorter segment, where it is the most precise.
+  /// The signs are exact.
   static bool FindCrossing(const TVLine2D& A, const TVLine2D& B, TMeeting& Meeting);
+  /// The point where segments that cross do so, taken on the shorter one, where it is the most
+  /// precise.
+  static TMeeting CrossingOf(const TVLine2D& A, const TVLine2D& B);
 
-  /// The boxes of the segments are farther apart than the tolerance, or one segment is so far to
-  /// one side of the other that neither touch nor crossing can be. Never true of a pair that meets.
-  bool IsPlainlyApart(const TVLine2D& A, const TVLine2D& B) const;
+  /// What a few plain products tell for sure.
+  enum class TLook {
+    kApart,   // the segments do not meet
+    kCross,   // they cross, and no end touches
+    kUnsure,  // look closer
+  };
+  TLook LookAt(const TVLine2D& A, const TVLine2D& B) const;
 
  private:
-  bool IsPlainlyBeside(const TVLine2D& Line, const TVLine2D& Other) const;
+  /// The sides of `Other`'s ends about the line of `Line`: 1 or −1 where both are farther from it
+  /// than the tolerance on one side, 0 where they are on both sides, 2 where one is not so far.
+  int PlainSide(const TVLine2D& Line, const TVLine2D& Other) const;
 
   double FTolerance;
 };

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "geometryAlgo/SweepLine/SeglinesIntersector.h"
 #include "geometryAlgo/SweepLine/StripSearch.h"
@@ -28,11 +29,14 @@ double ParamWithin(const TVLine2D& Seg, const TPoint2D& P) {
 
 // --- The dictionary ---
 
-std::int64_t TSeglinesIntersector::GetCrossRecordID(int A, int B) {
+std::int64_t TSeglinesIntersector::GetCrossRecordID(TRank A, TRank B) {
   return (static_cast<std::int64_t>(std::min(A, B)) << 32) + std::max(A, B);
 }
 
-int TSeglinesIntersector::FindRecord(int A, int B) const {
+int TSeglinesIntersector::FindRecord(TRank A, TRank B) {
+  for (FRecordIndex.Reserve(FRecords.size()); FIndexed < FRecords.size(); ++FIndexed) {
+    FRecordIndex.Add(static_cast<std::size_t>(FRecords[FIndexed].Id), static_cast<int>(FIndexed));
+  }
   const std::int64_t Id = GetCrossRecordID(A, B);
   return FRecordIndex.Find(static_cast<std::size_t>(Id),
                            [&](int Position) { return FRecords[Index(Position)].Id == Id; });
@@ -41,14 +45,14 @@ int TSeglinesIntersector::FindRecord(int A, int B) const {
 // --- Meetings ---
 
 /// Where the pair meets, whatever the state of the sweep.
-bool TSeglinesIntersector::CalcIntersectInfo(int A, int B, TMeeting& Meeting) const {
+bool TSeglinesIntersector::CalcIntersectInfo(TRank A, TRank B, TMeeting& Meeting) const {
   return TreatSameAngle(A, B, Meeting) || FTest.FindTouch(Line(A), Line(B), Meeting) ||
          TMeetingTest::FindCrossing(Line(A), Line(B), Meeting);
 }
 
 /// The stretch that two segments of one direction share, or the point where they touch. Segments of
 /// nearly one direction may also cross far from their ends, so false does not dismiss the pair.
-bool TSeglinesIntersector::TreatSameAngle(int A, int B, TMeeting& Meeting) const {
+bool TSeglinesIntersector::TreatSameAngle(TRank A, TRank B, TMeeting& Meeting) const {
   const TPoint2D VA = Line(A).Vector();
   const TPoint2D VB = Line(B).Vector();
   // The sine is never above the angle: most pairs need no angle to be told apart.
@@ -59,19 +63,17 @@ bool TSeglinesIntersector::TreatSameAngle(int A, int B, TMeeting& Meeting) const
   return FTest.FindTouch(Line(A), Line(B), Meeting);
 }
 
-bool TSeglinesIntersector::CreateIntersectInfo(bool Flag, const TPoint2D& P1, const TPoint2D& P2,
-                                               int A, int B, TSeglineIntersectInfo& Info) {
-  if (FindRecord(A, B) >= 0) return false;
-  const std::int64_t Id = GetCrossRecordID(A, B);
-  FRecords.push_back({Id, nullptr});
-  FRecordIndex.Reserve(FRecords.size());
-  FRecordIndex.Add(static_cast<std::size_t>(Id), static_cast<int>(FRecords.size()) - 1);
+/// The record of a pair, entered into the dictionary, which must not have it.
+TSeglineIntersectInfo TSeglinesIntersector::CreateIntersectInfo(const TMeeting& Meeting, TRank A,
+                                                                TRank B) {
+  FRecords.push_back({GetCrossRecordID(A, B), nullptr});
+  const TPoint2D& P1 = Meeting.P1;
+  const TPoint2D& P2 = Meeting.P2;
   const double A1 = ParamWithin(Line(A), P1);
   const double B1 = ParamWithin(Line(B), P1);
   const double A2 = P1 == P2 ? A1 : ParamWithin(Line(A), P2);  // exact: the same point
   const double B2 = P1 == P2 ? B1 : ParamWithin(Line(B), P2);
-  Info = {Flag, P1 / FScale, P2 / FScale, A, B, A1, B1, A2, B2};
-  return true;
+  return {Meeting.IsStretch, P1 / FScale, P2 / FScale, Source(A), Source(B), A1, B1, A2, B2};
 }
 
 // --- Events ---
@@ -79,94 +81,93 @@ bool TSeglinesIntersector::CreateIntersectInfo(bool Flag, const TPoint2D& P1, co
 /// The place for the event of a meeting at `P`: not behind the sweep, and such that both segments
 /// are in the status when it comes. Rounding may have moved `P` past an end. X moves first and Y
 /// stays, or the crossing with an upright segment would slip to its end.
-TPoint2D TSeglinesIntersector::EventPoint(int A, int B, const TPoint2D& P) const {
+TPoint2D TSeglinesIntersector::EventPoint(TRank A, TRank B, const TPoint2D& P) const {
   const TPoint2D Low = Later(Later(Line(A).StartPoint, Line(B).StartPoint), FSweepPoint);
   const TPoint2D High = Earlier(Line(A).EndPoint, Line(B).EndPoint);
   const TPoint2D Moved(std::min(std::max(P.X, Low.X), High.X), P.Y);
   return Earlier(Later(Moved, Low), High);
 }
 
-bool TSeglinesIntersector::TestCross(int A, int B, TEvent*& Event) {
-  TMeeting Meeting;
-  TSeglineIntersectInfo Info;
-  if (FTest.IsPlainlyApart(Line(A), Line(B)) || FindRecord(A, B) >= 0 ||
-      !CalcIntersectInfo(A, B, Meeting) ||
-      !CreateIntersectInfo(Meeting.IsStretch, Meeting.P1, Meeting.P2, A, B, Info)) {
-    return false;
+bool TSeglinesIntersector::TestCross(TRank A, TRank B, TMeeting& Meeting) const {
+  switch (FTest.LookAt(Line(A), Line(B))) {
+    case TMeetingTest::TLook::kApart:
+      return false;
+    case TMeetingTest::TLook::kCross:
+      Meeting = TMeetingTest::CrossingOf(Line(A), Line(B));
+      return true;
+    default:
+      return CalcIntersectInfo(A, B, Meeting);
   }
-  Event = FEvents.Create(EventPoint(A, B, Meeting.P1), A, B, std::uint8_t{1}, nullptr, Info);
-  return true;
 }
 
-void TSeglinesIntersector::TestCrossAndAddEvent(int A, int B) {
-  TEvent* Event = nullptr;
-  if (TestCross(A, B, Event)) AddEvent(Event);
+void TSeglinesIntersector::TestCrossAndAddEvent(TRank A, TRank B) {
+  TMeeting Meeting;
+  if (TestCross(A, B, Meeting)) AddEvent(A, B, Meeting);
 }
 
-/// `Event` is of the record made last.
-void TSeglinesIntersector::AddEvent(TEvent* Event) {
-  const int Record = static_cast<int>(FRecords.size()) - 1;
+void TSeglinesIntersector::AddEvent(TRank A, TRank B, const TMeeting& Meeting) {
+  const TSeglineIntersectInfo Info = CreateIntersectInfo(Meeting, A, B);
+  TEvent* const Event = FEvents.Create(EventPoint(A, B, Meeting.P1), Source(A), Source(B),
+                                       std::uint8_t{1}, nullptr, Info);
   FRecords.back().Pending = Event;
-  FQueue.Add({Event->Point.X, Event, Record});
+  FQueue.Add({Event->Point.X, Event, static_cast<int>(FRecords.size()) - 1});
 }
 
 // --- The passed set ---
 
 /// A segment is tested against every one that began before it and has not been left behind, so
 /// that no meeting depends on the order of the status. Two segments that meet have ranges of X at
-/// most the tolerance apart: when the later one starts the other is still in the set.
-void TSeglinesIntersector::IntersectWithPassedSegs(int Seg) {
-  if (FAllPairsTested) return;
+/// most the tolerance apart: when the later one starts the other is still in the set. Its
+/// neighbours have been tested already.
+void TSeglinesIntersector::IntersectWithPassedSegs(TRank Seg, const TNode* Below,
+                                                   const TNode* Above) {
   ForgetEndedSegs();
-  FLooked += FPassed.VisitNear(Seg, [&](int Passed) { TestPassedSeg(Passed, Seg); });
+  const TRank Tested1 = Below != nullptr ? Below->Value : Seg;
+  const TRank Tested2 = Above != nullptr ? Above->Value : Seg;
+  FLooked += FPassed.VisitNear(Seg, [&](TRank Passed) {
+    if (Passed != Tested1 && Passed != Tested2) TestPassedSeg(Passed, Seg);
+  });
   FPassed.Add(Seg);
   const auto Useful = static_cast<std::int64_t>(FLines.size() + FRecords.size());
   if (FLooked > kMostLooks * Useful) TestAllByStrips();
 }
 
 /// A meeting at the sweep point, or with a segment that has ended, is recorded at once.
-void TSeglinesIntersector::TestPassedSeg(int Passed, int Seg) {
-  TEvent* Event = nullptr;
-  if (!TestCross(Passed, Seg, Event)) return;
-  const TPoint2D FirstPoint = Event->Info.FirstPoint * FScale;
-  if (FNodes[Index(Passed)] == nullptr || FirstPoint.Equals(FSweepPoint, FTolerance)) {
-    FResult.push_back(Event->Info);
-    FEvents.Destroy(Event);
+void TSeglinesIntersector::TestPassedSeg(TRank Passed, TRank Seg) {
+  TMeeting Meeting;
+  if (!TestCross(Passed, Seg, Meeting)) return;
+  if (FNodes[Index(Passed)] == nullptr || Meeting.P1.Equals(FSweepPoint, FTolerance)) {
+    FResult.push_back(CreateIntersectInfo(Meeting, Passed, Seg));
   } else {
-    AddEvent(Event);
+    AddEvent(Passed, Seg, Meeting);
   }
 }
 
-/// Tests all pairs that strips find, those of segments to come included. A
-/// meeting between the end of one segment and the start of the other has no
-/// place for an event and is recorded at once.
+/// Tests all pairs that strips find, those of segments to come included. A meeting between the end
+/// of one segment and the start of the other has no place for an event and is recorded at once.
 void TSeglinesIntersector::TestAllByStrips() {
   FAllPairsTested = true;
-  std::vector<int> Segments;
-  for (const TEventKey& End : FEnds) {
-    if (End.Kind == 0) Segments.push_back(End.First);
-  }
-  TStripSearch::VisitPairs(FLines, Segments, FTolerance, [&](int A, int B) {
-    TEvent* Event = nullptr;
-    if (!TestCross(A, B, Event)) return;
+  std::vector<int> Segments(FLines.size());
+  std::iota(Segments.begin(), Segments.end(), 0);
+  TStripSearch::VisitPairs(FLines, Segments, FTolerance, [&](TRank A, TRank B) {
+    TMeeting Meeting;
+    if (!TestCross(A, B, Meeting) || FindRecord(A, B) >= 0) return;
     const TPoint2D Low = Later(Later(Line(A).StartPoint, Line(B).StartPoint), FSweepPoint);
     const TPoint2D High = Earlier(Line(A).EndPoint, Line(B).EndPoint);
     if (TPoint2DUtils::CompareByXY(High, Low) < 0) {
-      FResult.push_back(Event->Info);
-      FEvents.Destroy(Event);
+      FResult.push_back(CreateIntersectInfo(Meeting, A, B));
     } else {
-      AddEvent(Event);
+      AddEvent(A, B, Meeting);
     }
   });
 }
 
 /// Forgets the ended segments that are more than the tolerance behind the sweep.
 void TSeglinesIntersector::ForgetEndedSegs() {
-  while (FNextEnded < FEnded.size()) {
-    const int Ended = FEnded[FNextEnded];
+  for (; FNextForgotten < FNextEnd; ++FNextForgotten) {
+    const TRank Ended = FEnds[FNextForgotten];
     if (Line(Ended).EndPoint.X + FTolerance >= FSweepPoint.X) return;
     FPassed.Remove(Ended);
-    ++FNextEnded;
   }
 }
 

@@ -35,6 +35,21 @@ double ScaleFor(double Greatest) {
   return std::ldexp(1.0, std::min(-Exponent, 1000));
 }
 
+/// A start or an end of the segment `Id` of the caller.
+struct TPlace {
+  TPoint2D P;
+  int Id;
+};
+
+/// By X, Y, segment: the order of events of one kind.
+void SortPlaces(std::vector<TPlace>& Places) {
+  std::sort(Places.begin(), Places.end(), [](const TPlace& A, const TPlace& B) {
+    if (A.P.X != B.P.X) return A.P.X < B.P.X;  // exact: an order
+    const int Sign = CompareExact(A.P.Y, B.P.Y);
+    return Sign != 0 ? Sign < 0 : A.Id < B.Id;
+  });
+}
+
 }  // namespace
 
 int TSeglinesIntersector::TEvent::Compare(const TEventKey& A, const TEventKey& B) {
@@ -48,14 +63,11 @@ int TSeglinesIntersector::TEvent::Compare(const TEventKey& A, const TEventKey& B
 
 TSeglinesIntersector::TSeglinesIntersector(const std::vector<TVLine2D>& Lines, double Tolerance,
                                            double SecondTolerance)
-    : FLines(Lines.size()),
-      FSecondTolerance(SecondTolerance),
-      FStatus(TScanningOrder{this}),
-      FNodes(Lines.size(), nullptr) {
+    : FRanks(Lines.size(), -1), FSecondTolerance(SecondTolerance), FStatus(TScanningOrder{this}) {
   TakeLines(Lines, Tolerance);
+  SortEnds();
   FPassed = TPassedSegments(FLines, FTolerance);
-  std::sort(FEnds.begin(), FEnds.end(),
-            [](const TEventKey& A, const TEventKey& B) { return TEvent::Compare(A, B) < 0; });
+  FNodes.resize(FLines.size(), nullptr);
   FOrderKeys.reserve(FLines.size());
   for (const TVLine2D& Seg : FLines) {
     const TPoint2D V = Seg.Vector();
@@ -63,24 +75,40 @@ TSeglinesIntersector::TSeglinesIntersector(const std::vector<TVLine2D>& Lines, d
   }
 }
 
-// Segments that are not finite stay points at the origin without events, so that the others keep
-// their positions.
+// Segments that are not finite are left out: they have no events.
 void TSeglinesIntersector::TakeLines(const std::vector<TVLine2D>& Lines, double Tolerance) {
   constexpr double kGreatestTolerance = 1e100;  // its products stay in range
   FScale = ScaleFor(GreatestCoordinate(Lines));
   if (Tolerance > 0.0) FTolerance = std::min(Tolerance * FScale, kGreatestTolerance);
   FTest = TMeetingTest(FTolerance);
-  FEnds.reserve(2 * Lines.size());
+  std::vector<TPlace> Starts;
+  Starts.reserve(Lines.size());
   for (std::size_t I = 0; I < Lines.size(); ++I) {
     if (!IsFinite(Lines[I])) continue;
-    TVLine2D& Seg = FLines[I];
-    Seg = {Lines[I].StartPoint * FScale, Lines[I].EndPoint * FScale};
-    if (TPoint2DUtils::CompareByXY(Seg.StartPoint, Seg.EndPoint) > 0) {
-      Seg = Seg.ReverseDirection();
-    }
-    FEnds.push_back({Seg.StartPoint, static_cast<int>(I), 0, 0});
-    FEnds.push_back({Seg.EndPoint, static_cast<int>(I), 0, 2});
+    const bool IsForward = TPoint2DUtils::CompareByXY(Lines[I].StartPoint, Lines[I].EndPoint) <= 0;
+    const TPoint2D& Start = IsForward ? Lines[I].StartPoint : Lines[I].EndPoint;
+    Starts.push_back({Start * FScale, static_cast<int>(I)});
   }
+  SortPlaces(Starts);
+  FLines.reserve(Starts.size());
+  FSources.reserve(Starts.size());
+  for (const TPlace& Start : Starts) {
+    const TVLine2D& Given = Lines[Index(Start.Id)];
+    TVLine2D Seg(Given.StartPoint * FScale, Given.EndPoint * FScale);
+    if (TPoint2DUtils::CompareByXY(Seg.StartPoint, Seg.EndPoint) > 0) Seg = Seg.ReverseDirection();
+    FRanks[Index(Start.Id)] = static_cast<TRank>(FLines.size());
+    FLines.push_back(Seg);
+    FSources.push_back(Start.Id);
+  }
+}
+
+void TSeglinesIntersector::SortEnds() {
+  std::vector<TPlace> Ends;
+  Ends.reserve(FLines.size());
+  for (std::size_t I = 0; I < FLines.size(); ++I) Ends.push_back({FLines[I].EndPoint, FSources[I]});
+  SortPlaces(Ends);
+  FEnds.reserve(Ends.size());
+  for (const TPlace& End : Ends) FEnds.push_back(FRanks[Index(End.Id)]);
 }
 
 // --- The sweep ---
@@ -91,90 +119,95 @@ std::vector<TSeglineIntersectInfo> TSeglinesIntersector::GetIntersectInfosBySwee
 }
 
 std::vector<TSeglineIntersectInfo> TSeglinesIntersector::GetResult() {
-  while (FNextEnd < FEnds.size() || FQueue.Count() > 0) {
-    if (NextIsEnd()) {
-      const TEventKey& End = FEnds[FNextEnd++];
-      FSweepPoint = End.Point;
-      End.Kind == 0 ? TreatStart(End.First) : TreatEnd(End.First);
-      continue;
+  // A segment is no sooner started than ended, nor has a crossing before both: when the ends have
+  // run out, everything has.
+  for (bool IsConsistent = true; IsConsistent && FNextEnd < FEnds.size();) {
+    switch (NextKind()) {
+      case 0:
+        TreatStart(FNextStart++);
+        break;
+      case 1:
+        IsConsistent = TreatCross(FQueue.Pop());
+        break;
+      default:
+        TreatEnd(FEnds[FNextEnd++]);
     }
-    const TQueued Cross = FQueue.Pop();
-    FSweepPoint = Cross.Event->Point;
-    const bool IsConsistent = TreatCross(Cross);
-    FEvents.Destroy(Cross.Event);
-    if (!IsConsistent) break;
   }
   FResult.insert(FResult.end(), FUnplaced.begin(), FUnplaced.end());
   FUnplaced.clear();
   return std::exchange(FResult, {});
 }
 
-bool TSeglinesIntersector::NextIsEnd() const {
-  if (FNextEnd == FEnds.size()) return false;
-  return FQueue.Count() == 0 || TEvent::Compare(FEnds[FNextEnd], *FQueue.Top().Event) < 0;
+/// The kind of the least event, as `TEvent::Compare` orders them: at one point starts come first
+/// and ends last. There must be an end.
+std::uint8_t TSeglinesIntersector::NextKind() const {
+  std::uint8_t Kind = 2;
+  const TPoint2D* Least = &Line(FEnds[FNextEnd]).EndPoint;
+  if (FQueue.Count() > 0) {
+    const TPoint2D& P = FQueue.Top().Event->Point;
+    if (TPoint2DUtils::CompareByXY(P, *Least) <= 0) {
+      Kind = 1;
+      Least = &P;
+    }
+  }
+  if (Index(FNextStart) == FLines.size()) return Kind;
+  return TPoint2DUtils::CompareByXY(Line(FNextStart).StartPoint, *Least) <= 0 ? 0 : Kind;
 }
 
-void TSeglinesIntersector::TestNeighbour(TNode* Neighbour, int Seg) {
-  if (Neighbour != nullptr) TestCrossAndAddEvent(Neighbour->Value, Seg);
-}
-
-void TSeglinesIntersector::TreatStart(int Seg) {
+// Two segments that are in the status together have been tested when the later one started, so a
+// start is the only place where neighbours can meet for the first time.
+void TSeglinesIntersector::TreatStart(TRank Seg) {
+  FSweepPoint = Line(Seg).StartPoint;
   TNode* const Node = FStatus.Insert(Seg, Seg);
   FNodes[Index(Seg)] = Node;
-  TestNeighbour(TStatus::PreviousNode(Node), Seg);
-  TestNeighbour(TStatus::NextNode(Node), Seg);
-  IntersectWithPassedSegs(Seg);
+  const TNode* const Below = TStatus::PreviousNode(Node);
+  const TNode* const Above = TStatus::NextNode(Node);
+  if (FAllPairsTested) return;
+  if (Below != nullptr) TestCrossAndAddEvent(Below->Value, Seg);
+  if (Above != nullptr) TestCrossAndAddEvent(Above->Value, Seg);
+  IntersectWithPassedSegs(Seg, Below, Above);
 }
 
 /// False when neither segment is in the status. That cannot happen as long as `EventPoint` keeps
 /// every crossing between the starts and the ends of its segments.
 bool TSeglinesIntersector::TreatCross(const TQueued& Cross) {
   TEvent& Event = *Cross.Event;
-  if (Event.Other != nullptr) return true;
-  if (FNodes[Index(Event.First)] == nullptr && FNodes[Index(Event.Second)] == nullptr) {
-    return false;
+  FSweepPoint = Event.Point;
+  TNode* A = FNodes[Index(FRanks[Index(Event.First)])];
+  TNode* const B = FNodes[Index(FRanks[Index(Event.Second)])];
+  if (A == nullptr) A = B;
+  if (Event.Other == nullptr && A != nullptr) {
+    FRecords[Index(Cross.Record)].Pending = nullptr;
+    CollectRun(A, B);
+    ProcessCrossEvent(Event.Point, Event, FRun);
   }
-  FRecords[Index(Cross.Record)].Pending = nullptr;
-  TRun Run;
-  CollectRun(Event.First, Event.Second, Run);
-  ProcessCrossEvent(Event.Point, Event, Run);
-  TNode* const First = Run.front();
-  TNode* const Last = Run.back();
-  TestNeighbour(TStatus::PreviousNode(First), First->Value);
-  TestNeighbour(TStatus::NextNode(Last), Last->Value);
-  return true;
+  const bool IsConsistent = Event.Other != nullptr || A != nullptr;
+  FEvents.Destroy(&Event);
+  return IsConsistent;
 }
 
-void TSeglinesIntersector::TreatEnd(int Seg) {
-  TNode* const Node = FNodes[Index(Seg)];
-  TNode* const Below = TStatus::PreviousNode(Node);
-  TNode* const Above = TStatus::NextNode(Node);
-  if (Below != nullptr && Above != nullptr) TestCrossAndAddEvent(Below->Value, Above->Value);
-  FStatus.RemoveNode(Node);
-  FNodes[Index(Seg)] = nullptr;
-  FEnded.push_back(Seg);
+void TSeglinesIntersector::TreatEnd(TRank Seg) {
+  FSweepPoint = Line(Seg).EndPoint;
+  FStatus.RemoveNode(std::exchange(FNodes[Index(Seg)], nullptr));
 }
 
 // --- Runs ---
 
-/// The nodes around those of `A` and `B` (of which one may have left the status) that stand at the
-/// sweep point, in their order. Never empty.
-void TSeglinesIntersector::CollectRun(int A, int B, TRun& Run) const {
-  TNode* Node = FNodes[Index(A)];
-  TNode* const OtherNode = FNodes[Index(B)];
-  if (Node == nullptr) Node = OtherNode;
-  const double Y = CalcY(Node->Value);
+/// The nodes around `A` that stand at the sweep point, in their order; `B` is one of them where the
+/// walk meets it. Never empty.
+void TSeglinesIntersector::CollectRun(TNode* A, TNode* B) {
+  const double Y = CalcY(A->Value);
   const auto MeetsHere = [&](TNode* Next) {
-    return Next != nullptr &&
-           (Next == OtherNode || TMathUtils::FloatEquals(Y, CalcY(Next->Value), FTolerance));
+    return Next != nullptr && (Next == B || IsScanningSegClose(Y, Next->Value));
   };
-  for (TNode* N = TStatus::PreviousNode(Node); MeetsHere(N); N = TStatus::PreviousNode(N)) {
-    Run.push_back(N);
+  FRun.clear();
+  for (TNode* N = TStatus::PreviousNode(A); MeetsHere(N); N = TStatus::PreviousNode(N)) {
+    FRun.push_back(N);
   }
-  std::reverse(Run.begin(), Run.end());
-  Run.push_back(Node);
-  for (TNode* N = TStatus::NextNode(Node); MeetsHere(N); N = TStatus::NextNode(N)) {
-    Run.push_back(N);
+  std::reverse(FRun.begin(), FRun.end());
+  FRun.push_back(A);
+  for (TNode* N = TStatus::NextNode(A); MeetsHere(N); N = TStatus::NextNode(N)) {
+    FRun.push_back(N);
   }
 }
 
@@ -184,26 +217,19 @@ void TSeglinesIntersector::ProcessCrossEvent(const TPoint2D& P, TEvent& Event, c
     return;
   }
   FResult.push_back(Event.Info);
-  TestOthersOfRun(P, Event, Run);
+  const bool IsOwnPair = Run.size() == 2 && GetCrossRecordID(Run[0]->Value, Run[1]->Value) ==
+                                                GetCrossRecordID(FRanks[Index(Event.First)],
+                                                                 FRanks[Index(Event.Second)]);
+  if (!IsOwnPair) TakeOthersOfRun(P, Event, Run);
   ReorderRun(Run);
 }
 
-/// Every other pair of the run: a meeting not found yet is recorded at once, one that waits for its
-/// own event at this place is taken with this one.
-void TSeglinesIntersector::TestOthersOfRun(const TPoint2D& P, TEvent& Event, const TRun& Run) {
-  const std::int64_t Own = GetCrossRecordID(Event.First, Event.Second);
+/// Every other pair of the run that meets has a record: where its event waits for this very place,
+/// the meeting is taken with this one.
+void TSeglinesIntersector::TakeOthersOfRun(const TPoint2D& P, TEvent& Event, const TRun& Run) {
   for (std::size_t I = 0; I < Run.size(); ++I) {
     for (std::size_t J = I + 1; J < Run.size(); ++J) {
-      const int A = Run[I]->Value;
-      const int B = Run[J]->Value;
-      if (GetCrossRecordID(A, B) == Own) continue;
-      TEvent* Found = nullptr;
-      if (TestCross(A, B, Found)) {
-        FResult.push_back(Found->Info);
-        FEvents.Destroy(Found);
-        continue;
-      }
-      const int Record = FindRecord(A, B);
+      const int Record = FindRecord(Run[I]->Value, Run[J]->Value);
       if (Record < 0) continue;
       TEvent*& Pending = FRecords[Index(Record)].Pending;
       if (Pending == nullptr || !Pending->Point.Equals(P, FTolerance)) continue;
@@ -227,15 +253,6 @@ void TSeglinesIntersector::ReorderRun(const TRun& Run) {
     std::swap(Run[I]->Value, Run[Least]->Value);
   }
   for (TNode* Node : Run) FNodes[Index(Node->Value)] = Node;
-}
-
-/// An upright segment stands wherever the sweep point is.
-double TSeglinesIntersector::CalcY(const TVLine2D& Seg, double X, double Y, double Tol) {
-  const TPoint2D& Start = Seg.StartPoint;
-  const TPoint2D& End = Seg.EndPoint;
-  if (TMathUtils::FloatEquals(End.X, Start.X, Tol)) return Y;
-  const double T = (X - Start.X) / (End.X - Start.X);
-  return Start.Y + (End.Y - Start.Y) * T;
 }
 
 }  // namespace tarnalgo

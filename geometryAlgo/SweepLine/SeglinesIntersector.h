@@ -74,9 +74,14 @@ class TSeglinesIntersector {
       const std::vector<TVLine2D>& Lines, double Tolerance, double SecondTolerance);
 
  private:
+  // Segments are known by the place of their start in the sweep; `FSources` tells the caller's.
+  using TRank = int;
+
   struct TScanningOrder {
     const TSeglinesIntersector* Sweep;
-    int operator()(int A, int B) const { return Sweep->CompareScanningSeg(A, B); }
+    int operator()(TRank Starting, TRank Other) const {
+      return Sweep->CompareScanningSeg(Starting, Other);
+    }
   };
   using TStatus = TGeneralSBTree<int, int, TScanningOrder>;
   using TNode = TStatus::TNode;
@@ -102,59 +107,73 @@ class TSeglinesIntersector {
   };
 
   static std::size_t Index(int I) { return static_cast<std::size_t>(I); }
-  const TVLine2D& Line(int Seg) const { return FLines[Index(Seg)]; }
+  const TVLine2D& Line(TRank Seg) const { return FLines[Index(Seg)]; }
+  int Source(TRank Seg) const { return FSources[Index(Seg)]; }
 
   // --- The steps of the sweep (SeglinesIntersector.cpp) ---
 
   void TakeLines(const std::vector<TVLine2D>& Lines, double Tolerance);
-  bool NextIsEnd() const;
-  void TreatStart(int Seg);
+  void SortEnds();
+  std::uint8_t NextKind() const;
+  void TreatStart(TRank Seg);
   bool TreatCross(const TQueued& Cross);
-  void TreatEnd(int Seg);
-  void CollectRun(int A, int B, TRun& Run) const;
+  void TreatEnd(TRank Seg);
+  void CollectRun(TNode* A, TNode* B);
   void ProcessCrossEvent(const TPoint2D& P, TEvent& Event, const TRun& Run);
-  void TestOthersOfRun(const TPoint2D& P, TEvent& Event, const TRun& Run);
+  void TakeOthersOfRun(const TPoint2D& P, TEvent& Event, const TRun& Run);
   void ReorderRun(const TRun& Run);
-  void TestNeighbour(TNode* Neighbour, int Seg);
 
   // --- The order of the segments at the sweep point ---
 
-  static double CalcY(const TVLine2D& Seg, double X, double Y, double Tol);
-  double CalcY(int Seg) const { return CalcY(Line(Seg), FSweepPoint.X, FSweepPoint.Y, FTolerance); }
-  int CompareScanningSeg(int A, int B) const { return CompareExact(CalcY(A), CalcY(B)); }
-  bool IsScanningSegClose(int A, int B) const {
-    return TMathUtils::FloatEquals(CalcY(A), CalcY(B), FTolerance);
+  static double CalcY(const TVLine2D& Seg, double X, double Y, double Tol) {
+    const TPoint2D& Start = Seg.StartPoint;
+    const TPoint2D& End = Seg.EndPoint;
+    if (TMathUtils::FloatEquals(End.X, Start.X, Tol)) return Y;  // wherever the sweep point is
+    const double T = (X - Start.X) / (End.X - Start.X);
+    return Start.Y + (End.Y - Start.Y) * T;
+  }
+  double CalcY(TRank Seg) const {
+    return CalcY(Line(Seg), FSweepPoint.X, FSweepPoint.Y, FTolerance);
+  }
+  /// `Starting` starts at the sweep point, so that is where it stands.
+  int CompareScanningSeg(TRank, TRank Other) const {
+    return CompareExact(FSweepPoint.Y, CalcY(Other));
+  }
+  /// `Y` is where one segment stands.
+  bool IsScanningSegClose(double Y, TRank Seg) const {
+    return TMathUtils::FloatEquals(Y, CalcY(Seg), FTolerance);
   }
 
   // --- Pairs and their records (SeglinePairs.cpp) ---
 
-  static std::int64_t GetCrossRecordID(int A, int B);
+  static std::int64_t GetCrossRecordID(TRank A, TRank B);
   /// Position of the pair's record, −1 when it has none.
-  int FindRecord(int A, int B) const;
-  bool CalcIntersectInfo(int A, int B, TMeeting& Meeting) const;
-  bool TreatSameAngle(int A, int B, TMeeting& Meeting) const;
-  /// False, and nothing made, when the pair has a record.
-  bool CreateIntersectInfo(bool Flag, const TPoint2D& P1, const TPoint2D& P2, int A, int B,
-                           TSeglineIntersectInfo& Info);
-  TPoint2D EventPoint(int A, int B, const TPoint2D& P) const;
-  bool TestCross(int A, int B, TEvent*& Event);
-  void TestCrossAndAddEvent(int A, int B);
-  void AddEvent(TEvent* Event);
-  void IntersectWithPassedSegs(int Seg);
-  void TestPassedSeg(int Passed, int Seg);
+  int FindRecord(TRank A, TRank B);
+  bool CalcIntersectInfo(TRank A, TRank B, TMeeting& Meeting) const;
+  bool TreatSameAngle(TRank A, TRank B, TMeeting& Meeting) const;
+  TSeglineIntersectInfo CreateIntersectInfo(const TMeeting& Meeting, TRank A, TRank B);
+  TPoint2D EventPoint(TRank A, TRank B, const TPoint2D& P) const;
+  bool TestCross(TRank A, TRank B, TMeeting& Meeting) const;
+  void TestCrossAndAddEvent(TRank A, TRank B);
+  void AddEvent(TRank A, TRank B, const TMeeting& Meeting);
+  void IntersectWithPassedSegs(TRank Seg, const TNode* Below, const TNode* Above);
+  void TestPassedSeg(TRank Passed, TRank Seg);
   void ForgetEndedSegs();
   void TestAllByStrips();
 
-  std::vector<TVLine2D> FLines;  // turned forward, times FScale
+  std::vector<TVLine2D> FLines;  // the finite ones, turned forward, times FScale, by their starts
+  std::vector<int> FSources;     // positions in the caller's list
+  std::vector<TRank> FRanks;     // of the caller's positions
   double FTolerance = 0.0;       // times FScale
   double FSecondTolerance;
   double FScale = 1.0;  // a power of two that keeps products within the range of a double
   TMeetingTest FTest{0.0};
   TPoint2D FSweepPoint;
 
-  // The queue. Starts and ends are known from the beginning and wait in a sorted list; the heap has
+  // The queue. Starts and ends are known from the beginning and wait in sorted lists; the heap has
   // only what the sweep finds.
-  std::vector<TEventKey> FEnds;
+  TRank FNextStart = 0;
+  std::vector<TRank> FEnds;
   std::size_t FNextEnd = 0;
   TMinHeap<TQueued, TQueueOrder> FQueue;
   TNodePool<TEvent> FEvents;
@@ -162,14 +181,15 @@ class TSeglinesIntersector {
   TStatus FStatus;
   std::vector<TNode*> FNodes;      // of each segment, null outside the status
   std::vector<double> FOrderKeys;  // slope; +infinity for an upright segment
+  TRun FRun;                       // the nodes at the crossing that is treated
   TPassedSegments FPassed{{}, 0.0};
-  std::vector<int> FEnded;  // ended segments in their order, still in FPassed from FNextEnded on
-  std::size_t FNextEnded = 0;
-  std::int64_t FLooked = 0;      // segments of FPassed looked at
-  bool FAllPairsTested = false;  // by strips; FPassed is no longer asked
+  std::size_t FNextForgotten = 0;  // in FEnds: from there on ended segments are still in FPassed
+  std::int64_t FLooked = 0;        // segments of FPassed looked at
+  bool FAllPairsTested = false;    // by strips; FPassed is no longer asked
 
-  THashIndex FRecordIndex;  // the dictionary, by `GetCrossRecordID`
   std::vector<TRecord> FRecords;
+  THashIndex FRecordIndex;   // the dictionary, by `GetCrossRecordID`
+  std::size_t FIndexed = 0;  // records that it has; the others follow when it is asked
   std::vector<TSeglineIntersectInfo> FResult;
   std::vector<TSeglineIntersectInfo> FUnplaced;  // their event found no run of two
 };

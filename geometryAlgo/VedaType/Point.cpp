@@ -93,11 +93,6 @@ double TPoint2DUtils::GetCoor(const TPoint2D& Point, int CoorId) {
   }
 }
 
-int TPoint2DUtils::CompareByXY(const TPoint2D& A, const TPoint2D& B) {
-  if (const int Sign = CompareExact(A.X, B.X)) return Sign;
-  return CompareExact(A.Y, B.Y);
-}
-
 int TPoint2DUtils::CompareByYX(const TPoint2D& A, const TPoint2D& B) {
   if (const int Sign = CompareExact(A.Y, B.Y)) return Sign;
   return CompareExact(A.X, B.X);

@@ -9,6 +9,7 @@
 #include "geometryAlgo/VedaType/DebugText.h"
 #include "geometryAlgo/VedaType/Enums.h"
 #include "host/Cadtypes/Point.h"
+#include "host/Cadutils.h"
 #include "host/Zeblib.h"
 
 namespace tarnalgo {
@@ -100,7 +101,10 @@ class TPoint2DUtils {
   static bool IsFinite(const TPoint2D& P) { return std::isfinite(P.X) && std::isfinite(P.Y); }
 
   /// Lexicographic orders by exact signs: X then Y; Y then X. −1, 0 or 1.
-  static int CompareByXY(const TPoint2D& A, const TPoint2D& B);
+  static int CompareByXY(const TPoint2D& A, const TPoint2D& B) {
+    if (const int Sign = CompareExact(A.X, B.X)) return Sign;
+    return CompareExact(A.Y, B.Y);
+  }
   static int CompareByYX(const TPoint2D& A, const TPoint2D& B);
 
   /// The quadrant of a vector, 1..4 counter-clockwise. Each quadrant has its first half axis and
