@@ -13,29 +13,35 @@ TPassedSegments::TPassedSegments(const std::vector<TVLine2D>& Lines, double Reac
     FBottom = I == 0 ? Low : std::min(FBottom, Low);
     FTop = I == 0 ? High : std::max(FTop, High);
   }
-  // Cells of the last row are as high as everything together, each row before has half of that.
+  // The one cell of the first row is as high as everything together.
+  int Cells = 1;
+  while (FRowCount < kMostRows && static_cast<std::size_t>(Cells) < Lines.size()) {
+    ++FRowCount;
+    Cells *= 4;
+  }
   const double Height = FTop - FBottom;
-  for (std::size_t Row = 0; Row < kRows; ++Row) {
-    const double Cells = std::ldexp(1.0, static_cast<int>(kRows - 1 - Row));
-    FRows[Row].CellsPerLength =
-        Height > 0.0 && std::isfinite(Cells / Height) ? Cells / Height : 0.0;
+  if (Height > 0.0 && std::isfinite(Cells / Height)) FCellsPerLength = Cells / Height;
+  int FirstCell = 0;
+  for (int Row = 0; Row < FRowCount; ++Row) {
+    const int Shift = 2 * (FRowCount - 1 - Row);
+    FRows[static_cast<std::size_t>(Row)] = {Shift, FirstCell, -1, 0};
+    FirstCell += (Cells >> Shift) + 1;  // the top end has a cell of its own
   }
+  FHeads.assign(static_cast<std::size_t>(FirstCell), -1);
   for (TPlace& Place : FPlaces) {
-    const double Share = Height > 0.0 ? (Place.High - Place.Low) / Height : 1.0;
-    const double Least = std::ldexp(1.0, 1 - static_cast<int>(kRows));
-    Place.Row = kRows - 1;
-    if (Share < 0.5) {
-      const int Halvings = -std::ilogb(std::max(Share, Least)) - 1;
-      Place.Row = kRows - 1 - static_cast<std::size_t>(Halvings);
-    }
-    Place.Cell = CellOf(Place.Low, Place.Row);
+    Place.Row = RowFor(Place.High - Place.Low);
+    const TRow& Row = FRows[static_cast<std::size_t>(Place.Row)];
+    Place.Cell = Row.FirstCell + (FinestCell(Place.Low) >> Row.Shift);
   }
-  std::size_t Slots = 2;
-  while (Slots < Lines.size()) {
-    Slots *= 2;
-    --FShift;
-  }
-  FHeads.assign(Slots, -1);
+}
+
+/// The finest row whose cells are higher. Nearly as high is too high: where an end lies in a cell
+/// is subject to rounding.
+int TPassedSegments::RowFor(double Height) const {
+  const double Cells = Height * FCellsPerLength;  // of the finest row
+  int Row = FRowCount - 1;
+  for (double High = 0.99; Row > 0 && Cells > High; High *= 4.0) --Row;
+  return Row;
 }
 
 void TPassedSegments::Add(int Segment) {
@@ -46,10 +52,11 @@ void TPassedSegments::Add(int Segment) {
     if (Head >= 0) FPlaces[static_cast<std::size_t>(Head)].*Previous = Segment;
     Head = Segment;
   };
-  TRow& Row = FRows[Place.Row];
+  TRow& Row = FRows[static_cast<std::size_t>(Place.Row)];
   ++Row.Count;
+  FOccupied |= std::uint32_t{1} << Place.Row;
   Push(Row.Head, &TPlace::NextInRow, &TPlace::PreviousInRow);
-  Push(FHeads[SlotOf(Place.Cell, Place.Row)], &TPlace::NextInCell, &TPlace::PreviousInCell);
+  Push(FHeads[static_cast<std::size_t>(Place.Cell)], &TPlace::NextInCell, &TPlace::PreviousInCell);
 }
 
 void TPassedSegments::Remove(int Segment) {
@@ -60,10 +67,11 @@ void TPassedSegments::Remove(int Segment) {
     (Before >= 0 ? FPlaces[static_cast<std::size_t>(Before)].*Next : Head) = After;
     if (After >= 0) FPlaces[static_cast<std::size_t>(After)].*Previous = Before;
   };
-  TRow& Row = FRows[Place.Row];
-  --Row.Count;
+  TRow& Row = FRows[static_cast<std::size_t>(Place.Row)];
+  if (--Row.Count == 0) FOccupied &= ~(std::uint32_t{1} << Place.Row);
   Unlink(Row.Head, &TPlace::NextInRow, &TPlace::PreviousInRow);
-  Unlink(FHeads[SlotOf(Place.Cell, Place.Row)], &TPlace::NextInCell, &TPlace::PreviousInCell);
+  Unlink(FHeads[static_cast<std::size_t>(Place.Cell)], &TPlace::NextInCell,
+         &TPlace::PreviousInCell);
 }
 
 }  // namespace tarnalgo

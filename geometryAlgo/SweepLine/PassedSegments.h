@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -13,10 +14,11 @@ namespace tarnalgo {
 /// The segments that the sweep has begun and not yet left behind, found by their range of Y.
 /// Internal to the pages of this unit.
 ///
-/// A segment stands in the list of one cell: rows of cells whose height is a power of two, and in
-/// the row that suits its own height the cell of its lower end. So a look visits, row by row, the
-/// cells that reach into the range asked for, or the whole row where that is shorter.
-/// Cost: `Add`, `Remove` O(1); a look O(rows + visited), rows <= 32.
+/// A segment stands in the list of one cell: rows of cells, each row four times as fine as the one
+/// before, and in the finest row whose cells are higher than the segment the cell of its lower end.
+/// So a look visits, row by row, the cells that reach into the range asked for, or the whole row
+/// where that is shorter.
+/// Cost: O(n) memory for n segments; `Add`, `Remove` O(1); a look O(log n + visited).
 class TPassedSegments {
  public:
   /// Looks find what comes within `Reach`.
@@ -33,6 +35,8 @@ class TPassedSegments {
     const TPlace& Wanted = FPlaces[static_cast<std::size_t>(Segment)];
     const double Low = Wanted.Low - FReach;
     const double High = Wanted.High + FReach;
+    const int LowCell = FinestCell(Low);
+    const int HighCell = FinestCell(High);
     std::int64_t Looked = 0;
     const auto VisitList = [&](int Head, int TPlace::*Next) {
       for (int I = Head; I >= 0;) {
@@ -43,64 +47,56 @@ class TPassedSegments {
         if (Place.Low <= High && Place.High >= Low) Visit(Other);
       }
     };
-    for (std::size_t Row = 0; Row < kRows; ++Row) {
-      if (FRows[Row].Count == 0) continue;
+    for (std::uint32_t Rows = FOccupied; Rows != 0; Rows &= Rows - 1) {
+      const TRow& Row = FRows[static_cast<std::size_t>(std::countr_zero(Rows))];
       // A segment is no higher than a cell of its row: it ends at most one cell above its own.
-      const std::int64_t First = CellOf(Low, Row) - 1;
-      const std::int64_t Last = CellOf(High, Row);
-      if (Last - First >= FRows[Row].Count) {
-        VisitList(FRows[Row].Head, &TPlace::NextInRow);
+      const int First = std::max((LowCell >> Row.Shift) - 1, 0);
+      const int Last = HighCell >> Row.Shift;
+      if (Last - First >= Row.Count) {
+        VisitList(Row.Head, &TPlace::NextInRow);
         continue;
       }
-      for (std::int64_t Cell = First; Cell <= Last; ++Cell) {
-        for (int I = FHeads[SlotOf(Cell, Row)]; I >= 0;) {
-          const TPlace& Place = FPlaces[static_cast<std::size_t>(I)];
-          const int Other = I;
-          I = Place.NextInCell;
-          ++Looked;
-          if (Place.Row != Row || Place.Cell != Cell) continue;  // another cell of the same hash
-          if (Place.Low <= High && Place.High >= Low) Visit(Other);
-        }
+      for (int Cell = First; Cell <= Last; ++Cell) {
+        VisitList(FHeads[static_cast<std::size_t>(Row.FirstCell + Cell)], &TPlace::NextInCell);
       }
     }
     return Looked;
   }
 
  private:
-  static constexpr std::size_t kRows = 32;
+  static constexpr int kMostRows = 14;
 
   struct TPlace {
     double Low = 0.0;
     double High = 0.0;
-    std::int64_t Cell = 0;
-    std::size_t Row = 0;
+    int Cell = 0;  // of FHeads
+    int Row = 0;
     int NextInCell = -1;
     int PreviousInCell = -1;
     int NextInRow = -1;
     int PreviousInRow = -1;
   };
   struct TRow {
-    double CellsPerLength = 0.0;
+    int Shift = 0;  // from the cells of the finest row to those of this one
+    int FirstCell = 0;
     int Head = -1;
     int Count = 0;
   };
 
   // Held within the rows, so that a range of any size, or reach, gives a cell.
-  std::int64_t CellOf(double Y, std::size_t Row) const {
-    return static_cast<std::int64_t>((std::clamp(Y, FBottom, FTop) - FBottom) *
-                                     FRows[Row].CellsPerLength);
+  int FinestCell(double Y) const {
+    return static_cast<int>((std::clamp(Y, FBottom, FTop) - FBottom) * FCellsPerLength);
   }
-  std::size_t SlotOf(std::int64_t Cell, std::size_t Row) const {
-    const std::uint64_t Key = (static_cast<std::uint64_t>(Cell) << 5) + Row;
-    return static_cast<std::size_t>((Key * 0x9E3779B97F4A7C15u) >> FShift);
-  }
+  int RowFor(double Height) const;
 
   double FReach;
   double FBottom = 0.0;
   double FTop = 0.0;
-  unsigned FShift = 63;  // of a hash, to the size of FHeads
-  std::array<TRow, kRows> FRows;
-  std::vector<int> FHeads;
+  double FCellsPerLength = 0.0;  // of the finest row
+  int FRowCount = 1;
+  std::uint32_t FOccupied = 0;  // a bit for each row with segments
+  std::array<TRow, kMostRows> FRows;
+  std::vector<int> FHeads;  // of the cells of all rows
   std::vector<TPlace> FPlaces;
 };
 

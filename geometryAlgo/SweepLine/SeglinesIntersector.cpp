@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 #include "geometryAlgo/VedaType/Point.h"
@@ -41,13 +43,36 @@ struct TPlace {
   int Id;
 };
 
-/// By X, Y, segment: the order of events of one kind.
+/// By X, Y, segment: the order of events of one kind. Buckets of equal width first: places spread
+/// evenly are then sorted already but for a few.
 void SortPlaces(std::vector<TPlace>& Places) {
-  std::sort(Places.begin(), Places.end(), [](const TPlace& A, const TPlace& B) {
+  const auto Precedes = [](const TPlace& A, const TPlace& B) {
     if (A.P.X != B.P.X) return A.P.X < B.P.X;  // exact: an order
     const int Sign = CompareExact(A.P.Y, B.P.Y);
     return Sign != 0 ? Sign < 0 : A.Id < B.Id;
-  });
+  };
+  const auto [Least, Greatest] =
+      std::minmax_element(Places.begin(), Places.end(),
+                          [](const TPlace& A, const TPlace& B) { return A.P.X < B.P.X; });
+  const double Left = Places.empty() ? 0.0 : Least->P.X;
+  const double Count = static_cast<double>(Places.size());
+  const double PerLength = Places.empty() ? 0.0 : Count / (Greatest->P.X - Left);
+  if (!std::isfinite(PerLength)) return std::sort(Places.begin(), Places.end(), Precedes);
+  const auto BucketOf = [&](const TPlace& Place) {
+    return static_cast<std::size_t>((Place.P.X - Left) * PerLength);
+  };
+  std::vector<std::uint32_t> Ends(Places.size() + 2, 0);  // of the buckets, once all are filled
+  for (const TPlace& Place : Places) ++Ends[BucketOf(Place) + 1];
+  std::partial_sum(Ends.begin(), Ends.end(), Ends.begin());
+  std::vector<TPlace> Sorted(Places.size());
+  for (const TPlace& Place : Places) Sorted[Ends[BucketOf(Place)]++] = Place;
+  Places.swap(Sorted);
+  auto First = Places.begin();
+  for (std::size_t Bucket = 0; Bucket + 1 < Ends.size(); ++Bucket) {
+    const auto Last = Places.begin() + Ends[Bucket];
+    if (Last - First > 1) std::sort(First, Last, Precedes);
+    First = Last;
+  }
 }
 
 }  // namespace
@@ -119,6 +144,8 @@ std::vector<TSeglineIntersectInfo> TSeglinesIntersector::GetIntersectInfosBySwee
 }
 
 std::vector<TSeglineIntersectInfo> TSeglinesIntersector::GetResult() {
+  FResult.reserve(FLines.size());
+  FRecords.reserve(FLines.size());
   // A segment is no sooner started than ended, nor has a crossing before both: when the ends have
   // run out, everything has.
   for (bool IsConsistent = true; IsConsistent && FNextEnd < FEnds.size();) {
