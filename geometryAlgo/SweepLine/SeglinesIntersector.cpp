@@ -51,9 +51,8 @@ void SortPlaces(std::vector<TPlace>& Places) {
     const int Sign = CompareExact(A.P.Y, B.P.Y);
     return Sign != 0 ? Sign < 0 : A.Id < B.Id;
   };
-  const auto [Least, Greatest] =
-      std::minmax_element(Places.begin(), Places.end(),
-                          [](const TPlace& A, const TPlace& B) { return A.P.X < B.P.X; });
+  const auto [Least, Greatest] = std::minmax_element(
+      Places.begin(), Places.end(), [](const TPlace& A, const TPlace& B) { return A.P.X < B.P.X; });
   const double Left = Places.empty() ? 0.0 : Least->P.X;
   const double Count = static_cast<double>(Places.size());
   const double PerLength = Places.empty() ? 0.0 : Count / (Greatest->P.X - Left);
