@@ -1,17 +1,13 @@
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
+#include "geometryAlgo/SweepLine/OrderSearch.h"
 #include "geometryAlgo/SweepLine/SeglinesIntersector.h"
-#include "geometryAlgo/SweepLine/StripSearch.h"
 #include "geometryAlgo/VedaType/Point.h"
 
 namespace tarnalgo {
 
 namespace {
-
-/// Looks into the passed set for each segment and each meeting: beyond, strips are faster.
-constexpr std::int64_t kMostLooks = 128;
 
 const TPoint2D& Later(const TPoint2D& A, const TPoint2D& B) {
   return TPoint2DUtils::CompareByXY(A, B) < 0 ? B : A;
@@ -128,8 +124,8 @@ void TSeglinesIntersector::IntersectWithPassedSegs(TRank Seg, const TNode* Below
     if (Passed != Tested1 && Passed != Tested2) TestPassedSeg(Passed, Seg);
   });
   FPassed.Add(Seg);
-  const auto Useful = static_cast<std::int64_t>(FLines.size() + FRecords.size());
-  if (FLooked > kMostLooks * Useful) TestAllByStrips();
+  const auto Useful = static_cast<std::int64_t>(Index(Seg) + FRecords.size());
+  if (FLooked > kMostLooksInVain + kMostLooks * Useful) TestAllInOrder();
 }
 
 /// A meeting at the sweep point, or with a segment that has ended, is recorded at once.
@@ -143,15 +139,16 @@ void TSeglinesIntersector::TestPassedSeg(TRank Passed, TRank Seg) {
   }
 }
 
-/// Tests all pairs that strips find, those of segments to come included. A meeting between the end
-/// of one segment and the start of the other has no place for an event and is recorded at once.
-void TSeglinesIntersector::TestAllByStrips() {
+/// Tests all pairs of which the search in exact order tells, those of segments to come included. A
+/// meeting between the end of one segment and the start of the other has no place for an event and
+/// is recorded at once.
+void TSeglinesIntersector::TestAllInOrder() {
   FAllPairsTested = true;
-  std::vector<int> Segments(FLines.size());
-  std::iota(Segments.begin(), Segments.end(), 0);
-  TStripSearch::VisitPairs(FLines, Segments, FTolerance, [&](TRank A, TRank B) {
+  FMeets.resize(FLines.size(), false);
+  TOrderSearch::VisitPairs(FLines, FTolerance, [&](TRank A, TRank B) {
     TMeeting Meeting;
     if (!TestCross(A, B, Meeting) || FindRecord(A, B) >= 0) return;
+    FMeets[Index(A)] = FMeets[Index(B)] = true;
     const TPoint2D Low = Later(Later(Line(A).StartPoint, Line(B).StartPoint), FSweepPoint);
     const TPoint2D High = Earlier(Line(A).EndPoint, Line(B).EndPoint);
     if (TPoint2DUtils::CompareByXY(High, Low) < 0) {

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <limits>
-#include <numeric>
 #include <utility>
 
+#include "geometryAlgo/SweepLine/SegmentEnds.h"
 #include "geometryAlgo/VedaType/Point.h"
 
 namespace tarnalgo {
@@ -30,48 +29,10 @@ double GreatestCoordinate(const std::vector<TVLine2D>& Lines) {
 
 /// 1 for coordinates of sensible size, else the power of two that brings the greatest near 1.
 double ScaleFor(double Greatest) {
-  constexpr int kSensible = 300;  // products of three are then far from the range of a double
   if (!(Greatest > 0.0)) return 1.0;
   const int Exponent = std::ilogb(Greatest);
-  if (std::abs(Exponent) <= kSensible) return 1.0;
+  if (std::abs(Exponent) <= kUnscaledExponent) return 1.0;
   return std::ldexp(1.0, std::min(-Exponent, 1000));
-}
-
-/// A start or an end of the segment `Id` of the caller.
-struct TPlace {
-  TPoint2D P;
-  int Id;
-};
-
-/// By X, Y, segment: the order of events of one kind. Buckets of equal width first: places spread
-/// evenly are then sorted already but for a few.
-void SortPlaces(std::vector<TPlace>& Places) {
-  const auto Precedes = [](const TPlace& A, const TPlace& B) {
-    if (A.P.X != B.P.X) return A.P.X < B.P.X;  // exact: an order
-    const int Sign = CompareExact(A.P.Y, B.P.Y);
-    return Sign != 0 ? Sign < 0 : A.Id < B.Id;
-  };
-  const auto [Least, Greatest] = std::minmax_element(
-      Places.begin(), Places.end(), [](const TPlace& A, const TPlace& B) { return A.P.X < B.P.X; });
-  const double Left = Places.empty() ? 0.0 : Least->P.X;
-  const double Count = static_cast<double>(Places.size());
-  const double PerLength = Places.empty() ? 0.0 : Count / (Greatest->P.X - Left);
-  if (!std::isfinite(PerLength)) return std::sort(Places.begin(), Places.end(), Precedes);
-  const auto BucketOf = [&](const TPlace& Place) {
-    return static_cast<std::size_t>((Place.P.X - Left) * PerLength);
-  };
-  std::vector<std::uint32_t> Ends(Places.size() + 2, 0);  // of the buckets, once all are filled
-  for (const TPlace& Place : Places) ++Ends[BucketOf(Place) + 1];
-  std::partial_sum(Ends.begin(), Ends.end(), Ends.begin());
-  std::vector<TPlace> Sorted(Places.size());
-  for (const TPlace& Place : Places) Sorted[Ends[BucketOf(Place)]++] = Place;
-  Places.swap(Sorted);
-  auto First = Places.begin();
-  for (std::size_t Bucket = 0; Bucket + 1 < Ends.size(); ++Bucket) {
-    const auto Last = Places.begin() + Ends[Bucket];
-    if (Last - First > 1) std::sort(First, Last, Precedes);
-    First = Last;
-  }
 }
 
 }  // namespace
@@ -101,11 +62,10 @@ TSeglinesIntersector::TSeglinesIntersector(const std::vector<TVLine2D>& Lines, d
 
 // Segments that are not finite are left out: they have no events.
 void TSeglinesIntersector::TakeLines(const std::vector<TVLine2D>& Lines, double Tolerance) {
-  constexpr double kGreatestTolerance = 1e100;  // its products stay in range
   FScale = ScaleFor(GreatestCoordinate(Lines));
   if (Tolerance > 0.0) FTolerance = std::min(Tolerance * FScale, kGreatestTolerance);
   FTest = TMeetingTest(FTolerance);
-  std::vector<TPlace> Starts;
+  std::vector<TSegmentEnd> Starts;
   Starts.reserve(Lines.size());
   for (std::size_t I = 0; I < Lines.size(); ++I) {
     if (!IsFinite(Lines[I])) continue;
@@ -113,10 +73,10 @@ void TSeglinesIntersector::TakeLines(const std::vector<TVLine2D>& Lines, double 
     const TPoint2D& Start = IsForward ? Lines[I].StartPoint : Lines[I].EndPoint;
     Starts.push_back({Start * FScale, static_cast<int>(I)});
   }
-  SortPlaces(Starts);
+  SortSegmentEnds(Starts);
   FLines.reserve(Starts.size());
   FSources.reserve(Starts.size());
-  for (const TPlace& Start : Starts) {
+  for (const TSegmentEnd& Start : Starts) {
     const TVLine2D& Given = Lines[Index(Start.Id)];
     TVLine2D Seg(Given.StartPoint * FScale, Given.EndPoint * FScale);
     if (TPoint2DUtils::CompareByXY(Seg.StartPoint, Seg.EndPoint) > 0) Seg = Seg.ReverseDirection();
@@ -127,12 +87,12 @@ void TSeglinesIntersector::TakeLines(const std::vector<TVLine2D>& Lines, double 
 }
 
 void TSeglinesIntersector::SortEnds() {
-  std::vector<TPlace> Ends;
+  std::vector<TSegmentEnd> Ends;
   Ends.reserve(FLines.size());
   for (std::size_t I = 0; I < FLines.size(); ++I) Ends.push_back({FLines[I].EndPoint, FSources[I]});
-  SortPlaces(Ends);
+  SortSegmentEnds(Ends);
   FEnds.reserve(Ends.size());
-  for (const TPlace& End : Ends) FEnds.push_back(FRanks[Index(End.Id)]);
+  for (const TSegmentEnd& End : Ends) FEnds.push_back(FRanks[Index(End.Id)]);
 }
 
 // --- The sweep ---
@@ -184,6 +144,7 @@ std::uint8_t TSeglinesIntersector::NextKind() const {
 // start is the only place where neighbours can meet for the first time.
 void TSeglinesIntersector::TreatStart(TRank Seg) {
   FSweepPoint = Line(Seg).StartPoint;
+  if (FAllPairsTested && !FMeets[Index(Seg)]) return;  // no event will ask for it
   TNode* const Node = FStatus.Insert(Seg, Seg);
   FNodes[Index(Seg)] = Node;
   const TNode* const Below = TStatus::PreviousNode(Node);

@@ -25,7 +25,7 @@ namespace tarnalgo {
 /// against all those begun before it that come near its range of Y: no pair is lost because the
 /// order of the sweep is in doubt, as it is where many segments run within the tolerance. Where
 /// that means too many tests in vain, as among long segments whose boxes all overlap, the pairs
-/// are sought once by strips instead (`TStripSearch`), as completely.
+/// are sought once by a sweep in exact order instead (`TOrderSearch`), as completely.
 ///
 /// A segment may be a point. A segment that is not finite meets nothing. Coordinates may be as
 /// large, or as small, as a double holds.
@@ -33,8 +33,8 @@ namespace tarnalgo {
 /// `SecondTolerance`, an angle (radians, period π): which directions count as the same.
 /// Ties: records come in the order of the sweep, which for meetings at one point is unspecified.
 /// Ownership: keeps copies of the segments; the result is the caller's.
-/// Cost: O((n + k) log² n) time, O(n + k) memory: n segments, k pairs that meet or come within
-/// about ten tolerances.
+/// Cost: O((n + k) log n) time, O(n + k) memory: n segments, k pairs that meet or come within a
+/// few tolerances.
 class TSeglinesIntersector {
  public:
   /// What orders an event.
@@ -159,7 +159,7 @@ class TSeglinesIntersector {
   void IntersectWithPassedSegs(TRank Seg, const TNode* Below, const TNode* Above);
   void TestPassedSeg(TRank Passed, TRank Seg);
   void ForgetEndedSegs();
-  void TestAllByStrips();
+  void TestAllInOrder();
 
   std::vector<TVLine2D> FLines;  // the finite ones, turned forward, times FScale, by their starts
   std::vector<int> FSources;     // positions in the caller's list
@@ -185,7 +185,8 @@ class TSeglinesIntersector {
   TPassedSegments FPassed{{}, 0.0};
   std::size_t FNextForgotten = 0;  // in FEnds: from there on ended segments are still in FPassed
   std::int64_t FLooked = 0;        // segments of FPassed looked at
-  bool FAllPairsTested = false;    // by strips; FPassed is no longer asked
+  bool FAllPairsTested = false;    // in exact order; FPassed is no longer asked
+  std::vector<bool> FMeets;        // then: the segment has a record
 
   std::vector<TRecord> FRecords;
   THashIndex FRecordIndex;   // the dictionary, by `GetCrossRecordID`

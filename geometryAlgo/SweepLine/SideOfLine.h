@@ -11,4 +11,8 @@ namespace tarnalgo {
 /// determinant as an exact sum. For coordinates below 2^400.
 int SideOfLine(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C);
 
+/// Twice the area of the triangle, positive when `C` is left of A→B: of the exact sign, and within
+/// 2^-28 of itself.
+double RoundedSide(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C);
+
 }  // namespace tarnalgo

@@ -113,6 +113,25 @@ inline constexpr double kShortArcChord = 1e-3;
 /// Length: transitions are not looked for beyond; squares of lengths stay within a double.
 inline constexpr double kLargestPoseCoordinate = 1e150;
 
+/// Length: a tolerance of the segment sweep counts as this at most; its products stay within a
+/// double.
+inline constexpr double kGreatestTolerance = 1e100;
+
+/// Binary exponent: coordinates beyond 2^300 or below 2^-300 are scaled by the segment sweep, so that
+/// products of three stay far within a double.
+inline constexpr int kUnscaledExponent = 300;
+
+/// Counts: how many segments the segment sweep looks at, for each that has started or met another,
+/// and in vain besides, before it seeks all pairs in exact order.
+inline constexpr int kMostLooks = 32;
+inline constexpr int kMostLooksInVain = 16384;
+
+/// Binary exponents, shares of the greatest coordinate: where the sweep in exact order looks further
+/// by as much as rounding may have put neighbours out of order, and of a segment's length: by how
+/// much it expects a crossing too early.
+inline constexpr int kOrderSlackExponent = -44;
+inline constexpr int kEarlyCrossingExponent = -26;
+
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
 

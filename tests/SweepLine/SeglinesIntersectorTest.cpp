@@ -135,7 +135,8 @@ TEST(TSeglinesIntersector, FindsThePairsOfTheExactOracleEachOnce) {
   }
 }
 
-// Long lines whose boxes all overlap: too many tests by boxes, so that strips take over.
+// Long lines whose boxes all overlap: too many tests by boxes, so that the search in exact order takes
+// over.
 TEST(TSeglinesIntersector, FindsThePairsOfAHatch) {
   std::mt19937 Random(5);
   const auto Noise = [&](int Most) { return test::RandomInt(Random, -Most, Most); };
