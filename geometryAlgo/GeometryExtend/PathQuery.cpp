@@ -179,7 +179,7 @@ double TPathUtils::Area(const TPath& Path, bool Absolute) {
   TWideSum Twice;
   Twice.Add(Cross(Path.back(), Path.front()));
   for (std::size_t I = 1; I < Path.size(); ++I) Twice.Add(Cross(Path[I - 1], Path[I]));
-  const auto Result = static_cast<double>(Twice.Value() * 0.5L);
+  const double Result = Twice.Value() * 0.5;
   return Absolute ? std::abs(Result) : Result;
 }
 

@@ -1,5 +1,6 @@
 #pragma once  // geometryAlgo/GeometryExtend/WideInteger.h
 
+#include <cmath>
 #include <cstdint>
 #include <polyclipping/clipper.hpp>
 
@@ -35,15 +36,15 @@ class TWideSum {
     FHigh += static_cast<TInt128>(Term >> 64);
     FLow += static_cast<std::uint64_t>(Term);
   }
-  /// The sum, rounded.
-  long double Value() const {
+  /// The sum, rounded once.
+  double Value() const {
     const TInt128 High = FHigh + static_cast<TInt128>(FLow >> 64);
     const auto Low = static_cast<std::uint64_t>(FLow);
-    if (High == 0 || High == -1) {  // within 128 bits: a small negative sum must not cancel
-      return static_cast<long double>(
-          static_cast<TInt128>(static_cast<TUInt128>(High) << 64 | Low));
+    if (High == static_cast<std::int64_t>(High)) {  // within 128 bits
+      return static_cast<double>(static_cast<TInt128>(static_cast<TUInt128>(High) << 64 | Low));
     }
-    return static_cast<long double>(High) * 18446744073709551616.0L + static_cast<long double>(Low);
+    // The lowest bit that is kept stands for all below it: far under the last digit of a double.
+    return std::ldexp(static_cast<double>(High | static_cast<TInt128>(Low != 0)), 64);
   }
 
  private:
