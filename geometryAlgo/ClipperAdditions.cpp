@@ -41,21 +41,25 @@ using ClipperLib::cInt;
 constexpr bool kHasExtended =
     std::numeric_limits<long double>::digits > std::numeric_limits<double>::digits;
 
-/// The product in extended precision, rounded. Where there is no wider format the rest that the
-/// double product leaves decides halves.
+/// The exact product, rounded, where there is no format wider than double: what the double product
+/// leaves decides halves, and counts itself where doubles lie more than 1 apart.
+cInt RoundedByRest(double Value, double Scale) {
+  const double Near = Value * Scale;
+  const double Rest = std::fma(Value, Scale, -Near);
+  const double Whole = std::floor(Near);
+  if (Near - Whole != 0.5 || Rest == 0.0) return std::llrint(Near) + std::llrint(Rest);
+  return std::llrint(Rest > 0.0 ? Whole + 1.0 : Whole);
+}
+
+/// The product in extended precision, rounded.
 cInt RoundedProduct(double Value, double Scale) {
   constexpr long double kGreatest = static_cast<long double>(ClipperLib::hiRange);
   const long double Product = static_cast<long double>(Value) * Scale;
   if (std::isnan(Product)) return 0;
-  const long double Held = std::clamp(Product, -kGreatest, kGreatest);
-  if constexpr (!kHasExtended) {
-    const double Near = static_cast<double>(Held);
-    const double Rest = std::fma(Value, Scale, -Near);
-    if (std::abs(Near - std::trunc(Near)) == 0.5 && Rest != 0.0) {
-      return std::llrint(Rest > 0.0 ? std::ceil(Near) : std::floor(Near));
-    }
+  if (!(std::abs(Product) < kGreatest)) {
+    return Product < 0.0L ? -ClipperLib::hiRange : ClipperLib::hiRange;
   }
-  return std::llrintl(Held);
+  return kHasExtended ? std::llrintl(Product) : RoundedByRest(Value, Scale);
 }
 
 /// Adding 1.5 · 2^52 leaves no bits for a fraction: the sum is rounded to an integer, halves to

@@ -1,6 +1,5 @@
 #pragma once  // geometryAlgo/GeometryExtend/RoundedPoint.h
 
-#include <algorithm>
 #include <cmath>
 #include <polyclipping/clipper.hpp>
 
@@ -11,7 +10,9 @@ namespace tarnalgo {
 inline ClipperLib::IntPoint RoundedPoint(long double X, long double Y) {
   const auto Rounded = [](long double Value) -> ClipperLib::cInt {
     constexpr auto kGreatest = static_cast<long double>(ClipperLib::hiRange);
-    return std::isnan(Value) ? 0 : std::llrintl(std::clamp(Value, -kGreatest, kGreatest));
+    if (std::isnan(Value)) return 0;
+    if (std::abs(Value) < kGreatest) return std::llrintl(Value);
+    return Value < 0.0L ? -ClipperLib::hiRange : ClipperLib::hiRange;
   };
   return ClipperLib::IntPoint(Rounded(X), Rounded(Y));
 }
