@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <polyclipping/clipper.hpp>
 
 #include "geometryAlgo/GeometryExtend/PathUtils.h"
@@ -11,33 +12,52 @@ namespace tarnalgo {
 
 namespace {
 
+/// The path as a ring: of equal neighbours, round the end too, one.
+TPath WithoutRepeats(const TPath& Path) {
+  TPath Ring;
+  std::unique_copy(Path.begin(), Path.end(), std::back_inserter(Ring));
+  while (Ring.size() > 1 && Ring.back() == Ring.front()) Ring.pop_back();
+  return Ring;
+}
+
 /// A ring relative to the mean of its vertices, for `IsCongruent`.
 class TCentredRing {
  public:
   explicit TCentredRing(const TPath& Path) {
-    const std::size_t Count =
-        Path.size() > 1 && TPathUtils::IsClosed(Path) ? Path.size() - 1 : Path.size();
+    const TPath Ring = WithoutRepeats(Path);
     TExtPoint2D Sum;
-    for (std::size_t I = 0; I < Count; ++I) Sum = Sum + At(Path[I]);
-    for (std::size_t I = 0; I < Count; ++I) {
-      FVertices.push_back(At(Path[I]) - Sum * (1.0L / static_cast<long double>(Count)));
+    for (const TIntPoint& P : Ring) Sum = Sum + At(P);
+    for (const TIntPoint& P : Ring) {
+      FVertices.push_back(At(P) - Sum * (1.0L / static_cast<long double>(Ring.size())));
       FRadii.push_back(FVertices.back().Mag());
     }
+    MeasureEdges();
   }
 
   std::size_t Count() const { return FVertices.size(); }
-  const TExtPoint2D& Vertex(std::size_t I) const { return FVertices[I]; }
-  long double Radius(std::size_t I) const { return FRadii[I]; }
   void Reverse() {
     std::reverse(FVertices.begin(), FVertices.end());
     std::reverse(FRadii.begin(), FRadii.end());
+    MeasureEdges();
+  }
+
+  /// The vertices can be paired so that each is as far from the centre as its partner: by size.
+  bool HasSizesOf(const TCentredRing& Other, long double Tolerance) const {
+    std::vector<long double> Mine = FRadii;
+    std::vector<long double> Others = Other.FRadii;
+    std::sort(Mine.begin(), Mine.end());
+    std::sort(Others.begin(), Others.end());
+    return std::equal(Mine.begin(), Mine.end(), Others.begin(), Others.end(),
+                      [Tolerance](long double A, long double B) {  // NaN is no match
+                        return std::abs(A - B) <= Tolerance;
+                      });
   }
 
   /// Some turn about the centre brings the vertices onto those of `Other`, pairwise from some
   /// vertex of it on.
   bool FitsOnto(const TCentredRing& Other, long double Tolerance) const {
     for (std::size_t Start = 0; Start < Count(); ++Start) {
-      if (HasRadiiOf(Other, Start, Tolerance) && FitsFrom(Other, Start, Tolerance)) return true;
+      if (HasLengthsOf(Other, Start, Tolerance) && FitsFrom(Other, Start, Tolerance)) return true;
     }
     return false;
   }
@@ -50,10 +70,19 @@ class TCentredRing {
     return I + Start < Count() ? I + Start : I + Start - Count();
   }
 
-  /// Quick refusal: a turn keeps every vertex at its distance from the centre.
-  bool HasRadiiOf(const TCentredRing& Other, std::size_t Start, long double Tolerance) const {
+  void MeasureEdges() {
+    FEdges.clear();
     for (std::size_t I = 0; I < Count(); ++I) {
-      if (!(std::abs(FRadii[I] - Other.FRadii[Partner(I, Start)]) <= Tolerance)) return false;
+      FEdges.push_back((FVertices[Partner(I, 1)] - FVertices[I]).Mag());
+    }
+  }
+
+  /// Quick refusal: a turn keeps every vertex at its distance from the centre, and from the next.
+  bool HasLengthsOf(const TCentredRing& Other, std::size_t Start, long double Tolerance) const {
+    for (std::size_t I = 0; I < Count(); ++I) {
+      const std::size_t J = Partner(I, Start);
+      if (!(std::abs(FRadii[I] - Other.FRadii[J]) <= Tolerance)) return false;
+      if (!(std::abs(FEdges[I] - Other.FEdges[J]) <= 2.0L * Tolerance)) return false;
     }
     return true;
   }
@@ -78,6 +107,7 @@ class TCentredRing {
 
   std::vector<TExtPoint2D> FVertices;
   std::vector<long double> FRadii;
+  std::vector<long double> FEdges;  // lengths, each from the vertex of its position
 };
 
 }  // namespace
@@ -98,7 +128,7 @@ int TPathUtils::ComparePath(const TPath& A, const TPath& B) {
 bool TPathUtils::IsCongruent(const TPath& A, const TPath& B, double Tolerance) {
   const TCentredRing RingA(A);
   TCentredRing RingB(B);
-  if (RingA.Count() != RingB.Count()) return false;
+  if (!RingA.HasSizesOf(RingB, Tolerance)) return false;
   if (RingA.Count() == 0 || RingA.FitsOnto(RingB, Tolerance)) return true;
   RingB.Reverse();
   return RingA.FitsOnto(RingB, Tolerance);
