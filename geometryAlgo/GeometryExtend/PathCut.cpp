@@ -37,7 +37,11 @@ class TPathCutter {
     MergeSort(FPlaces, TPathUtils::TParamComparer());
     for (const TPathUtils::TTempRec& Place : FPlaces) CutAt(Place);
     for (; FNextVertex < FPath.size(); ++FNextVertex) Append(FPath[FNextVertex]);
-    if (HasLength(FPart) || FParts.empty()) FParts.push_back(std::move(FPart));
+    if (HasLength(FPart) || FParts.empty()) {
+      FParts.push_back(std::move(FPart));
+    } else {
+      FIsSeamCut = true;  // nothing of a length comes after the last cut
+    }
     JoinAcrossSeam();
     return std::move(FParts);
   }
@@ -72,12 +76,14 @@ class TPathCutter {
   /// lies between this place and the one before.
   void CutAt(const TPathUtils::TTempRec& Place) {
     const TIntPoint P(Place.Point.X, Place.Point.Y);
-    if (Place.Param == 0.0 || Place.Param == LastParam()) FIsSeamCut = true;
     for (; static_cast<double>(FNextVertex) <= Place.Param; ++FNextVertex) {
       Append(FPath[FNextVertex]);
     }
     if (FPart.back() != P) Append(P);
-    if (!HasLength(FPart)) return;
+    if (!HasLength(FPart)) {
+      if (FParts.empty()) FIsSeamCut = true;  // at the start, or at one of several points there
+      return;
+    }
     FParts.push_back(std::exchange(FPart, {P}));
   }
 

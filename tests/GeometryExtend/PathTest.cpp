@@ -58,6 +58,9 @@ TEST(TPathUtils, AreaOfTheLargestSquareIsExactAndKeepsItsSign) {
   EXPECT_EQ(-0.5, TPathUtils::Area(Sliver, false));
   EXPECT_EQ(0.5, TPathUtils::Area(Sliver, true));
   EXPECT_EQ(0.0, TPathUtils::Area({{0, 0}, {5, 5}}, true));
+  // Twice the area is 2^65 + 2^12 + 1: rounding in extended precision first would lose the 1.
+  const TPath Triangle{{0, 0}, {1LL << 33, -1}, {4097, 1LL << 32}};
+  EXPECT_EQ(std::ldexp(1.0, 64) + 4096.0, TPathUtils::Area(Triangle, false));
 }
 
 TEST(TPathUtils, SetsTheSenseOfEachPathOrOfAllByTheFirst) {
@@ -240,6 +243,8 @@ TEST(PathComparison, FindsMovedCopiesCongruentAndMirroredOnesNot) {
     EXPECT_FALSE(TPathUtils::IsCongruent(Path, Copy));
   }
   EXPECT_TRUE(TPathUtils::IsCongruent({}, {}));
+  // One stroke, repeating its start or its end.
+  EXPECT_TRUE(TPathUtils::IsCongruent({{0, 0}, {50, 9}, {0, 0}}, {{50, 9}, {0, 0}, {0, 0}}));
   EXPECT_FALSE(TPathUtils::IsCongruent(Box(0, 0, 9), Box(0, 0, 14)));
 }
 
@@ -267,6 +272,11 @@ TEST(PathCutting, CutsWhereThePathsMeet) {
       ElementsAre(TPath{{0, 0}, {10, 0}}, TPath{{10, 0}, {20, 0}}, TPath{{20, 0}, {30, 0}}));
   EXPECT_THAT(TPathUtils::CutByPaths(Square, {{{-5, -5}, {0, 0}}, {{90, 9}}}), ElementsAre(Square));
   EXPECT_THAT(TPathUtils::CutByPath({}, Bar), IsEmpty());
+  // Several points at the seam, only one of which is found to meet the cutter.
+  const TPath Doubled{{0, 0}, {0, 0}, {40, 0}, {40, 40}, {0, 40}, {0, 0}, {0, 0}};
+  EXPECT_THAT(
+      TPathUtils::CutByPath(Doubled, {{-5, -5}, {50, 50}}),
+      ElementsAre(TPath{{0, 0}, {0, 0}, {40, 0}, {40, 40}}, TPath{{40, 40}, {0, 40}, {0, 0}}));
 }
 
 TEST(PathCutting, LosesNothing) {
