@@ -1,9 +1,11 @@
+#include <algorithm>
 #include <memory>
 #include <polyclipping/clipper.hpp>
 #include <utility>
 
 #include "geometryAlgo/ClipperCall.h"
 #include "geometryAlgo/GeometryExtend/PathUtils.h"
+#include "geometryAlgo/GeometryExtend/RingLoops.h"
 
 namespace tarnalgo {
 
@@ -11,6 +13,42 @@ namespace {
 
 std::unique_ptr<TVPolyline2D> MakePolyline(const TPath& Path, double Scale) {
   return std::make_unique<TVPolyline2D>(Path, Scale);
+}
+
+/// A contour that does not touch itself.
+struct TLoop {
+  explicit TLoop(TPath&& Path)
+      : Ring(std::move(Path)),
+        Box(TPathUtils::IntBoundbox(Ring)),
+        Area(TPathUtils::Area(Ring, true)) {}
+
+  /// The first vertex off this loop decides; where all lie on it, the first middle of an edge does,
+  /// looked at in half units.
+  bool Holds(const TLoop& Other) const {
+    if (!TPathUtils::PointInRect(Other.Ring.front(), Box)) return false;
+    for (const TIntPoint& P : Other.Ring) {
+      const TShapeRelation Relation = TPathUtils::RelationWithPoint(Ring, P);
+      if (Relation != srOn) return Relation == srIn;
+    }
+    TPath Doubled = Ring;
+    for (TIntPoint& P : Doubled) P = P + P;
+    TIntPoint Before = Other.Ring.back();
+    for (const TIntPoint& P : Other.Ring) {
+      const TShapeRelation Relation = TPathUtils::RelationWithPoint(Doubled, Before + P);
+      if (Relation != srOn) return Relation == srIn;
+      Before = P;
+    }
+    return true;
+  }
+
+  TPath Ring;
+  TIntRect Box;
+  double Area;
+};
+
+void SortLargestFirst(std::vector<TLoop>& Loops) {
+  std::stable_sort(Loops.begin(), Loops.end(),
+                   [](const TLoop& A, const TLoop& B) { return A.Area > B.Area; });
 }
 
 /// Splits the contours of one region where they touch or cross themselves and puts the pieces
@@ -22,67 +60,52 @@ class TRegionSplitter {
   /// A hole that touches itself may enclose material.
   void SplitHole(const TPath& Contour) { Split(Contour, FHoles, FPieces); }
 
-  /// Each piece with the holes in it.
+  /// Each piece with the holes in it, the largest piece first.
   TPathsList Regions() {
+    SortLargestFirst(FPieces);
     TPathsList List;
-    std::vector<TIntRect> Boxes;
-    for (const TPath& Piece : FPieces) {
-      List.push_back({Piece});
-      Boxes.push_back(TPathUtils::IntBoundbox(Piece));
-    }
-    for (TPath& Hole : FHoles) {
-      const std::size_t Owner = SmallestAround(Hole, Boxes);
-      if (Owner < List.size()) List[Owner].push_back(std::move(Hole));
+    for (const TLoop& Piece : FPieces) List.push_back({Piece.Ring});
+    for (TLoop& Hole : FHoles) {
+      for (std::size_t I = FPieces.size(); I-- > 0;) {  // the smallest around it
+        if (!FPieces[I].Holds(Hole)) continue;
+        List[I].push_back(std::move(Hole.Ring));
+        break;
+      }
     }
     return List;
   }
 
  private:
-  static void Split(const TPath& Contour, TPaths& Inner, TPaths& Left) {
+  /// Loops within an even number of others enclose what the contour does. The sense of the library's
+  /// answer does not tell: loops that it parts from one another may come the wrong way round.
+  static void Split(const TPath& Contour, std::vector<TLoop>& Inner, std::vector<TLoop>& Left) {
     TPaths Parts;
     CallClipper("TPathUtils.CreateStrictSimpleHPolygon",
                 [&] { ClipperLib::SimplifyPolygon(Contour, Parts); });
-    for (TPath& Part : Parts) {
-      TPaths& Target = ClipperLib::Orientation(Part) ? Inner : Left;
-      TPathUtils::SetIsClockwise(Part, false);
-      Target.push_back(std::move(Part));
-    }
-  }
-
-  std::size_t SmallestAround(const TPath& Hole, const std::vector<TIntRect>& Boxes) const {
-    std::size_t Owner = FPieces.size();
-    double Least = kStartOfMinimum;
-    for (std::size_t I = 0; I < FPieces.size(); ++I) {
-      if (!TPathUtils::PointInRect(Hole.front(), Boxes[I]) || !IsWithin(Hole, FPieces[I])) continue;
-      const double Area = TPathUtils::Area(FPieces[I], true);
-      if (Area < Least) {
-        Least = Area;
-        Owner = I;
+    std::vector<TLoop> Loops;
+    for (const TPath& Part : Parts) {
+      for (TPath& Ring : LoopsOfRing(Part)) {
+        TPathUtils::SetIsClockwise(Ring, false);
+        Loops.emplace_back(std::move(Ring));
       }
     }
-    return Owner;
+    std::erase_if(Loops, [](const TLoop& Loop) { return Loop.Area == 0.0; });
+    SortLargestFirst(Loops);
+    std::vector<bool> IsInner;
+    for (std::size_t I = 0; I < Loops.size(); ++I) {
+      bool IsEven = true;
+      for (std::size_t J = 0; J < I; ++J) {
+        if (Loops[J].Holds(Loops[I])) IsEven = !IsEven;
+      }
+      IsInner.push_back(IsEven);
+    }
+    for (std::size_t I = 0; I < Loops.size(); ++I) {
+      (IsInner[I] ? Inner : Left).push_back(std::move(Loops[I]));
+    }
   }
 
-  /// The first vertex off the outline decides; where all lie on it, the first middle of an edge
-  /// does, looked at in half units.
-  static bool IsWithin(const TPath& Hole, const TPath& Piece) {
-    for (const TIntPoint& P : Hole) {
-      const TShapeRelation Relation = TPathUtils::RelationWithPoint(Piece, P);
-      if (Relation != srOn) return Relation == srIn;
-    }
-    TPath Doubled = Piece;
-    for (TIntPoint& P : Doubled) P = P + P;
-    TIntPoint Before = Hole.back();
-    for (const TIntPoint& P : Hole) {
-      const TShapeRelation Relation = TPathUtils::RelationWithPoint(Doubled, Before + P);
-      if (Relation != srOn) return Relation == srIn;
-      Before = P;
-    }
-    return true;
-  }
-
-  TPaths FPieces;
-  TPaths FHoles;
+  std::vector<TLoop> FPieces;
+  std::vector<TLoop> FHoles;
 };
 
 }  // namespace

@@ -290,10 +290,11 @@ class TPathUtils {
   /// points that differ, X then Y. 0 only for equal paths.
   static int ComparePath(const TPath& A, const TPath& B);
   /// The rings are one shape in two places: a turn and a shift bring each vertex of `A` within
-  /// `Tolerance` (integer units) of its partner in `B`. Start, sense and closing repeat do not
+  /// `Tolerance` (integer units) of its partner in `B`. Start, sense and repeated points do not
   /// matter; a mirror image is not congruent (sheet has a good side), and vertices on straight ways
   /// count. The fit is the one of least squares.
-  /// Cost: O(n) for shapes as they occur, O(n²) where many vertices look alike and none fits.
+  /// Cost: O(n log n) for shapes as they occur, O(n²) where many vertices and their edges look
+  /// alike and none fits.
   static bool IsCongruent(const TPath& A, const TPath& B, double Tolerance = kCongruenceTolerance);
   /// The turn of the ring at a vertex in (−π, π], left positive, π where it goes back the way it
   /// came. Equal neighbours are passed over; 0 when all points are equal.
@@ -349,11 +350,13 @@ class TPathUtils {
   /// A polygon for each outer node, islands within holes too, as `PolyTreeToPathsList` has them.
   static TVHPolygonList CreateHPolygons(const TPolyTree& Tree, double Scale);
   /// The region of a node and its direct children in pieces none of whose contours touches itself:
-  /// each contour goes through the library's `SimplifyPolygon` (even-odd), and each hole to the
-  /// smallest piece around it; one without such a piece is dropped. Where a contour leaves out a
-  /// part of itself that is a hole, where a hole does, a piece.
-  /// Cost: the library's, and O(p) for each hole vertex looked at, p the points of the pieces whose
-  /// box it lies in.
+  /// each contour goes through the library's `SimplifyPolygon` (even-odd), is parted where it still
+  /// comes back to itself, and each hole goes to the smallest piece around it; one without such a
+  /// piece is dropped. Where a contour leaves out a part of itself that is a hole, where a hole
+  /// does, a piece. The largest piece first, all counter-clockwise. Crossings that come of the
+  /// library's rounding, within a unit, may remain.
+  /// Cost: the library's, O(p²) boxes for the p loops of a contour, and O(q) for each vertex of a
+  /// hole or loop looked at, q the points of those whose box it lies in.
   static TVHPolygonList CreateStrictSimpleHPolygon(const TPolyNode& Node,
                                                    double Scale = kIntegerScale);
 };

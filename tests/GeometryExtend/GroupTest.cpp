@@ -170,5 +170,38 @@ TEST(CreateStrictSimpleHPolygon, SplitsWhereContoursTouchAndSharesOutTheHoles) {
   EXPECT_EQ(0, TPathUtils::CreateStrictSimpleHPolygon(TPolyNode()).Count());
 }
 
+TEST(CreateStrictSimpleHPolygon, PartsWhatTheLibraryLeavesTogether) {
+  const struct {
+    const char* Name;
+    TPath Contour;
+    std::vector<double> Areas;  // largest first
+  } Cases[] = {
+      {"vertex within an edge", {{0, 0}, {10, 0}, {10, 10}, {5, 0}, {0, 12}}, {30, 25}},
+      {"hole that hangs on a vertex",
+       {{0, 0}, {20, 0}, {20, 20}, {0, 20}, {0, 10}, {5, 15}, {5, 5}, {0, 10}},
+       {400 - 25}},
+      // The library names the loop of (0, 110) a hole.
+      {"loop the wrong way round",
+       {{45, 80},   {15, 80},  {6, 99},   {13, 110}, {0, 110}, {6, 99},   {0, 90},   {0, 130},
+        {27, 130},  {13, 110}, {60, 110}, {45, 80},  {60, 80}, {60, 130}, {27, 130}, {40, 150},
+        {-40, 150}, {0, 90},   {0, 80},   {15, 80},  {25, 60}, {30, 60},  {28, 53},  {30, 50}},
+       {1870, 800, 435, 225, 172.5, 71.5}},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    TPolyNode Node;
+    Node.Contour = Case.Contour;
+    std::vector<double> Areas;
+    for (const TVHPolygon* Piece : TPathUtils::CreateStrictSimpleHPolygon(Node, 1.0)) {
+      Areas.push_back(Piece->Area());
+      for (TVPolyline2D* Contour : *Piece) {
+        Contour->Add(Contour->First());
+        EXPECT_FALSE(Contour->IsSelfIntersect());
+      }
+    }
+    EXPECT_EQ(Case.Areas, Areas);
+  }
+}
+
 }  // namespace
 }  // namespace tarnalgo
