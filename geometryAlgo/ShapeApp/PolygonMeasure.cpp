@@ -2,6 +2,7 @@
 #include <cmath>
 #include <vector>
 
+#include "geometryAlgo/GeometryExtend/PathUtils.h"
 #include "geometryAlgo/ShapeApp/ConvexRing.h"
 #include "geometryAlgo/ShapeApp/PolygonBasicAlgo.h"
 #include "geometryAlgo/VedaType/Point.h"
@@ -115,7 +116,7 @@ double TPolygonBasicAlgo::ProjectionLength(const TVPoint2DList& PtList, const TP
 }
 
 double TPolygonBasicAlgo::ProjectionLength(const TPath& Path, const TPoint2D& D) {
-  return ProjectionLength(TVPolyline2D(Path, kIntegerScale), D);
+  return ProjectionLength(TPathUtils::CreatePolyline(Path, kIntegerScale), D);
 }
 
 double TPolygonBasicAlgo::ConvexWidth(const TVPolyline2D& ConvexPoly, TPoint2D& Direct) {

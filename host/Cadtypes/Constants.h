@@ -80,6 +80,17 @@ inline constexpr double kIntegerScale = 100000.0;
 inline constexpr int kNodeDecimals = 5;
 inline constexpr double kNodeScale = 1000.0;
 
+/// Integer units per model unit in the test whether a polygon is simple.
+inline constexpr double kSimpleScale = 1000000.0;
+
+/// Areas (model units squared): below the first an outline has none; two that differ by less than
+/// the second are the same. From a large area on a share of it may be lost too, but never much.
+inline constexpr double kNoArea = 1e-12;
+inline constexpr double kSameArea = 1e-9;
+inline constexpr double kLargeArea = 1e-6;
+inline constexpr double kMostAreaLost = 0.1;
+inline constexpr double kShareOfAreaLost = 1e-12;
+
 /// Length (integer units): two roundings of half a unit on each axis, with a little to spare. What
 /// a turned and shifted integer path is off its place.
 inline constexpr double kCongruenceTolerance = 2.0;

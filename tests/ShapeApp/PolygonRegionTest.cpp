@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <polyclipping/clipper.hpp>
 #include <vector>
 
 #include "geometryAlgo/ShapeApp.h"
@@ -67,6 +68,11 @@ TEST(TPolygonBasicAlgo, SimplifiedPiecesBeginWithTheLargest) {
   ASSERT_EQ(2, Pieces.Count());
   EXPECT_NEAR(9.0, Pieces[0]->Area(), 1e-9);
   EXPECT_NEAR(1.0, Pieces[1]->Area(), 1e-9);
+  // Equal by integers, though not by doubles so far from the origin: nothing changes places.
+  const TVPolyline2D Far{{48601, 7.3}, {48613, 15.3}, {48613, 7.3}, {48601, 15.3}};
+  TPaths Named;
+  ClipperLib::SimplifyPolygon(Far.ToPath(1e5), Named, ClipperLib::pftNonZero);
+  EXPECT_EQ(Named, TAlgo::PolygonSimplify(Far, 1e5).ToPaths(1e5));
 }
 
 TEST(TPolygonBasicAlgo, CommonRegion) {
@@ -101,6 +107,12 @@ TEST(TPolygonBasicAlgo, ContainmentByAreaWithTolerance) {
   EXPECT_FALSE(TAlgo::PolyContains(kSquare, {{1, 1}, {5, 2}}, 9, 0));
   EXPECT_FALSE(TAlgo::PolyContains({{0, 0}, {4, 0}}, kSquare, 99, 0));
   EXPECT_FALSE(TAlgo::PolyContains(kSquare, {}, 0, 0));
+  // Of a bow tie the region counts: 4.5 inside and 2 outside, though the lobes take each other off.
+  const TVPolyline2D BowTie{{1, 0.5}, {6, 3}, {6, 1}, {1, 3.5}};
+  EXPECT_FALSE(TAlgo::PolyContains(kSquare, BowTie, 1.99, 0));
+  EXPECT_TRUE(TAlgo::PolyContains(kSquare, BowTie, 2.01, 0));
+  EXPECT_TRUE(
+      TAlgo::PolyContains({{0, 0}, {8, 8}, {8, 0}, {0, 8}}, {{1, 3}, {2, 3}, {2, 4}}, 0, 0));
 }
 
 void ExpectTriangulated(const TVPolyline2D& Ring, int Corners) {
