@@ -76,8 +76,8 @@ class TRegionSplitter {
   }
 
  private:
-  /// Loops within an even number of others enclose what the contour does. The sense of the library's
-  /// answer does not tell: loops that it parts from one another may come the wrong way round.
+  /// Loops within an even number of others enclose what the contour does. The sense of the
+  /// library's answer does not tell: loops that it parts may come the wrong way round.
   static void Split(const TPath& Contour, std::vector<TLoop>& Inner, std::vector<TLoop>& Left) {
     TPaths Parts;
     CallClipper("TPathUtils.CreateStrictSimpleHPolygon",

@@ -106,8 +106,8 @@ class TPolygonBasicAlgo {
   static bool IsSimple(const TVPolyline2D& Poly);
   /// The outlines without self-intersections, open, that the ring encloses (non-zero rule), the
   /// largest first, the others in the library's order. Outers run counter-clockwise, holes
-  /// clockwise, but of loops that touch one another the library turns some the wrong way. `Coeff` is
-  /// the scale of the integer path.
+  /// clockwise, but of loops that touch one another the library turns some the wrong way. `Coeff`
+  /// is the scale of the integer path.
   /// Ties: of equal areas the first that the library names.
   /// Errors: as `IsSimple`, "Error In FUNC[PolygonSimplify]".
   static TVPolyline2DList PolygonSimplify(const TVPolyline2D& Poly, double Coeff);
@@ -116,8 +116,9 @@ class TPolygonBasicAlgo {
   /// are apart or have no area.
   static TVPolyline2DList PolygonIntersection(const TVPolyline2D& PolyA, const TVPolyline2D& PolyB);
   /// `PolyB` lies in `PolyA`: the area of B outside A is at most `AbsTol` (an area) + `RelTol`
-  /// times the area of B, both taken as regions (non-zero rule). A B without area lies in A when every vertex of it does, within 1e-6;
-  /// nothing lies in an A without area, and an empty B in none.
+  /// times the area of B, both taken as regions (non-zero rule). A B without area lies in A when
+  /// every vertex of it does, within 1e-6; nothing lies in an A without area, and an empty B in
+  /// none.
   static bool PolyContains(const TVPolyline2D& PolyA, const TVPolyline2D& PolyB, double AbsTol,
                            double RelTol);
 
