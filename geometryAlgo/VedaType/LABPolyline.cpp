@@ -1,6 +1,7 @@
 #include "geometryAlgo/VedaType/LABPolyline.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "host/Cadutils.h"
 
@@ -23,14 +24,21 @@ TPoint2D DirectionAt(const TLABSegline& Seg, double T) {
   return T == 0.0 ? TangentAtStart(Seg) : TangentAtEnd(Seg);
 }
 
-/// The direction of the first segment with one, met from segment `From` on going by `Step`.
+/// The direction of the first segment with one, met from segment `From` on going by `Step`, or of
+/// the way over segments that are points once it is longer than the tolerance.
 TPoint2D FirstDirection(const TLABPolyline& Chain, int From, int Step, bool IsRing) {
   const int Count = Chain.Count();
+  const bool IsLeaving = Step > 0;
+  std::optional<TPoint2D> Vertex;
   int I = From;
   for (int Seen = 0; Seen < Count; ++Seen, I += Step) {
     if (IsRing) I = TMathUtils::CycInc(I, 0, Count);
     if (I < 0 || I >= Count) break;
-    if (!Chain[I].IsPoint()) return DirectionAt(Chain[I], Step > 0 ? 0.0 : 1.0);
+    const TLABSegline& Seg = Chain[I];
+    if (!Seg.IsPoint()) return DirectionAt(Seg, IsLeaving ? 0.0 : 1.0);
+    if (!Vertex) Vertex = IsLeaving ? Seg.P1 : Seg.P4;
+    const TPoint2D& Reached = IsLeaving ? Seg.P4 : Seg.P1;
+    if (!Reached.Equals(*Vertex)) return IsLeaving ? Reached - *Vertex : *Vertex - Reached;
   }
   return TPoint2D::FZero;
 }

@@ -97,8 +97,9 @@ class TLABPolyline : public IVGeometry2D {
   /// The direction arriving at vertex `Index`, and the one leaving it: as `TangentVector` of the
   /// segment before and behind, not normalised. A closed chain (1e-6) has the vertices 0 .. Count −
   /// 1 and wraps round. Where a control point lies on the end of a Bezier it is the limit
-  /// direction. Segments that are points have none: the next one on that side is used, the zero
-  /// vector when there is no other.
+  /// direction. Segments that are points have none: the next one on that side is used, or the way
+  /// to where a run of them has led more than 1e-6 from the vertex; the zero vector when there is
+  /// neither.
   /// Errors, in this order: no such vertex (always for an empty chain) "[Error]
   /// TLABPolyline.LeftTangentVector: 参数不在作用域内"; `IsPoint` "...: 混合多段线为一个点"; the
   /// start of an open chain "...: 不封闭混合多段线起点没有左切向量", for `RightTangentVector` its
@@ -169,7 +170,8 @@ class TLABPolyline : public IVGeometry2D {
   /// Cost: O(n).
   void MergeCollinearLines(double Eps = kLinearTolerance);
   /// `MergeCollinearLines` after Beziers that run straight along their chord (1e-6) have become
-  /// lines and segments that are points have gone, but for the last of a chain that `IsPoint`.
+  /// lines and segments that are points have gone, but for the last of a chain of nothing else. A
+  /// run of them that leads more than 1e-6 away stays as lines of at least that length.
   void CollinearSmooth(double Eps = kLinearTolerance);
 
  protected:

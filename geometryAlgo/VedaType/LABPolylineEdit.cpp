@@ -31,6 +31,27 @@ void MoveJointBehindCurve(std::vector<TLABSegline>& Segs) {
   }
 }
 
+/// The segments without those that are points. Steps too short to count add up: where a run of
+/// them has led away from the last vertex kept, a line goes there.
+std::vector<TLABSegline> WithoutPoints(const std::vector<TLABSegline>& Segs) {
+  std::vector<TLABSegline> Kept;
+  TPoint2D Vertex = Segs.front().P1;
+  TPoint2D End = Vertex;
+  for (const TLABSegline& Seg : Segs) {
+    if (!Seg.P1.Equals(End)) Vertex = Seg.P1;  // behind a gap
+    End = Seg.P4;
+    if (Seg.IsPoint() && End.Equals(Vertex)) continue;
+    Kept.push_back(Seg.IsPoint() ? TLABSegline(Vertex, End) : Seg);
+    Vertex = End;
+  }
+  if (Kept.empty()) Kept.push_back(Segs.back());
+  // The end stays where it was, so that no closed chain opens.
+  TLABSegline Last = Kept.back();
+  Last.P4 = End;
+  if (Last.SegType != stArc && !Last.IsPoint()) Kept.back() = Last;
+  return Kept;
+}
+
 /// The Bezier stays within 1e-6 of its chord, without running beyond its ends.
 bool RunsAlongChord(const TLABSegline& Seg) {
   if (Seg.SegType != stBezier || !Seg.IsLine()) return false;
@@ -111,11 +132,7 @@ void TLABPolyline::MergeCollinearLines(double Eps) {
 
 void TLABPolyline::CollinearSmooth(double Eps) {
   if (IsEmpty()) return;
-  if (IsPoint()) {
-    FSegs.erase(FSegs.begin(), FSegs.end() - 1);
-  } else {
-    std::erase_if(FSegs, [](const TLABSegline& Seg) { return Seg.IsPoint(); });
-  }
+  FSegs = WithoutPoints(FSegs);
   for (TLABSegline& Seg : FSegs) {
     if (RunsAlongChord(Seg)) Seg.TryToLine();
   }

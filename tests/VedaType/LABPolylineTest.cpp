@@ -182,6 +182,31 @@ TEST(TLABPolyline, TangentsAtVertices) {
   EXPECT_TRUE(Open.LeftTangentVector(3).IsParallelTo({3, 1}));
 }
 
+// A dense scan of a corner: no step of it counts, all together are two lines.
+TEST(TLABPolyline, StepsTooShortToCountAddUp) {
+  TLABPolyline Scan{{{-1, 1}, {0, 0}, {0, 1}, kHalfTurn}};
+  for (int I = 0; I < 20000; ++I) {
+    const auto At = [](int Step) {
+      return TPoint2D(std::min(Step, 10000) * 8e-7, std::max(Step - 10000, 0) * 8e-7);
+    };
+    Scan.Add({At(I), At(I + 1)});
+  }
+  EXPECT_TRUE(Scan.RightTangentVector(5000).IsParallelTo({1, 0}));
+  EXPECT_TRUE(Scan.LeftTangentVector(20001).IsParallelTo({0, 1}));
+  TLABPolyline Ring = Scan;
+  Ring.Add({Scan.Last().P4, {-1, 1 + 9e-7}});
+  Ring.Add({{-1, 1 + 9e-7}, {-1, 1 + 2e-7}});
+  for (TLABPolyline* const Chain : {&Scan, &Ring}) {
+    const TPoint2D End = Chain->Last().P4;
+    const bool WasClosed = Chain->IsClosed();
+    Chain->CollinearSmooth();
+    ASSERT_EQ(WasClosed ? 4 : 3, Chain->Count());
+    EXPECT_EQ(WasClosed, Chain->IsClosed());
+    EXPECT_TRUE((*Chain)[1].P4.Equals({8e-3, 0}, 2e-6));
+    EXPECT_EQ(End, Chain->Last().P4);
+  }
+}
+
 TEST(TLABPolyline, SmoothingJoinsLinesAndKeepsCurves) {
   TLABPolyline Chain{{{5, 0}, {10, 0}},
                      {{10, 0}, {10, 4}, {10, 2}, kHalfTurn},
