@@ -32,10 +32,10 @@ double HeightOverChord(double Radius, double Half) {
 
 /// `CrossWithArc` for two arcs of one circle; copies, because a result may be one of them.
 int OverlapOnCircle(TVArc2D A, TVArc2D B, TPoint2D& P1, TPoint2D& P2, TVArc2D& Overlap1,
-                    TVArc2D& Overlap2) {
+                    TVArc2D& Overlap2, double Eps) {
   if (B.IsClockwise != A.IsClockwise) B = B.Reverse();
   const TArcOverlap Overlap(A.Radius(), std::abs(A.AngleRange()), A.TurnTo(B.StartPoint),
-                            std::abs(B.AngleRange()));
+                            std::abs(B.AngleRange()), Eps);
   int Points = 0;
   int Arcs = 0;
   for (const TArcOverlap::TPart& Part : Overlap.Parts()) {
@@ -203,8 +203,8 @@ TVPolyline2D TVArc2D::SampleToPolyline(double ChordError) const {
 
 // --- Crossings ---
 
-int TVArc2D::CrossWithLine(const TVLine2D& Line, TPoint2D& P1, TPoint2D& P2) const {
-  return IntersectInPoints(ToArc2D(), Line.ToLine2D(), P1, P2);
+int TVArc2D::CrossWithLine(const TVLine2D& Line, TPoint2D& P1, TPoint2D& P2, double Eps) const {
+  return IntersectInPoints(ToArc2D(), Line.ToLine2D(), P1, P2, Eps);
 }
 
 int TVArc2D::CrossWithSegline(const TVLine2D& Segment, TPoint2D& P1, TPoint2D& P2,
@@ -222,11 +222,11 @@ int TVArc2D::CrossWithCircle(const TVCircle2D& Other, TPoint2D& P1, TPoint2D& P2
 }
 
 int TVArc2D::CrossWithArc(const TVArc2D& Other, TPoint2D& P1, TPoint2D& P2, TVArc2D& Overlap1,
-                          TVArc2D& Overlap2) const {
-  if (Circle().RelationWithCircle(Other.Circle()) == srEqual) {
-    return OverlapOnCircle(*this, Other, P1, P2, Overlap1, Overlap2);
+                          TVArc2D& Overlap2, double Eps) const {
+  if (Circle().RelationWithCircle(Other.Circle(), Eps) == srEqual) {
+    return OverlapOnCircle(*this, Other, P1, P2, Overlap1, Overlap2, Eps);
   }
-  return IntersectInPoints(ToArc2D(), Other.ToArc2D(), P1, P2);
+  return IntersectInPoints(ToArc2D(), Other.ToArc2D(), P1, P2, Eps);
 }
 
 }  // namespace tarnalgo

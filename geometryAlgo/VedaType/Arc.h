@@ -132,10 +132,11 @@ struct TVArc2D {
   /// Tolerance: no chord is farther than `ChordError` from its arc; bounds as `ArcChordCount`.
   TVPolyline2D SampleToPolyline(double ChordError) const;
 
-  // --- Crossings. Ends belong to the arc, with a slack of 1e-6 as a length ---
+  // --- Crossings. Ends belong to the arc, with a slack of `Eps` (else 1e-6) as a length ---
 
   /// Common points with the infinite line, in its order: 0, 1 or 2.
-  int CrossWithLine(const TVLine2D& Line, TPoint2D& P1, TPoint2D& P2) const;
+  int CrossWithLine(const TVLine2D& Line, TPoint2D& P1, TPoint2D& P2,
+                    double Eps = kLinearTolerance) const;
   /// Common points with a segment: what lies beyond its ends is dropped, the first point kept is
   /// `P1`.
   /// Tolerance: `Eps`, slack of the parameter on the segment.
@@ -146,10 +147,10 @@ struct TVArc2D {
   int CrossWithCircle(const TVCircle2D& Other, TPoint2D& P1, TPoint2D& P2) const;
   /// Common points in the low two bits of the answer (0, 1 or 2, in the order of this arc), common
   /// stretches in the next two (0, 1 or 2): 5 is one point and one stretch. Only arcs of one circle
-  /// (centre and radius within 1e-6) have stretches, run in this arc's direction, and their points
+  /// (centre and radius within `Eps`) have stretches, run in this arc's direction, and their points
   /// are the ends in which they merely touch.
   int CrossWithArc(const TVArc2D& Other, TPoint2D& P1, TPoint2D& P2, TVArc2D& Overlap1,
-                   TVArc2D& Overlap2) const;
+                   TVArc2D& Overlap2, double Eps = kLinearTolerance) const;
 };
 
 }  // namespace tarnalgo

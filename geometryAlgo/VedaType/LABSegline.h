@@ -120,8 +120,8 @@ struct TLABSegline {
   /// `TVArc2D::CrossWithSegline` (points in the order of the line), arcs `TVArc2D::CrossWithArc`,
   /// pairs with a Bezier `TGeometryUtils`. Stretches are directed as this piece, between a Bezier
   /// and a line as the Bezier; of one between a Bezier and an arc there are the two ends.
-  /// Tolerance: `Eps` is a length: what comes as near is a common point, ends included. Arcs have
-  /// 1e-6 of their own.
+  /// Tolerance: `Eps` is a length: what comes as near is a common point, ends included. With
+  /// arcs it is never below what their circles round to.
   /// Cost: constant and without allocation, but for room in the lists, when no Bezier is involved.
   bool CrossWithLABSegline(const TLABSegline& Other, std::vector<TPoint2D>& Points,
                            std::vector<TVLine2D>& Lines, std::vector<TVArc2D>& Arcs,

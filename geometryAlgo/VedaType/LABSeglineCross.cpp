@@ -1,13 +1,21 @@
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "geometryAlgo/VedaType/GeometryUtils.h"
 #include "geometryAlgo/VedaType/LABSegline.h"
+#include "host/Cadgeometry/PieceCrossing.h"
 #include "host/Cadutils.h"
 
 namespace tarnalgo {
 
 namespace {
+
+/// `Eps`, or what the circle of the arc rounds to.
+double ToleranceOn(const TVArc2D& Arc, double Eps) {
+  const double Extent = std::max(std::abs(Arc.Center.X), std::abs(Arc.Center.Y)) + Arc.Radius();
+  return ToleranceWithRounding(Eps, Extent);
+}
 
 /// On the way from `P` to `Q`, both of them on the arc's circle within `Eps`, so is every point.
 bool StaysOnCircle(const TVArc2D& Arc, const TPoint2D& P, const TPoint2D& Q, double Eps) {
@@ -39,7 +47,10 @@ void CrossArcWithLine(const TVArc2D& Arc, const TVLine2D& Line, std::vector<TPoi
   const double Length = Line.Length();
   TPoint2D Found[4];
   // The slack of the parameter that is `Eps` as a length.
-  int Count = Arc.CrossWithSegline(Line, Found[0], Found[1], Length > 0.0 ? Eps / Length : Eps);
+  TPoint2D OnLine[2];
+  int Count = Arc.CrossWithLine(Line, OnLine[0], OnLine[1], Eps);
+  Count = Line.PointsWithin(Count, OnLine[0], OnLine[1], Found[0], Found[1],
+                            Length > 0.0 ? Eps / Length : Eps);
   // An end of the line may touch the arc at so flat an angle that the crossing lies far beyond it.
   for (const TPoint2D& End : {Line.StartPoint, Line.EndPoint}) {
     const auto IsSameContact = [&](const TPoint2D& P) {
@@ -52,10 +63,10 @@ void CrossArcWithLine(const TVArc2D& Arc, const TVLine2D& Line, std::vector<TPoi
 }
 
 void CrossArcs(const TVArc2D& A, const TVArc2D& B, std::vector<TPoint2D>& Points,
-               std::vector<TVArc2D>& Arcs) {
+               std::vector<TVArc2D>& Arcs, double Eps) {
   TPoint2D Found[2];
   TVArc2D Overlaps[2];
-  const int Code = A.CrossWithArc(B, Found[0], Found[1], Overlaps[0], Overlaps[1]);
+  const int Code = A.CrossWithArc(B, Found[0], Found[1], Overlaps[0], Overlaps[1], Eps);
   Points.insert(Points.end(), Found, Found + (Code & 3));
   Arcs.insert(Arcs.end(), Overlaps, Overlaps + (Code >> 2));
 }
@@ -93,11 +104,13 @@ bool TLABSegline::CrossWithLABSegline(const TLABSegline& Other, std::vector<TPoi
   if (SegType == stBezier || Other.SegType == stBezier) {
     CrossCurves(*this, Other, Points, Lines, Beziers, Eps);
   } else if (SegType == stArc && Other.SegType == stArc) {
-    CrossArcs(ToArc(), Other.ToArc(), Points, Arcs);
-  } else if (SegType == stArc) {
-    CrossArcWithLine(ToArc(), Other.ToLine(), Points, Eps);
-  } else if (Other.SegType == stArc) {
-    CrossArcWithLine(Other.ToArc(), ToLine(), Points, Eps);
+    const TVArc2D A = ToArc();
+    const TVArc2D B = Other.ToArc();
+    CrossArcs(A, B, Points, Arcs, std::max(ToleranceOn(A, Eps), ToleranceOn(B, Eps)));
+  } else if (SegType == stArc || Other.SegType == stArc) {
+    const TVArc2D Arc = SegType == stArc ? ToArc() : Other.ToArc();
+    const TVLine2D Line = SegType == stArc ? Other.ToLine() : ToLine();
+    CrossArcWithLine(Arc, Line, Points, ToleranceOn(Arc, Eps));
   } else {
     CrossLines(ToLine(), Other.ToLine(), Points, Lines, Eps);
   }

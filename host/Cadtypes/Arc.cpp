@@ -82,8 +82,11 @@ class TArcMeeting {
 /// The overlap of two arcs of one circle as points of both.
 class TOverlapPoints {
  public:
-  TOverlapPoints(const TArc2D& A, const TArc2D& B)
-      : FA(A), FB(B), FOverlap(A.Radius, CoveredTurn(A), TurnToFirstEnd(A, B), CoveredTurn(B)) {}
+  TOverlapPoints(const TArc2D& A, const TArc2D& B, double Eps)
+      : FA(A),
+        FB(B),
+        FEps(Eps),
+        FOverlap(A.Radius, CoveredTurn(A), TurnToFirstEnd(A, B), CoveredTurn(B), Eps) {}
 
   /// The ends of the longest stretch, or else the places where the arcs touch.
   int Give(TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
@@ -109,7 +112,7 @@ class TOverlapPoints {
 
   TIntersectPoint2D PointAt(double Turned) const {
     const double T = FA.SweepAngle == 0.0 ? 0.0 : Turned / std::abs(FA.SweepAngle);
-    const bool IsOverSeam = T > 1.0 && TArcOverlap::IsFull(FA.Radius, CoveredTurn(FA));
+    const bool IsOverSeam = T > 1.0 && TArcOverlap::IsFull(FA.Radius, CoveredTurn(FA), FEps);
     const double T1 = std::clamp(IsOverSeam ? T - 1.0 : T, 0.0, 1.0);
     const TPoint2D P = FA.PointAtParam(T1);
     return {P, T1, std::min(FB.ParamOfPoint(P), 1.0)};
@@ -117,6 +120,7 @@ class TOverlapPoints {
 
   const TArc2D& FA;
   const TArc2D& FB;
+  const double FEps;
   const TArcOverlap FOverlap;
 };
 
@@ -201,47 +205,50 @@ bool TArc2D::IsOn(const TPoint2D& P, double Tol) const {
          P.Equals(StartPoint(), Tol) || P.Equals(EndPoint(), Tol);
 }
 
-int TArc2D::Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
-  if (Center.Equals(Arc.Center) && TMathUtils::FloatEquals(Radius, Arc.Radius)) {
-    return TOverlapPoints(*this, Arc).Give(I1, I2);
+int TArc2D::Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
+                      double Eps) const {
+  if (Center.Equals(Arc.Center, Eps) && TMathUtils::FloatEquals(Radius, Arc.Radius, Eps)) {
+    return TOverlapPoints(*this, Arc, Eps).Give(I1, I2);
   }
   const auto Result = [&](const TPoint2D& P) {
     return TIntersectPoint2D{P, ParamWithin(P), Arc.ParamWithin(P)};
   };
   TIntersectPoint2D Crossings[2];
-  const int Count = TCircle2D(Center, Radius)
-                        .Intersect(TCircle2D(Arc.Center, Arc.Radius), Crossings[0], Crossings[1]);
+  const int Count =
+      TCircle2D(Center, Radius)
+          .Intersect(TCircle2D(Arc.Center, Arc.Radius), Crossings[0], Crossings[1], Eps);
   const auto Gap = [&](const TPoint2D& P) { return std::max(GapTo(*this, P), GapTo(Arc, P)); };
   TArcMeeting Meeting;
   for (int I = 0; I < Count; ++I) {
     const TPoint2D& P = Crossings[I].Point;
-    Meeting.AddCrossing(Result(P), IsOn(P) && Arc.IsOn(P), Gap(P));
+    Meeting.AddCrossing(Result(P), IsOn(P, Eps) && Arc.IsOn(P, Eps), Gap(P));
   }
   for (const TPoint2D& End : {StartPoint(), EndPoint()}) {
-    if (Arc.IsOn(End)) Meeting.AddTouchingEnd(Result(End), Gap(End));
+    if (Arc.IsOn(End, Eps)) Meeting.AddTouchingEnd(Result(End), Gap(End));
   }
   for (const TPoint2D& End : {Arc.StartPoint(), Arc.EndPoint()}) {
-    if (IsOn(End)) Meeting.AddTouchingEnd(Result(End), Gap(End));
+    if (IsOn(End, Eps)) Meeting.AddTouchingEnd(Result(End), Gap(End));
   }
   const int Found = Meeting.Give(I1, I2);
   if (Found == 2 && I2.Param1 < I1.Param1) std::swap(I1, I2);
   return Found;
 }
 
-int TArc2D::Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
+int TArc2D::Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
+                      double Eps) const {
   const auto Result = [&](const TPoint2D& P) {
     return TIntersectPoint2D{P, ParamWithin(P), Line.ParamOfPoint(P, 0.0)};
   };
   TIntersectPoint2D Crossings[2];
-  const int Count = TCircle2D(Center, Radius).Intersect(Line, Crossings[0], Crossings[1]);
+  const int Count = TCircle2D(Center, Radius).Intersect(Line, Crossings[0], Crossings[1], Eps);
   const auto Gap = [&](const TPoint2D& P) { return std::max(GapTo(*this, P), GapTo(Line, P)); };
   TArcMeeting Meeting;
   for (int I = 0; I < Count; ++I) {
     const TPoint2D& P = Crossings[I].Point;
-    Meeting.AddCrossing(Result(P), IsOn(P), Gap(P));
+    Meeting.AddCrossing(Result(P), IsOn(P, Eps), Gap(P));
   }
   for (const TPoint2D& End : {StartPoint(), EndPoint()}) {
-    if (TMathUtils::FloatEquals(GapTo(Line, End), 0.0)) {
+    if (TMathUtils::FloatEquals(GapTo(Line, End), 0.0, Eps)) {
       Meeting.AddTouchingEnd(Result(End), Gap(End));
     }
   }

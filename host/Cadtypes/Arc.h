@@ -55,12 +55,14 @@ struct TArc2D {
   /// of their overlap (of the longest one if there are two), which runs from `I1` to `I2` along
   /// this arc, across the seam of a full circle too; or else the end points in which they only
   /// touch.
-  /// Tolerance: 1e-6, a length, ends included.
+  /// Tolerance: `Eps`, a length, ends included.
   /// Ties: an end that lies on the other curve stands for a crossing that the arcs miss by less
   /// than the tolerance, and for a tangent point that is less exact. Likewise with a line.
-  int Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
+  int Intersect(const TArc2D& Arc, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
+                double Eps = kLinearTolerance) const;
   /// Common points with the infinite line, in the line's order: 0..2.
-  int Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
+  int Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
+                double Eps = kLinearTolerance) const;
 
   /// The chord of the arc moved outwards until it touches the arc: parallel to the chord, tangent
   /// at the arc's middle, as long as the chord. For a full circle the tangent opposite to the

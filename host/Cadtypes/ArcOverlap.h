@@ -3,13 +3,15 @@
 #include <cstddef>
 #include <span>
 
+#include "host/Cadtypes/Constants.h"
+
 namespace tarnalgo {
 
 /// What two arcs of one circle have in common: at most two parts, in the order of the first arc.
 ///
 /// Places are angles turned from the start of the first arc in its sense; the second arc is given
 /// in the same sense. Whoever asks makes points of them in his own way.
-/// Tolerance: 1e-6, a length. A longer part is a stretch; a shorter one, or a gap of up to that, is
+/// Tolerance: `Eps`, a length. A longer part is a stretch; a shorter one, or a gap of up to that, is
 /// a place where two ends touch. An arc with no longer gap between its ends is a full circle.
 class TArcOverlap {
  public:
@@ -25,15 +27,16 @@ class TArcOverlap {
 
   /// Of a first arc of `Turn` radians and a second one of `OtherTurn` that begins `OtherStart`, in
   /// [0, 2π), behind the start of the first; both turns in [0, 2π].
-  TArcOverlap(double Radius, double Turn, double OtherStart, double OtherTurn);
+  TArcOverlap(double Radius, double Turn, double OtherStart, double OtherTurn,
+              double Eps = kLinearTolerance);
 
   std::span<const TPart> Parts() const { return {FParts, static_cast<std::size_t>(FCount)}; }
 
   /// An arc of that turn is a full circle.
-  static bool IsFull(double Radius, double Turn);
+  static bool IsFull(double Radius, double Turn, double Eps = kLinearTolerance);
 
  private:
-  void Add(double Radius, const TPart& Part);
+  void Add(double Radius, const TPart& Part, double Eps);
 
   TPart FParts[2];
   int FCount = 0;

@@ -32,16 +32,16 @@ TPoint2D TCircle2D::PointAtAngle(double A) const {
   return {Center.X + Radius * std::cos(A), Center.Y + Radius * std::sin(A)};
 }
 
-int TCircle2D::Intersect(const TCircle2D& Circle, TIntersectPoint2D& I1,
-                         TIntersectPoint2D& I2) const {
+int TCircle2D::Intersect(const TCircle2D& Circle, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
+                         double Eps) const {
   if (!(Radius >= 0.0) || !(Circle.Radius >= 0.0)) return 0;
   const double Dist = Center.DistanceTo(Circle.Center);
   const double Sum = Radius + Circle.Radius;
   const double Diff = std::abs(Radius - Circle.Radius);
-  if (!TMathUtils::IsInFloatRange(Dist, Diff, Sum, true, true)) return 0;
+  if (!TMathUtils::IsInFloatRange(Dist, Diff, Sum, true, true, Eps)) return 0;
   const TPoint2D Way = (Circle.Center - Center).Normal();
   if (!std::isfinite(Dist) || Way == TPoint2D::FZero) return 0;  // concentric
-  if (TMathUtils::FloatEquals(Dist, 0.0) && TMathUtils::FloatEquals(Diff, 0.0)) return 0;
+  if (TMathUtils::FloatEquals(Dist, 0.0, Eps) && TMathUtils::FloatEquals(Diff, 0.0, Eps)) return 0;
 
   // Reckoned from the centre of the smaller circle, whose points have the smaller error.
   const bool FromThis = Radius <= Circle.Radius;
@@ -53,11 +53,11 @@ int TCircle2D::Intersect(const TCircle2D& Circle, TIntersectPoint2D& I1,
   const auto Result = [&](const TPoint2D& P) {
     return TIntersectPoint2D{P, (P - Center).Angle(), (P - Circle.Center).Angle()};
   };
-  if (TMathUtils::FloatEquals(Dist, Sum)) {
+  if (TMathUtils::FloatEquals(Dist, Sum, Eps)) {
     I1 = Result(Origin + Ahead * Small);
     return 1;
   }
-  if (TMathUtils::FloatEquals(Dist, Diff)) {
+  if (TMathUtils::FloatEquals(Dist, Diff, Eps)) {
     I1 = Result(Origin - Ahead * Small);
     return 1;
   }
@@ -70,10 +70,11 @@ int TCircle2D::Intersect(const TCircle2D& Circle, TIntersectPoint2D& I1,
   return 2;
 }
 
-int TCircle2D::Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const {
+int TCircle2D::Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
+                         double Eps) const {
   const double Side = Line.DistanceDirect(Center);
   const double Dist = std::abs(Side);
-  if (!(Radius >= 0.0) || !TMathUtils::FloatLessEquals(Dist, Radius) || !std::isfinite(Dist)) {
+  if (!(Radius >= 0.0) || !TMathUtils::FloatLessEquals(Dist, Radius, Eps) || !std::isfinite(Dist)) {
     return 0;
   }
   const TPoint2D Ahead = Line.GetDirection();
@@ -81,12 +82,12 @@ int TCircle2D::Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectP
     return TIntersectPoint2D{P, (P - Center).Angle(), Line.ParamOfPoint(P, 0.0)};
   };
   if (Ahead == TPoint2D::FZero) {  // a point meets the circle only on its rim
-    if (!TMathUtils::FloatEquals(Dist, Radius)) return 0;
+    if (!TMathUtils::FloatEquals(Dist, Radius, Eps)) return 0;
     I1 = Result(Line.StartPoint);
     return 1;
   }
   const TPoint2D Foot = Center + Ahead.RotateCw90() * Side;
-  if (TMathUtils::FloatEquals(Dist, Radius)) {
+  if (TMathUtils::FloatEquals(Dist, Radius, Eps)) {
     I1 = Result(Foot);
     return 1;
   }

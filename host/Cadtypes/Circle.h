@@ -17,12 +17,14 @@ struct TCircle2D {
   TRect2D GetBoundBox() const;
   TPoint2D PointAtAngle(double A) const;
 
-  /// Common points: 0, 1 (tangent within 1e-6) or 2; coincident circles have none to name: 0.
+  /// Common points: 0, 1 (tangent within `Eps`) or 2; coincident circles have none to name: 0.
   /// Ties: of two points `I1` lies on the right of the way from this centre to the other.
-  int Intersect(const TCircle2D& Circle, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
-  /// Common points with the infinite line, `I1` first along the line: 0, 1 (tangent within 1e-6)
+  int Intersect(const TCircle2D& Circle, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
+                double Eps = kLinearTolerance) const;
+  /// Common points with the infinite line, `I1` first along the line: 0, 1 (tangent within `Eps`)
   /// or 2. `Param2` is the parameter on `Line`.
-  int Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2) const;
+  int Intersect(const TLine2D& Line, TIntersectPoint2D& I1, TIntersectPoint2D& I2,
+                double Eps = kLinearTolerance) const;
 };
 
 }  // namespace tarnalgo

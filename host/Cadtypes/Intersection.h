@@ -1,5 +1,6 @@
 #pragma once  // host/Cadtypes/Intersection.h
 
+#include "host/Cadtypes/Constants.h"
 #include "host/Cadtypes/Point.h"
 
 namespace tarnalgo {
@@ -11,13 +12,14 @@ struct TIntersectPoint2D {
   double Param2 = 0.0;
 };
 
-/// The points alone of `A.Intersect(B, I1, I2)` and their count; a point beyond the count stays
+/// The points alone of `A.Intersect(B, I1, I2, Eps)` and their count; a point beyond the count stays
 /// what it is.
 template <class TA, class TB>
-int IntersectInPoints(const TA& A, const TB& B, TPoint2D& P1, TPoint2D& P2) {
+int IntersectInPoints(const TA& A, const TB& B, TPoint2D& P1, TPoint2D& P2,
+                      double Eps = kLinearTolerance) {
   TIntersectPoint2D I1{P1, 0.0, 0.0};
   TIntersectPoint2D I2{P2, 0.0, 0.0};
-  const int Count = A.Intersect(B, I1, I2);
+  const int Count = A.Intersect(B, I1, I2, Eps);
   P1 = I1.Point;
   P2 = I2.Point;
   return Count;

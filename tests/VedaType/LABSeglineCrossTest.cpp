@@ -20,8 +20,8 @@ struct TFound {
   std::vector<TVArc2D> Arcs;
   std::vector<TBezierSegment2D> Beziers;
 
-  TFound(const TLABSegline& A, const TLABSegline& B) {
-    const bool IsAny = A.CrossWithLABSegline(B, Points, Lines, Arcs, Beziers);
+  TFound(const TLABSegline& A, const TLABSegline& B, double Eps = kLinearTolerance) {
+    const bool IsAny = A.CrossWithLABSegline(B, Points, Lines, Arcs, Beziers, Eps);
     EXPECT_EQ(IsAny, !Points.empty() || !Lines.empty() || !Arcs.empty() || !Beziers.empty());
   }
   bool Holds(const TPoint2D& P, double Eps) const {
@@ -155,6 +155,16 @@ TEST(TLABSeglineCross, HostilePairsAreToldOnce) {
        ArcBetween({2, 0}, {2 * std::cos(5.5), 2 * std::sin(5.5)}, std::tan(5.5 / 4)),
        ArcBetween({-2, 0}, {2 * std::cos(2.5), 2 * std::sin(2.5)}, std::tan((2.5 + kPi) / 4)), 0, 0,
        2, 0},
+      {"circles 5e-7 apart", Circle, {{4 + 5e-7, 0}, {4 + 5e-7, 0}, {3, 0}, 3.3e38}, 1, 0, 0, 0},
+      {"circles beyond the tolerance", Circle, {{4, 0}, {4, 0}, {3 + 1e-5, 0}, 3.3e38}, 0, 0, 0, 0},
+      {"arc ends just before a circle",
+       Quarter,
+       {{0, 2 + 5e-7}, {-3, 2}, {-1.5, 2}, 1.0},
+       1,
+       0,
+       0,
+       0},
+      {"arc 5e-7 off an equal one", Quarter, Quarter.Translate({5e-7, 0}), 0, 0, 1, 0},
       {"circles touch", Circle, {{4, 0}, {4, 0}, {3, 0}, 3.3e38}, 1, 0, 0, 0},
       {"arcs of one circle touch",
        Quarter,
@@ -178,16 +188,22 @@ TEST(TLABSeglineCross, HostilePairsAreToldOnce) {
         {Case.A.Reverse(), Case.B},
         {Case.A.YMirror(), Case.B.YMirror()},
         {Case.A.RotateBy90(), Case.B.RotateBy90()}};
-    for (const auto& [A, B] : Pairs) {
-      SCOPED_TRACE(Case.Name);
-      const TFound Found(A, B);
-      EXPECT_EQ(Case.Points, Found.Points.size());
-      EXPECT_EQ(Case.Lines, Found.Lines.size());
-      EXPECT_EQ(Case.Arcs, Found.Arcs.size());
-      EXPECT_EQ(Case.Beziers, Found.Beziers.size());
-      for (const TBezierSegment2D& Part : Found.Beziers) {
-        EXPECT_NO_THROW(A.ParamByPoint(Part.EvalPoint(0.3)));
-        EXPECT_NO_THROW(B.ParamByPoint(Part.EvalPoint(0.3)));
+    for (const auto& [Drawn, Other] : Pairs) {
+      for (const double Scale : {1.0, 1024.0, 1.0 / 1024}) {
+        SCOPED_TRACE(testing::Message() << Case.Name << ", scaled by " << Scale);
+        TMatrix2D Scaling;
+        Scaling.Scale(Scale, Scale);
+        const TLABSegline A = Drawn.Transform(Scaling);
+        const TLABSegline B = Other.Transform(Scaling);
+        const TFound Found(A, B, kLinearTolerance * Scale);
+        EXPECT_EQ(Case.Points, Found.Points.size());
+        EXPECT_EQ(Case.Lines, Found.Lines.size());
+        EXPECT_EQ(Case.Arcs, Found.Arcs.size());
+        EXPECT_EQ(Case.Beziers, Found.Beziers.size());
+        for (const TBezierSegment2D& Part : Found.Beziers) {
+          EXPECT_NO_THROW(A.ParamByPoint(Part.EvalPoint(0.3)));
+          EXPECT_NO_THROW(B.ParamByPoint(Part.EvalPoint(0.3)));
+        }
       }
     }
   }
