@@ -21,8 +21,8 @@ constexpr double kFirstChordError = 0.02;
 constexpr int kNodeCapacity = 8;
 
 /// The outlines of everything that has ends. A piece is walked once each way; at an end the walk
-/// goes on with the piece next clockwise, which leads round one face of the drawing. Of the faces of
-/// a figure the outer one is that whose signed area is the least.
+/// goes on with the piece next clockwise, which leads round one face of the drawing. Of the faces
+/// of a figure the outer one is that whose signed area is the least.
 class TOutlines {
  public:
   TOutlines(const TSheet& Sheet, const std::vector<TContourPiece>& Pieces,

@@ -12,8 +12,8 @@
 
 namespace sheet_planner {
 
-/// A piece of an ordinary contour: in which list of the sheet it stands, where there, and whether it
-/// is cut backwards.
+/// A piece of an ordinary contour: in which list of the sheet it stands, where there, and whether
+/// it is cut backwards.
 struct TContourPiece {
   enum class TKind { Edge, Chain };
 

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "geometryAlgo/ShapeApp/HullFilter.h"
-#include "geometryAlgo/ShapeApp/LexicographicSort.h"
+#include "geometryAlgo/VedaType/LexicographicSort.h"
 #include "geometryAlgo/VedaType/Point.h"
 #include "host/tarnds/ListUtils.h"
 

@@ -1,18 +1,10 @@
 #pragma once  // geometryAlgo/ShapeApp/ConvexRing.h
 
-#include <vector>
-
-#include "geometryAlgo/VedaType/Polyline.h"
+#include "geometryAlgo/VedaType/StrictHull.h"
+#include "host/Cadtypes/Constants.h"
+#include "host/Cadtypes/Point.h"
 
 namespace tarnalgo {
-
-/// The strict convex hull of the finite points, counter-clockwise without a closing repeat, no
-/// vertex left out or moved: signs of turns in extended precision. A single place gives one point,
-/// points on a line its two ends. Internal to the pages of this unit.
-/// Cost: O(n log n).
-std::vector<TPoint2D> StrictHull(std::vector<TPoint2D> Points);
-/// The same as a ring closed by an exact repeat; of a single place that point.
-TVPolyline2D ClosedStrictHull(const TVPoint2DList& Points);
 
 /// The smallest rectangle found so far about a ring: its base edge starts in `Origin`, along `U`.
 struct TFramedBox {

@@ -18,9 +18,6 @@ using TStretch = TGeometryUtils::TStretch;
 /// Levels of cuts: a cubic turns back in X twice and in Y twice at most.
 constexpr int kMostTurns = 4;
 
-/// Parameter of a part: a turn nearer to an end is the rounding of the cut that was made there.
-constexpr double kLeastTurn = 1e-9;
-
 /// Count: places looked at between two crossings that may be one.
 constexpr int kStepsBetween = 32;
 
@@ -44,15 +41,7 @@ TCurvePiece PieceOf(const TVArc2D& Arc) {
 
 /// A part of a cubic, boxed by its ends as befits a monotone one.
 TCurvePiece PieceOf(const TBezierSegment2D& Part, double From, double To) {
-  TCurvePiece Piece;
-  Piece.Kind = TPieceKind::Bezier;
-  Piece.Start = Part.P0;
-  Piece.Control1 = Part.P1;
-  Piece.Control2 = Part.P2;
-  Piece.End = Part.P3;
-  Piece.Box = TRect2D(Part.P0, Part.P0).Union(Part.P3);
-  Piece.From = From;
-  Piece.To = To;
+  TCurvePiece Piece = TCurvePiece::OfMonotoneBezier(Part, From, To);
   Piece.StartIsCut = From > 0.0;
   Piece.EndIsCut = To < 1.0;
   return Piece;
@@ -73,7 +62,7 @@ double FirstTurn(const TBezierSegment2D& B) {
   for (const auto& Turns : {TBernsteinRoots<2>({D[0].X, D[1].X, D[2].X}),
                             TBernsteinRoots<2>({D[0].Y, D[1].Y, D[2].Y})}) {
     for (const double T : Turns) {
-      if (T > kLeastTurn && T < 1.0 - kLeastTurn) First = std::min(First, T);
+      if (T > kLeastBezierCut && T < 1.0 - kLeastBezierCut) First = std::min(First, T);
     }
   }
   return First < 1.0 ? First : 0.0;

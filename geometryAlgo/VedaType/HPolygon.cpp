@@ -14,10 +14,6 @@ namespace tarnalgo {
 
 namespace {
 
-/// How far the corner of a box moves, in tolerances, when each side moves by one: √2, and a little
-/// for rounding.
-constexpr double kCornerReach = 1.5;
-
 double AbsArea(const TVPolyline2D& Contour) {
   return std::abs(Contour.Area());
 }

@@ -366,10 +366,6 @@ class TEndTrimmer {
   const TIntersectPoint2D& Joint() const { return FJoint; }
 
  private:
-  /// Length of the shortest loop, in tolerances: edges shorter than the tolerance make their
-  /// neighbours touch without any crossing.
-  static constexpr double kLeastLoop = 4.0;
-
   double LengthAt(double Param) const {
     const auto I = static_cast<std::size_t>(Param);
     if (I + 1 >= FTravelled.size()) return FTravelled.back();

@@ -16,10 +16,6 @@ namespace {
 /// the list first: a heap of ends in one place must not cost its square.
 constexpr int kMostMates = 64;
 
-/// How far the mark of a box moves, in tolerances, when each side moves by one: 0.75 along both
-/// axes, and a little for rounding.
-constexpr double kMarkReach = 1.1;
-
 /// A point that equal boxes share, but not those that have no more than a corner or the centre in
 /// common.
 TPoint2D MarkOf(const TVRect2D& Box) {

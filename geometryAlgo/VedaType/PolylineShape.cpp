@@ -4,6 +4,7 @@
 
 #include "geometryAlgo/VedaType/Point.h"
 #include "geometryAlgo/VedaType/Polyline.h"
+#include "geometryAlgo/VedaType/StrictHull.h"
 #include "host/Cadutils.h"
 
 namespace tarnalgo {
@@ -80,39 +81,6 @@ bool IsSameCourse(const TVPolyline2D& A, const TVPolyline2D& B, bool Backwards, 
   return false;
 }
 
-/// Extended precision: the hull must not depend on products that overflow or cancel.
-bool TurnsLeft(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C) {
-  const long double ABX = static_cast<long double>(B.X) - A.X;
-  const long double ABY = static_cast<long double>(B.Y) - A.Y;
-  const long double ACX = static_cast<long double>(C.X) - A.X;
-  const long double ACY = static_cast<long double>(C.Y) - A.Y;
-  return ABX * ACY - ABY * ACX > 0.0L;
-}
-
-/// Appends the lower hull of points in lexicographic order, without its last point. Given the
-/// reverse order it is the upper hull.
-template <class TIterator>
-void AppendHalfHull(TIterator First, TIterator Last, std::vector<TPoint2D>& Hull) {
-  const std::size_t Base = Hull.size();
-  for (; First != Last; ++First) {
-    while (Hull.size() >= Base + 2 && !TurnsLeft(Hull[Hull.size() - 2], Hull.back(), *First)) {
-      Hull.pop_back();
-    }
-    Hull.push_back(*First);
-  }
-  Hull.pop_back();
-}
-
-/// The points that a hull can be made of, in lexicographic order, each once.
-std::vector<TPoint2D> SortedPlaces(std::vector<TPoint2D> Points) {
-  std::erase_if(Points, [](const TPoint2D& P) { return !TPoint2DUtils::IsFinite(P); });
-  std::sort(Points.begin(), Points.end(), [](const TPoint2D& A, const TPoint2D& B) {
-    return A.X != B.X ? A.X < B.X : A.Y < B.Y;
-  });
-  Points.erase(std::unique(Points.begin(), Points.end()), Points.end());
-  return Points;
-}
-
 /// Centroid of the edges as wires; the first point when they have no length.
 TPoint2D GravityOfEdges(const std::vector<TPoint2D>& Points) {
   const TPoint2D Origin = Points.front();
@@ -169,13 +137,7 @@ bool TVPolyline2D::IsConvexPolygon(double Eps) const {
 }
 
 TVPolyline2D TVPolyline2D::ConvexHull() const {
-  const std::vector<TPoint2D> Places = SortedPlaces(FPoints);
-  if (Places.size() < 2) return TVPolyline2D(Places);
-  std::vector<TPoint2D> Ring;
-  AppendHalfHull(Places.begin(), Places.end(), Ring);
-  AppendHalfHull(Places.rbegin(), Places.rend(), Ring);
-  Ring.push_back(Ring.front());
-  TVPolyline2D Hull(std::move(Ring));
+  TVPolyline2D Hull = ClosedStrictHull(*this);
   Hull.CollinearSmooth(kHullSlack);
   return Hull;
 }

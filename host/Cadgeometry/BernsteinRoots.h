@@ -5,6 +5,29 @@
 
 namespace tarnalgo {
 
+/// The root of a function monotone between a negative and a positive value, in either order:
+/// Illinois false position, every fourth step a bisection.
+template <class TFunction>
+double RootBetween(TFunction F, double Low, double AtLow, double High, double AtHigh) {
+  for (int Step = 0; Step < 100; ++Step) {
+    double T = (Low * AtHigh - High * AtLow) / (AtHigh - AtLow);
+    if (!(T > Low && T < High) || Step % 4 == 3) T = Low + (High - Low) / 2;
+    if (!(T > Low && T < High)) break;
+    const double Value = F(T);
+    if (Value == 0.0) return T;
+    if ((Value < 0.0) == (AtLow < 0.0)) {
+      Low = T;
+      AtLow = Value;
+      AtHigh /= 2;
+    } else {
+      High = T;
+      AtHigh = Value;
+      AtLow /= 2;
+    }
+  }
+  return Low + (High - Low) / 2;
+}
+
 /// The roots in (0, 1) of a polynomial of degree `N` in Bernstein form, ascending.
 ///
 /// Its coefficients change sign at least as often as it has roots, and halving an interval adds no
@@ -62,33 +85,13 @@ class TBernsteinRoots {
     Isolate(Right, Middle, To, Depth + 1);
   }
 
-  /// The only sign change in [0, 1]: false position with the Illinois weight, kept in its bracket.
+  /// The only sign change in [0, 1].
   static double Refine(const TCoefficients& C) {
-    double Low = 0.0;
-    double High = 1.0;
-    double AtLow = C[0];
-    double AtHigh = C[N];
-    if (AtLow == 0.0 || AtHigh == 0.0) return BisectBySign(C);
-    for (int Step = 0; Step < 100 && High - Low > 1e-16 * High; ++Step) {
-      double T = (Low * AtHigh - High * AtLow) / (AtHigh - AtLow);
-      if (!(T > Low && T < High) || Step % 4 == 3) T = Low + (High - Low) / 2;
-      if (!(T > Low && T < High)) break;
-      const double Value = Eval(C, T);
-      if (Value == 0.0) return T;
-      if ((Value < 0.0) == (AtLow < 0.0)) {
-        Low = T;
-        AtLow = Value;
-        AtHigh /= 2;
-      } else {
-        High = T;
-        AtHigh = Value;
-        AtLow /= 2;
-      }
-    }
-    return Low + (High - Low) / 2;
+    if (C[0] == 0.0 || C[N] == 0.0) return BisectBySign(C);
+    return RootBetween([&C](double T) { return Eval(C, T); }, 0.0, C[0], 1.0, C[N]);
   }
 
-  /// The same where an end value is exactly 0 and cannot steer the false position.
+  /// The same where an end value is exactly 0 and cannot steer a false position.
   static double BisectBySign(const TCoefficients& C) {
     double FirstSign = 0.0;
     for (std::size_t I = 0; I <= N && FirstSign == 0.0; ++I) FirstSign = C[I];

@@ -18,9 +18,6 @@ namespace {
 /// to count as a line.
 constexpr double kStraightError = 1e-15;
 
-/// Parameter: cuts nearer to each other, or to an end, are one.
-constexpr double kLeastCutStep = 1e-9;
-
 bool IsStraightAndEven(const TBezierSegment2D& B) {
   const double Scale =
       std::max({std::abs(B.P0.X), std::abs(B.P0.Y), std::abs(B.P3.X), std::abs(B.P3.Y)});
@@ -43,7 +40,7 @@ struct TMonotoneCuts {
     SortFew(Turns.data(), Turns.data() + Found);
     At[Count++] = 0.0;
     for (std::size_t I = 0; I < Found; ++I) {
-      if (Turns[I] > At[Count - 1] + kLeastCutStep && Turns[I] < 1.0 - kLeastCutStep) {
+      if (Turns[I] > At[Count - 1] + kLeastBezierCut && Turns[I] < 1.0 - kLeastBezierCut) {
         At[Count++] = Turns[I];
       }
     }
@@ -76,6 +73,19 @@ TCurvePiece TCurvePiece::OfArc(const TArc2D& Arc, const TPoint2D& Start, const T
   return Piece;
 }
 
+TCurvePiece TCurvePiece::OfMonotoneBezier(const TBezierSegment2D& Part, double From, double To) {
+  TCurvePiece Piece;
+  Piece.Kind = TPieceKind::Bezier;
+  Piece.Start = Part.P0;
+  Piece.Control1 = Part.P1;
+  Piece.Control2 = Part.P2;
+  Piece.End = Part.P3;
+  Piece.Box = TRect2D(Part.P0, Part.P0).Union(Part.P3);
+  Piece.From = From;
+  Piece.To = To;
+  return Piece;
+}
+
 void TCurvePiece::AppendBezier(const TBezierSegment2D& Segment, double From, double To,
                                std::vector<TCurvePiece>& Pieces) {
   if (IsStraightAndEven(Segment)) {
@@ -89,15 +99,8 @@ void TCurvePiece::AppendBezier(const TBezierSegment2D& Segment, double From, dou
     const double CutTo = Cuts.At[I];
     TBezierSegment2D Part = Rest;
     if (CutTo < 1.0) Rest.Split((CutTo - CutFrom) / (1.0 - CutFrom), Part, Rest);
-    TCurvePiece Piece;
-    Piece.Kind = TPieceKind::Bezier;
-    Piece.Start = Part.P0;
-    Piece.Control1 = Part.P1;
-    Piece.Control2 = Part.P2;
-    Piece.End = Part.P3;
-    Piece.Box = TRect2D(Part.P0, Part.P0).Union(Part.P3);
-    Piece.From = From + CutFrom * (To - From);
-    Piece.To = CutTo < 1.0 ? From + CutTo * (To - From) : To;
+    TCurvePiece Piece = OfMonotoneBezier(Part, From + CutFrom * (To - From),
+                                         CutTo < 1.0 ? From + CutTo * (To - From) : To);
     Piece.StartIsCut = CutFrom > 0.0;
     Piece.EndIsCut = CutTo < 1.0;
     Pieces.push_back(Piece);

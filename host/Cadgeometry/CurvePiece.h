@@ -35,6 +35,8 @@ struct TCurvePiece {
   /// `Start` and `End` are the ends as given, which those of `Arc` meet to rounding only.
   static TCurvePiece OfArc(const TArc2D& Arc, const TPoint2D& Start, const TPoint2D& End,
                            double From, double To);
+  /// Of a cubic that is monotone in X and Y.
+  static TCurvePiece OfMonotoneBezier(const TBezierSegment2D& Part, double From, double To);
   /// Appends the monotone pieces of a cubic: at most five; one line where it is straight and even.
   static void AppendBezier(const TBezierSegment2D& Segment, double From, double To,
                            std::vector<TCurvePiece>& Pieces);

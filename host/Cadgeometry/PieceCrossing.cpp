@@ -278,29 +278,6 @@ class TMeeting {
     StepTo(1.0);
   }
 
-  /// The root of a function monotone between a negative and a positive value: Illinois false
-  /// position, every fourth step a bisection.
-  template <class TFunction>
-  static double RootBetween(TFunction F, double Low, double AtLow, double High, double AtHigh) {
-    for (int Step = 0; Step < 100; ++Step) {
-      double T = (Low * AtHigh - High * AtLow) / (AtHigh - AtLow);
-      if (!(T > Low && T < High) || Step % 4 == 3) T = Low + (High - Low) / 2;
-      if (!(T > Low && T < High)) break;
-      const double Value = F(T);
-      if (Value == 0.0) return T;
-      if ((Value < 0.0) == (AtLow < 0.0)) {
-        Low = T;
-        AtLow = Value;
-        AtHigh /= 2;
-      } else {
-        High = T;
-        AtHigh = Value;
-        AtLow /= 2;
-      }
-    }
-    return Low + (High - Low) / 2;
-  }
-
   void CrossLineCubic(const TCurvePiece& Line, const TCurvePiece& Cubic) {
     const TPoint2D Way = Line.End - Line.Start;
     const double Length = Way.Mag();

@@ -11,8 +11,8 @@ namespace tarnalgo {
 ///
 /// Places are angles turned from the start of the first arc in its sense; the second arc is given
 /// in the same sense. Whoever asks makes points of them in his own way.
-/// Tolerance: `Eps`, a length. A longer part is a stretch; a shorter one, or a gap of up to that, is
-/// a place where two ends touch. An arc with no longer gap between its ends is a full circle.
+/// Tolerance: `Eps`, a length. A longer part is a stretch; a shorter one, or a gap of up to that,
+/// is a place where two ends touch. An arc with no longer gap between its ends is a full circle.
 class TArcOverlap {
  public:
   struct TPart {

@@ -37,6 +37,19 @@ inline constexpr double kBoxGain = 1e-9;
 /// below any angle that is drawn.
 inline constexpr double kParallelSine = 1e-12;
 
+/// Parameter: places where a Bezier turns back in X or Y that are nearer to each other, or to an
+/// end, are one; where it was cut already the turn is the rounding of the cut.
+inline constexpr double kLeastBezierCut = 1e-9;
+
+/// Tolerances: how far the corner of a box moves when each of its sides moves by one (√2), and a
+/// place that is three quarters corner (0.75 along both axes), with a little to spare for rounding.
+inline constexpr double kCornerReach = 1.5;
+inline constexpr double kMarkReach = 1.1;
+
+/// Tolerances: length of the shortest loop that trimming keeps. Edges shorter than the tolerance
+/// make their neighbours touch without any crossing.
+inline constexpr double kLeastLoop = 4.0;
+
 /// Bulge: from this absolute value on an arc of a segment chain is a full circle through its start.
 inline constexpr double kCircleBulge = 3.3e38;
 

@@ -12,8 +12,8 @@ struct TIntersectPoint2D {
   double Param2 = 0.0;
 };
 
-/// The points alone of `A.Intersect(B, I1, I2, Eps)` and their count; a point beyond the count stays
-/// what it is.
+/// The points alone of `A.Intersect(B, I1, I2, Eps)` and their count; a point beyond the count
+/// stays what it is.
 template <class TA, class TB>
 int IntersectInPoints(const TA& A, const TB& B, TPoint2D& P1, TPoint2D& P2,
                       double Eps = kLinearTolerance) {

@@ -1,8 +1,8 @@
-#include "geometryAlgo/ShapeApp/ConvexRing.h"
+#include "geometryAlgo/VedaType/StrictHull.h"
 
 #include <algorithm>
 
-#include "geometryAlgo/ShapeApp/LexicographicSort.h"
+#include "geometryAlgo/VedaType/LexicographicSort.h"
 #include "geometryAlgo/VedaType/Point.h"
 #include "host/Cadtypes/ExtendedPoint.h"
 

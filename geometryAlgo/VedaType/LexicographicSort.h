@@ -1,4 +1,4 @@
-#pragma once  // geometryAlgo/ShapeApp/LexicographicSort.h
+#pragma once  // geometryAlgo/VedaType/LexicographicSort.h
 
 #include <algorithm>
 #include <cmath>
@@ -15,7 +15,7 @@ inline bool IsLessByXY(const TPoint2D& A, const TPoint2D& B) {
 }
 
 /// Sorts records by the points that `PointOf` sees in them, by X, then Y; equal points come in any
-/// order. Every coordinate is finite. Internal to the pages of this unit.
+/// order. Every coordinate is finite. Internal to the library.
 /// Cost: O(n log n) at worst, O(n) where the X are spread: the records are dealt into stripes of
 /// equal width first, four to a stripe on average, and only stripes are sorted.
 template <class T, class TPointOf>
