@@ -59,10 +59,6 @@ struct TDrawing {
   void AddEdge(const tarnalgo::TPoint2D& From, const tarnalgo::TPoint2D& To, int Layer) {
     Edges.push_back({{From, To}, Layer});
   }
-  /// A chord with a bulge (tangent of a quarter of the sweep); 0 is a straight edge. A bulge over a
-  /// chord of no length draws nothing.
-  void AddBulge(const tarnalgo::TPoint2D& From, const tarnalgo::TPoint2D& To, double Bulge,
-                int Layer);
 
  private:
   std::map<std::string, int> FLayerIndices;

@@ -17,6 +17,7 @@
 #include "examples/sheet_planner/DxfText.h"
 #include "examples/sheet_planner/Flatten.h"
 #include "examples/sheet_planner/Format.h"
+#include "geometryAlgo/VedaType/LABPolyline.h"
 
 namespace sheet_planner {
 
@@ -30,11 +31,7 @@ constexpr std::size_t kMostExpanded = 4'000'000;
 
 /// Entities as written, in the coordinates of their block.
 struct TPolylineEntity {
-  struct TVertex {
-    TPoint2D Point;
-    double Bulge = 0.0;
-  };
-  std::vector<TVertex> Vertices;
+  TLWPolyline Vertices;
   bool IsClosed = false;
 };
 
@@ -192,10 +189,10 @@ bool IsFullTurn(double Sweep) {
 
 /// The circle that a polyline of arcs traces, as some programs write one: no edges, one centre and
 /// radius, one full turn.
-bool IsCircle(const std::vector<TDrawnArc>& Arcs) {
+bool IsCircle(const std::vector<TArc2D>& Arcs) {
   double Sweep = 0.0;
-  for (const auto& [Arc, Layer] : Arcs) {
-    const TArc2D& First = Arcs[0].Arc;
+  for (const TArc2D& Arc : Arcs) {
+    const TArc2D& First = Arcs[0];
     const double Slack = kLinearTolerance * std::max(1.0, First.Radius);
     if (!Arc.Center.Equals(First.Center, Slack)) return false;
     if (std::abs(Arc.Radius - First.Radius) > Slack) return false;
@@ -337,22 +334,20 @@ class TExpander {
     const auto& Vertices = Polyline.Vertices;
     if (Vertices.size() < 2) return Refuse("fewer than two vertices");
     CountExpanded(Vertices.size());
-    TDrawing Sides;
-    for (std::size_t I = 1; I < Vertices.size(); ++I) {
-      Sides.AddBulge(Vertices[I - 1].Point, Vertices[I].Point, Vertices[I - 1].Bulge, FLayer);
+    std::vector<TLine2D> Lines;
+    std::vector<TArc2D> Arcs;
+    for (const TLABSegline& Side : TLABPolyline(Vertices, Polyline.IsClosed)) {
+      if (Side.IsPoint()) continue;  // a repeated vertex leaves a side of no length
+      if (Side.SegType == stArc) {
+        Arcs.push_back(Side.ToArc().ToArc2D());
+      } else {
+        Lines.push_back(Side.ToLine().ToLine2D());
+      }
     }
-    const auto& Last = Vertices.back();
-    if (Polyline.IsClosed) Sides.AddBulge(Last.Point, Vertices[0].Point, Last.Bulge, FLayer);
-    // A repeated vertex leaves a side of no length.
-    std::erase_if(Sides.Edges, [](const TDrawnEdge& Side) {
-      return Side.Line.StartPoint.Equals(Side.Line.EndPoint);
-    });
-    if (Sides.Edges.empty() && IsCircle(Sides.Arcs)) {
-      return Draw(TCircle2D(Sides.Arcs[0].Arc.Center, Sides.Arcs[0].Arc.Radius));
-    }
+    if (Lines.empty() && IsCircle(Arcs)) return Draw(TCircle2D(Arcs[0].Center, Arcs[0].Radius));
     bool IsDrawn = true;
-    for (const TDrawnEdge& Side : Sides.Edges) IsDrawn = IsDrawn && Draw(Side.Line);
-    for (const TDrawnArc& Side : Sides.Arcs) IsDrawn = IsDrawn && DrawArc(Side.Arc);
+    for (const TLine2D& Line : Lines) IsDrawn = IsDrawn && Draw(Line);
+    for (const TArc2D& Arc : Arcs) IsDrawn = IsDrawn && DrawArc(Arc);
     return IsDrawn;
   }
 

@@ -212,19 +212,17 @@ class TPreparer {
     const TArc2D& Arc = Drawn.Arc;
     const int From = FAnchors.At(Arc.StartPoint());
     const int To = FAnchors.At(Arc.EndPoint());
-    // Ends this near would make a circle of an arc of a chain.
-    if (From == To || Arc.StartPoint().Equals(Arc.EndPoint())) {
-      if (std::abs(Arc.SweepAngle) > kPi) {
-        return TakeCircle({Arc.Center, Arc.Radius}, Drawn.Layer);
-      }
+    if (From == To && std::abs(Arc.SweepAngle) > kPi) {
+      return TakeCircle({Arc.Center, Arc.Radius}, Drawn.Layer);
+    }
+    if (From == To) {
       ++FSheet.Stats.TooShort;
       return;
     }
     const std::array<TPoint2D, 3> Places{Arc.PointAtParam(0.25), Arc.PointAtParam(0.5),
                                          Arc.PointAtParam(0.75)};
     if (!IsNew('a', From, To, Places)) return;
-    const TLABSegline Seg(Arc.StartPoint(), Arc.EndPoint(), Arc.Center, Arc.Bulge());
-    FSheet.Chains.push_back({{From, To, PortOf(Drawn.Layer)}, TLABPolyline{Seg}});
+    FSheet.Chains.push_back({{From, To, PortOf(Drawn.Layer)}, TLABPolyline{TLABSegline(Arc)}});
   }
 
   void TakeCurve(const TDrawnCurve& Drawn) {

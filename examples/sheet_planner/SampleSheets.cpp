@@ -40,13 +40,17 @@ class TPen {
   void Slot(const TPoint2D& From, const TPoint2D& To, double Radius) {
     const TPoint2D Side = (To - From).Normal().RotateCw90() * Radius;
     FDrawing.AddEdge(From + Side, To + Side, FLayer);
-    FDrawing.AddBulge(To + Side, To - Side, 1.0, FLayer);
+    HalfTurn(To + Side, To - Side);
     FDrawing.AddEdge(To - Side, From - Side, FLayer);
-    FDrawing.AddBulge(From - Side, From + Side, 1.0, FLayer);
+    HalfTurn(From - Side, From + Side);
     ++FDrawing.Read["slot"];
   }
 
  private:
+  void HalfTurn(const TPoint2D& From, const TPoint2D& To) {
+    FDrawing.Arcs.push_back({TArc2D::CreateBulge(From, To, 1.0), FLayer});
+  }
+
   TDrawing& FDrawing;
   int FLayer;
 };

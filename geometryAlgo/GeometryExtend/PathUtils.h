@@ -340,7 +340,9 @@ class TPathUtils {
 
   // --- Regions (PathRegions.cpp) ---
   //
-  // Contours are taken as they are and not closed.
+  // Contours are taken as they are and not closed, a vertex for each point of the path, so that
+  // `CreatePaths` gives the paths back. Regions that are to be asked for crossings come closed from
+  // `TVHPolygonList(Tree, Scale)`, or of paths after `ConnectHeadTail`.
 
   /// The polygon of an outer and its holes: the first path keeps its sense, which becomes that of
   /// the polygon, and every other one is set to run against it. No path, an empty polygon.

@@ -110,9 +110,10 @@ class TVHPolygonList : public TVGeometry2DList<TVHPolygon> {
   using TVGeometry2DList::TVGeometry2DList;
   /// The regions of a clipping result: one for each outer node of the tree, its children as holes,
   /// coordinates divided by `Scale`; islands within holes are regions of their own. In the order of
-  /// the tree, a node before what lies within it. Contours are closed (the first point repeated)
-  /// and each region has the sense of its outer node. Nodes without points and open paths are
-  /// passed over.
+  /// the tree, a node before what lies within it. Contours are closed (the first point repeated),
+  /// so that crossings see the last edge and the list keeps the sense of the holes;
+  /// `TPathUtils::CreateHPolygons` answers the vertices of the paths and no more. Each region has
+  /// the sense of its outer node. Nodes without points and open paths are passed over.
   TVHPolygonList(const ClipperLib::PolyTree& PolyTree, double Scale);
 
   std::unique_ptr<TVHPolygonList> New() const { return std::unique_ptr<TVHPolygonList>(DoNew()); }

@@ -1,8 +1,11 @@
 #include "geometryAlgo/VedaType/LABPolyline.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
+#include "host/Cadgeometry.h"
+#include "host/Cadgeometry/PieceCrossing.h"
 #include "host/Cadutils.h"
 
 namespace tarnalgo {
@@ -43,15 +46,66 @@ TPoint2D FirstDirection(const TLABPolyline& Chain, int From, int Step, bool IsRi
   return TPoint2D::FZero;
 }
 
+/// The piece over a chord.
+TLABSegline PieceOver(const TPoint2D& From, const TPoint2D& To, double Bulge) {
+  const TLABSegline Straight(From, To);
+  if (From.Equals(To)) return Straight;
+  const double Bow = From.DistanceTo(To) * std::abs(Bulge) / 2;
+  const TVArc2D Arc(From, To, Bulge);
+  const bool IsArc = Bow > ToleranceWithRounding(kLinearTolerance, Arc.Radius());
+  return IsArc ? TLABSegline(From, To, Arc.Center, Bulge) : Straight;
+}
+
+void AppendEdges(const std::vector<TPoint2D>& Points, std::vector<TLABSegline>& Segs) {
+  for (std::size_t I = 1; I < Points.size(); ++I) Segs.emplace_back(Points[I - 1], Points[I]);
+}
+
+void AppendCurve(const TGeCurve2D& Curve, std::vector<TLABSegline>& Segs) {
+  if (const auto* const Line = dynamic_cast<const TGeLine2D*>(&Curve)) {
+    Segs.emplace_back(Line->StartPoint(), Line->EndPoint());
+  } else if (const auto* const Arc = dynamic_cast<const TGeCircularArc2D*>(&Curve)) {
+    TLABSegline Seg(Arc->Arc2D());
+    if (!Seg.IsCircle()) {  // the ends as they were given
+      Seg.P1 = Arc->StartPoint();
+      Seg.P4 = Arc->EndPoint();
+    }
+    Segs.push_back(Seg);
+  } else if (const auto* const Chain = dynamic_cast<const TGePolyline2D*>(&Curve)) {
+    AppendEdges(Chain->Points(), Segs);
+  } else if (const auto* const Beziers = dynamic_cast<const TGePolyBezier2D*>(&Curve)) {
+    for (int I = 0; I < Beziers->GetBezierCount(); ++I) {
+      const TBezierSegment2D& B = Beziers->GetBezier(I);
+      Segs.emplace_back(B.P0, B.P1, B.P2, B.P3);
+    }
+  } else if (const auto* const Whole = dynamic_cast<const TGeCompositeCurve2D*>(&Curve)) {
+    for (int I = 0; I < Whole->GetCurveCount(); ++I) AppendCurve(*Whole->GetCurve(I), Segs);
+  } else {
+    AppendEdges(Curve.Sample(kChainChordError), Segs);
+  }
+}
+
 }  // namespace
 
 TLABPolyline::TLABPolyline(const TVPolyline2D& Polyline) : TLABPolyline(&Polyline) {}
 
 TLABPolyline::TLABPolyline(const TVPolyline2D* Polyline) {
   if (Polyline == nullptr) return;
-  const std::vector<TPoint2D>& Points = Polyline->Points();
-  FSegs.reserve(Points.size());
-  for (std::size_t I = 1; I < Points.size(); ++I) FSegs.emplace_back(Points[I - 1], Points[I]);
+  FSegs.reserve(Polyline->Points().size());
+  AppendEdges(Polyline->Points(), FSegs);
+}
+
+TLABPolyline::TLABPolyline(const TLWPolyline& Vertices, bool IsClosed) {
+  FSegs.reserve(Vertices.size());
+  for (std::size_t I = 1; I < Vertices.size(); ++I) {
+    FSegs.push_back(PieceOver(Vertices[I - 1].Pt, Vertices[I].Pt, Vertices[I - 1].Bulge));
+  }
+  if (IsClosed && Vertices.size() > 1) {
+    FSegs.push_back(PieceOver(Vertices.back().Pt, Vertices.front().Pt, Vertices.back().Bulge));
+  }
+}
+
+TLABPolyline::TLABPolyline(const TGeCurve2D& Curve) {
+  AppendCurve(Curve, FSegs);
 }
 
 int TLABPolyline::Add(const TLABSegline& Seg) {

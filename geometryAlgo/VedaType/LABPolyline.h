@@ -51,6 +51,14 @@ class TLABPolyline : public IVGeometry2D {
   explicit TLABPolyline(const TVPolyline2D& Polyline);
   /// The same, an empty chain for null.
   explicit TLABPolyline(const TVPolyline2D* Polyline);
+  /// A line or an arc over each chord, from the last vertex to the first too when `IsClosed`.
+  /// Tolerance: an arc that bows no more than 1e-6, or than its circle rounds to, is a line, and so
+  /// is every piece between equal vertices (1e-6).
+  explicit TLABPolyline(const TLWPolyline& Vertices, bool IsClosed = false);
+  /// What the host curve is made of, in its order: lines, arcs, Beziers, the edges of a polyline,
+  /// the members of a composite. A kind that is none of these is sampled (`kChainChordError`).
+  /// `TLABPolyline(*ToGeCurve2D())` is the chain itself, to rounding.
+  explicit TLABPolyline(const TGeCurve2D& Curve);
 
   std::unique_ptr<TLABPolyline> New() const { return std::unique_ptr<TLABPolyline>(DoNew()); }
   std::unique_ptr<TLABPolyline> Clone() const { return std::unique_ptr<TLABPolyline>(DoClone()); }

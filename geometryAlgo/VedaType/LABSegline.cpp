@@ -73,6 +73,18 @@ bool TLABSegline::TryToLine(double Eps) {
   return true;
 }
 
+TLABSegline::TLABSegline(const TArc2D& Arc)
+    : SegType(stArc), P1(Arc.StartPoint()), P2(Arc.Center), P4(Arc.EndPoint()), Bulge(Arc.Bulge()) {
+  const bool IsFullTurn = std::abs(Arc.SweepAngle) >= kFullTurn;
+  if (!IsFullTurn && !P1.Equals(P4)) return;
+  if (IsFullTurn || std::abs(Arc.SweepAngle) > kPi) {
+    P4 = P1;
+    Bulge = Arc.SweepAngle < 0.0 ? -kCircleBulge : kCircleBulge;
+  } else {
+    *this = TLABSegline(P1, P4);
+  }
+}
+
 // --- As other types ---
 
 TVLine2D TLABSegline::ToLine() const {

@@ -58,6 +58,9 @@ struct TLABSegline {
                         const TPoint2D& AP4)
       : SegType(stBezier), P1(AP1), P2(AP2), P3(AP3), P4(AP4) {}
   constexpr explicit TLABSegline(const TVLine2D& Line) : P1(Line.StartPoint), P4(Line.EndPoint) {}
+  /// An arc; a full circle from a full turn on, or where ends within 1e-6 leave less than that
+  /// open. An arc shorter than that is a line: its ends would make a circle of it.
+  explicit TLABSegline(const TArc2D& Arc);
 
   // --- What it is ---
 

@@ -147,6 +147,41 @@ TEST(TLABPolyline, RoundTripsThroughPolylinesAndHostCurves) {
   const auto Curve = Reversed.ToGeCurve2D();
   EXPECT_TRUE(Curve->IsClosed());
   EXPECT_NEAR(20 + 4 * kPi, Curve->CurveLength(), 1e-12);
+  std::mt19937 Random(5);
+  for (int Round = 0; Round < 200; ++Round) {
+    const TLABPolyline Drawn = RandomChain(Random, Round % 2 == 0);
+    const TLABPolyline Back(*Drawn.ToGeCurve2D());
+    ASSERT_EQ(Drawn.Count(), Back.Count()) << Drawn.ToString();
+    for (int I = 0; I < Back.Count(); ++I) {
+      EXPECT_EQ(Drawn[I].SegType, Back[I].SegType);
+      for (const double T : {0.0, 0.3, 1.0}) {
+        EXPECT_TRUE(Drawn[I].PointByParam(T).Equals(Back[I].PointByParam(T), 1e-12)) << T;
+      }
+    }
+  }
+}
+
+TEST(TLABPolyline, TakesVerticesWithBulges) {
+  const TLWPolyline Vertices{{{0, 0}, 0}, {{10, 0}, kHalfTurn}, {{10, 4}, 0}, {{0, 4}, kHalfTurn}};
+  EXPECT_DOUBLE_EQ(Slot().Area(), TLABPolyline(Vertices, true).Area());
+  EXPECT_EQ(3, TLABPolyline(Vertices).Count());
+  EXPECT_TRUE(TLABPolyline(TLWPolyline{{{1, 1}, 1}}, true).IsEmpty());
+  const struct {
+    TPoint2D End;
+    double Bulge;
+    bool IsArc;
+  } Cases[] = {{{1, 0}, 2.1e-6, true},
+               {{1, 0}, -1.9e-6, false},
+               {{1e5, 0}, 1e-10, false},
+               {{5e-7, 0}, 1, false},
+               {{1, 0}, std::nan(""), false}};
+  for (const auto& Case : Cases) {
+    const TLABPolyline Chain(TLWPolyline{{{0, 0}, Case.Bulge}, {Case.End, 0}});
+    EXPECT_EQ(Case.IsArc ? stArc : stLine, Chain.First().SegType) << Case.Bulge;
+  }
+  // An arc of the host whose ends coincide is a circle or nothing, as its sweep says.
+  EXPECT_TRUE(TLABSegline(TArc2D({0, 0}, 2, 1, 1e-7 - kFullTurn)).IsCircle());
+  EXPECT_TRUE(TLABSegline(TArc2D({0, 0}, 2, 1, 1e-7)).IsPoint());
 }
 
 TEST(TLABPolyline, TangentsAtVertices) {
