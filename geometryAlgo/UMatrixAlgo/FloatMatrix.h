@@ -150,6 +150,22 @@ class TFloatMatrix {
   TFloatMatrix UpperTriangleMat() const;
   TFloatMatrix LowerTriangleMat() const;
 
+  // --- Text (FloatMatrixFile.cpp) ---
+
+  /// Writes the file, a new one or over an old one: the row count, a blank and the column count on
+  /// the first line; then a line for each row, each element as "%.16E", which reads back exactly,
+  /// and a blank. Lines end in CR LF; decimal points whatever the locale.
+  /// Errors: the file cannot be written, `EInOutError`.
+  void SaveToFile(const std::string& FileName) const;
+  /// Replaces this matrix by what `SaveToFile` wrote; without such a file does nothing. Blanks and
+  /// line ends before a number are skipped, what follows the last row is not read.
+  /// Errors: the file cannot be read, no number or one beyond the range of a double where one is
+  /// due, a negative count, `EInOutError`; another character than the blank or CR that is due
+  /// behind a number, `EAssertionFailed`. The matrix is then as it was.
+  void LoadFromFile(const std::string& FileName);
+  /// The elements to the debug output, a line for each row.
+  void TestShow() const;
+
  private:
   struct TBlock {
     TBlock(int ARows, int AColumns);

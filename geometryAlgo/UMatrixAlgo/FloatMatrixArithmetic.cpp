@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "geometryAlgo/UMatrixAlgo/BlockProduct.h"
 #include "geometryAlgo/UMatrixAlgo/FloatMatrix.h"
 #include "geometryAlgo/UMatrixAlgo/RowKernels.h"
 #include "host/Cadutils.h"
@@ -43,6 +44,18 @@ bool AllSame(const TFloatMatrix& A, const TFloatMatrix& B, TSame&& Same) {
   return true;
 }
 
+/// Calls `Visit(Top, Bottom, Left, Right)` for tiles so small that what is read down the columns of
+/// one stays in the first cache.
+template <class TVisit>
+void ForEachTile(int Rows, int Columns, TVisit&& Visit) {
+  constexpr int kTile = 16;
+  for (int Top = 0; Top < Rows; Top += kTile) {
+    for (int Left = 0; Left < Columns; Left += kTile) {
+      Visit(Top, std::min(Top + kTile, Rows), Left, std::min(Left + kTile, Columns));
+    }
+  }
+}
+
 }  // namespace
 
 TFloatMatrix TFloatMatrix::Add(const TFloatMatrix& Other) const {
@@ -70,21 +83,16 @@ TFloatMatrix TFloatMatrix::Negative() const {
 TFloatMatrix TFloatMatrix::Multiply(const TFloatMatrix& Other) const {
   AssertThat(GetColCnt() == Other.GetRowCnt(), kMatrixUnit);
   TFloatMatrix Result(GetRowCnt(), Other.GetColCnt());
-  const auto Width = static_cast<std::size_t>(Other.GetColCnt());
-  for (int I = 0; I < GetRowCnt(); ++I) {
-    for (int K = 0; K < GetColCnt(); ++K) {
-      RowAddMultiple(Result.Row(I), Row(I)[K], Other.Row(K), Width);
-    }
-  }
+  TBlockProduct().Add(GetRowCnt(), Other.GetColCnt(), GetColCnt(), {Row(0), RowStride(), 1},
+                      {Other.Row(0), Other.RowStride(), 1}, Result.Row(0), Result.RowStride());
   return Result;
 }
 
 TFloatVector TFloatMatrix::Multiply(const TFloatVector& V) const {
   AssertThat(GetColCnt() == V.GetSize(), kMatrixUnit);
   TFloatVector Result(GetRowCnt());
-  for (int I = 0; I < GetRowCnt(); ++I) {
-    Result.Data()[I] = RowDot(Row(I), V.Data(), static_cast<std::size_t>(GetColCnt()));
-  }
+  RowDots(Row(0), RowStride(), static_cast<std::size_t>(GetRowCnt()), V.Data(),
+          static_cast<std::size_t>(GetColCnt()), Result.Data());
   return Result;
 }
 
@@ -98,31 +106,33 @@ bool TFloatMatrix::Equls(const TFloatMatrix& Other, double Eps) const {
 }
 
 TFloatMatrix TFloatMatrix::AAT() const {
-  TFloatMatrix Result(GetRowCnt(), GetRowCnt());
-  for (int I = 0; I < GetRowCnt(); ++I) {
-    for (int J = 0; J <= I; ++J) {
-      const double Dot = RowDot(Row(I), Row(J), static_cast<std::size_t>(GetColCnt()));
-      Result.Row(I)[J] = Dot;
-      Result.Row(J)[I] = Dot;
-    }
+  constexpr int kBand = 128;  // the lower triangle, a band of rows at a time
+  const int Size = GetRowCnt();
+  TFloatMatrix Result(Size, Size);
+  TBlockProduct Product;
+  for (int I = 0; I < Size; I += kBand) {
+    const int Height = std::min(kBand, Size - I);
+    Product.Add(Height, I + Height, GetColCnt(), {Row(I), RowStride(), 1}, {Row(0), 1, RowStride()},
+                Result.Row(I), Result.RowStride());
   }
+  ForEachTile(Size, Size, [&Result](int Top, int Bottom, int Left, int Right) {
+    for (int J = Left; J < Right; ++J) {
+      double* const To = Result.Row(J);
+      for (int I = std::max(Top, J + 1); I < Bottom; ++I) To[I] = Result.Row(I)[J];
+    }
+  });
   return Result;
 }
 
 TFloatMatrix TFloatMatrix::Transpose() const {
-  constexpr int kTile = 16;  // a tile of either matrix stays in the first cache
   TFloatMatrix Result(GetColCnt(), GetRowCnt());
-  for (int Top = 0; Top < GetRowCnt(); Top += kTile) {
-    const int Bottom = std::min(Top + kTile, GetRowCnt());
-    for (int Left = 0; Left < GetColCnt(); Left += kTile) {
-      const int Right = std::min(Left + kTile, GetColCnt());
-      for (int J = Left; J < Right; ++J) {
-        double* const To = Result.Row(J);
-        const double* From = Row(Top) + J;
-        for (int I = Top; I < Bottom; ++I, From += RowStride()) To[I] = *From;
-      }
+  ForEachTile(GetRowCnt(), GetColCnt(), [&](int Top, int Bottom, int Left, int Right) {
+    for (int J = Left; J < Right; ++J) {
+      double* const To = Result.Row(J);
+      const double* From = Row(Top) + J;
+      for (int I = Top; I < Bottom; ++I, From += RowStride()) To[I] = *From;
     }
-  }
+  });
   return Result;
 }
 

@@ -11,10 +11,6 @@ namespace tarnalgo {
 
 namespace {
 
-/// Between these the sum of squares has lost nothing to overflow or to vanishing terms.
-constexpr double kLeastPlainSquare = 1e-280;
-constexpr double kLargestPlainSquare = 1e300;
-
 std::size_t CheckedSize(int Size) {
   if (Size < 0) RaiseError<EParamError>("TFloatVector", "the size is negative");
   return static_cast<std::size_t>(Size);
@@ -136,18 +132,7 @@ double TFloatVector::MagSqr() const {
 }
 
 double TFloatVector::Mag() const {
-  const double Square = MagSqr();
-  if (Square >= kLeastPlainSquare && Square <= kLargestPlainSquare) return std::sqrt(Square);
-  const double Max = GetAbsMax();
-  if (!(Max > 0.0) || std::isnan(Square) || std::isinf(Max)) return std::sqrt(Square);
-  // A power of two scales exactly; two steps, for the factor itself can be out of range.
-  const int Shift = std::ilogb(Max);
-  double Sum = 0.0;
-  for (int I = 0; I < GetSize(); ++I) {
-    const double Scaled = std::scalbn(Data()[I], -Shift);
-    Sum += Scaled * Scaled;
-  }
-  return std::scalbn(std::sqrt(Sum), Shift);
+  return RowMag(Data(), static_cast<std::size_t>(GetSize()));
 }
 
 double TFloatVector::Norm1() const {

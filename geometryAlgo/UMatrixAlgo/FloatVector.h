@@ -97,6 +97,17 @@ class TFloatVector {
   /// Lets go of the buffer: this vector is empty, other handles keep theirs.
   void FreeData() { FItems.reset(); }
 
+  // --- Text (FloatVectorFile.cpp) ---
+
+  /// Writes over a file that exists: "%20.18f " for each element on a line of its own, or
+  /// " %20.18f " for each on one line. Lines end in CR LF; decimal points whatever the locale.
+  /// Errors: no file there yet, or it cannot be written, `EInOutError`.
+  void SaveToFile(const std::string& FileName, bool OnePerLine) const;
+  /// Reads nothing; always false.
+  bool LoadFromFile(const std::string& FileName, bool OnePerLine);
+  /// The elements to the debug output, on one line.
+  void TestShow() const;
+
  private:
   std::size_t Checked(int Index) const;
 

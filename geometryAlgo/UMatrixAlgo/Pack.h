@@ -5,29 +5,24 @@
 namespace tarnalgo {
 
 /// Doubles that one instruction works on: `TPack2` fits every x86-64 and ARM64, `TPack4` wants AVX.
-/// Each lane is rounded by itself, so the width changes no result. A compiler without vector
-/// extensions takes one lane. Internal to the matrix unit.
-#if defined(__GNUC__)
+/// Each lane is rounded by itself, so the width changes no result. Internal to the matrix unit.
 using TPack2 = double __attribute__((vector_size(16)));
 using TPack4 = double __attribute__((vector_size(32)));
-#else
-using TPack2 = double;
-using TPack4 = double;
-#endif
 
 /// Lanes of a pack.
 template <class TPack>
 inline constexpr int kLanes = static_cast<int>(sizeof(TPack) / sizeof(double));
 
-// By reference: a pack wider than the base machine cannot be returned by value.
+// By reference: a pack wider than the base machine cannot be returned by value. Always inlined, for
+// the caller may be compiled for a wider machine.
 
 template <class TPack>
-inline void Load(TPack& Pack, const double* From) {
+[[gnu::always_inline]] inline void Load(TPack& Pack, const double* From) {
   std::memcpy(&Pack, From, sizeof Pack);
 }
 
 template <class TPack>
-inline void Store(double* To, const TPack& Pack) {
+[[gnu::always_inline]] inline void Store(double* To, const TPack& Pack) {
   std::memcpy(To, &Pack, sizeof Pack);
 }
 
