@@ -149,26 +149,15 @@ void MultiplyNarrow(const TBlockJob& Job) {
   MultiplyBlock<kIsNegative, TPack2>(Job);
 }
 
-#ifdef __x86_64__
 template <bool kIsNegative>
-[[gnu::target("avx2")]] void MultiplyWide(const TBlockJob& Job) {
+TARNALGO_WIDE_CODE void MultiplyWide(const TBlockJob& Job) {
   MultiplyBlock<kIsNegative, TPack4>(Job);
 }
 
 template <bool kIsNegative>
 void Multiply(const TBlockJob& Job) {
-  if (__builtin_cpu_supports("avx2")) {
-    MultiplyWide<kIsNegative>(Job);
-  } else {
-    MultiplyNarrow<kIsNegative>(Job);
-  }
+  HasWidePacks() ? MultiplyWide<kIsNegative>(Job) : MultiplyNarrow<kIsNegative>(Job);
 }
-#else
-template <bool kIsNegative>
-void Multiply(const TBlockJob& Job) {
-  MultiplyNarrow<kIsNegative>(Job);
-}
-#endif
 
 /// The plain loops, for blocks too small to copy.
 void MultiplySmall(bool IsNegative, int Rows, int Columns, int Depth, TBlockView A, TBlockView B,

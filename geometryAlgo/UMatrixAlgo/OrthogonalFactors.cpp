@@ -71,8 +71,9 @@ TFloatMatrix TMatrixDCMPTool::GetOrthoByGramSchmidt(const TFloatMatrix& Matrix) 
   TFloatMatrix Columns = Matrix.Transpose();  // rows lie in one piece
   for (int K = 0; K < Columns.GetRowCnt(); ++K) {
     double* const Column = Columns.Row(K);
-    MakeUnit(Column, static_cast<std::size_t>(Columns.GetColCnt()));
-    const double Left = MakeOrthogonal(Column, Columns, K);
+    const double Length = RowMag(Column, static_cast<std::size_t>(Columns.GetColCnt()));
+    if (Length == 0.0) continue;  // exact
+    const double Left = MakeOrthogonal(Column, Length, Columns, K);
     if (Left < kIndependence) std::fill_n(Column, Columns.GetColCnt(), 0.0);
   }
   return Columns.Transpose();

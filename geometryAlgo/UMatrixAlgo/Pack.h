@@ -26,4 +26,18 @@ template <class TPack>
   std::memcpy(To, &Pack, sizeof Pack);
 }
 
+/// The machine has the instructions that `TPack4` wants. A function for them is marked
+/// TARNALGO_WIDE_CODE.
+#ifdef __x86_64__
+#define TARNALGO_WIDE_CODE [[gnu::target("avx2")]]
+inline bool HasWidePacks() {
+  return __builtin_cpu_supports("avx2");
+}
+#else
+#define TARNALGO_WIDE_CODE
+inline bool HasWidePacks() {
+  return false;
+}
+#endif
+
 }  // namespace tarnalgo

@@ -15,53 +15,71 @@ constexpr double kLargestPlainSquare = 1e300;
 
 constexpr std::size_t kDotSums = 8;
 
-/// The partial sums of a dot product: each takes every eighth term.
-struct TDotSums {
+/// Sum := Sum + A·B, lane by lane.
+template <class TPack>
+[[gnu::always_inline]] inline void AddTerms(TPack& Sum, const double* A, const double* B) {
+  TPack X;
+  TPack Y;
+  Load(X, A);
+  Load(Y, B);
+  Sum += X * Y;
+}
+
+/// The sum of eight partial sums, each of every eighth term, and of the last `Count` < 8 terms.
+[[gnu::always_inline]] inline double TotalOf(TPack2 S0, TPack2 S1, TPack2 S2, TPack2 S3,
+                                             const double* A, const double* B, std::size_t Count) {
+  for (; Count >= 2; Count -= 2, A += 2, B += 2) AddTerms(S0, A, B);
+  const TPack2 Sum = (S0 + S1) + (S2 + S3);
+  return Count == 0 ? Sum[0] + Sum[1] : (Sum[0] + Sum[1]) + *A * *B;
+}
+
+/// The partial sums, in packs of two or four.
+struct TNarrowSums {
   TPack2 S0{};
   TPack2 S1{};
   TPack2 S2{};
   TPack2 S3{};
 
-  /// The next eight terms.
   [[gnu::always_inline]] void Add(const double* A, const double* B) {
-    AddPair(S0, A, B);
-    AddPair(S1, A + 2, B + 2);
-    AddPair(S2, A + 4, B + 4);
-    AddPair(S3, A + 6, B + 6);
+    AddTerms(S0, A, B);
+    AddTerms(S1, A + 2, B + 2);
+    AddTerms(S2, A + 4, B + 4);
+    AddTerms(S3, A + 6, B + 6);
   }
-
-  /// The sum, with the last `Count` < 8 terms.
-  [[gnu::always_inline]] double Total(const double* A, const double* B, std::size_t Count) {
-    for (; Count >= 2; Count -= 2, A += 2, B += 2) AddPair(S0, A, B);
-    const TPack2 Sum = (S0 + S1) + (S2 + S3);
-    return Count == 0 ? Sum[0] + Sum[1] : (Sum[0] + Sum[1]) + *A * *B;
-  }
-
- private:
-  [[gnu::always_inline]] static void AddPair(TPack2& Sum, const double* A, const double* B) {
-    TPack2 X;
-    TPack2 Y;
-    Load(X, A);
-    Load(Y, B);
-    Sum += X * Y;
+  [[gnu::always_inline]] double Total(const double* A, const double* B, std::size_t Count) const {
+    return TotalOf(S0, S1, S2, S3, A, B, Count);
   }
 };
 
-}  // namespace
+struct TWideSums {
+  TPack4 S0{};
+  TPack4 S1{};
 
-double RowDot(const double* A, const double* B, std::size_t Count) {
-  TDotSums Sums;
+  [[gnu::always_inline]] void Add(const double* A, const double* B) {
+    AddTerms(S0, A, B);
+    AddTerms(S1, A + 4, B + 4);
+  }
+  [[gnu::always_inline]] double Total(const double* A, const double* B, std::size_t Count) const {
+    return TotalOf(TPack2{S0[0], S0[1]}, TPack2{S0[2], S0[3]}, TPack2{S1[0], S1[1]},
+                   TPack2{S1[2], S1[3]}, A, B, Count);
+  }
+};
+
+template <class TSums>
+[[gnu::always_inline]] inline double DotOf(const double* A, const double* B, std::size_t Count) {
+  TSums Sums;
   std::size_t I = 0;
   for (; I + kDotSums <= Count; I += kDotSums) Sums.Add(A + I, B + I);
   return Sums.Total(A + I, B + I, Count - I);
 }
 
-void RowDots(const double* A, std::ptrdiff_t Step, std::size_t Rows, const double* B,
-             std::size_t Count, double* Dots) {
-  std::size_t R = 0;
-  for (; R + 2 <= Rows; R += 2, A += 2 * Step, Dots += 2) {  // two at a time share the loads of B
-    TDotSums First;
-    TDotSums Second;
+/// `Rows` rows with B, two at a time, which share the loads of B.
+template <class TSums>
+[[gnu::always_inline]] inline void DotsOf(const double* A, std::ptrdiff_t Step, std::size_t Rows,
+                                          const double* B, std::size_t Count, double* Dots) {
+  for (; Rows >= 2; Rows -= 2, A += 2 * Step, Dots += 2) {
+    TSums First;
+    TSums Second;
     std::size_t I = 0;
     for (; I + kDotSums <= Count; I += kDotSums) {
       First.Add(A + I, B + I);
@@ -70,7 +88,72 @@ void RowDots(const double* A, std::ptrdiff_t Step, std::size_t Rows, const doubl
     Dots[0] = First.Total(A + I, B + I, Count - I);
     Dots[1] = Second.Total(A + Step + I, B + I, Count - I);
   }
-  if (R < Rows) Dots[0] = RowDot(A, B, Count);
+  if (Rows == 1) Dots[0] = DotOf<TSums>(A, B, Count);
+}
+
+void DotsNarrow(const double* A, std::ptrdiff_t Step, std::size_t Rows, const double* B,
+                std::size_t Count, double* Dots) {
+  DotsOf<TNarrowSums>(A, Step, Rows, B, Count, Dots);
+}
+
+TARNALGO_WIDE_CODE void DotsWide(const double* A, std::ptrdiff_t Step, std::size_t Rows,
+                                 const double* B, std::size_t Count, double* Dots) {
+  DotsOf<TWideSums>(A, Step, Rows, B, Count, Dots);
+}
+
+/// Y := Y + Σ Factors[r]·(row r), four rows at a time, which share the loads of Y.
+template <class TPack>
+[[gnu::always_inline]] inline void AddMultiplesOf(double* Y, const double* Factors, const double* A,
+                                                  std::ptrdiff_t Step, std::size_t Rows,
+                                                  std::size_t Count) {
+  constexpr std::size_t kStep = kLanes<TPack>;
+  for (; Rows >= 4; Rows -= 4, A += 4 * Step, Factors += 4) {
+    const double* const Row[] = {A, A + Step, A + 2 * Step, A + 3 * Step};
+    std::size_t I = 0;
+    for (; I + kStep <= Count; I += kStep) {
+      TPack Sum, X0, X1, X2, X3;
+      Load(Sum, Y + I);
+      Load(X0, Row[0] + I);
+      Load(X1, Row[1] + I);
+      Load(X2, Row[2] + I);
+      Load(X3, Row[3] + I);
+      Sum += Factors[0] * X0;
+      Sum += Factors[1] * X1;
+      Sum += Factors[2] * X2;
+      Sum += Factors[3] * X3;
+      Store(Y + I, Sum);
+    }
+    for (; I < Count; ++I) {
+      for (std::size_t L = 0; L < 4; ++L) Y[I] += Factors[L] * Row[L][I];
+    }
+  }
+  for (; Rows > 0; --Rows, A += Step, ++Factors) RowAddMultiple(Y, *Factors, A, Count);
+}
+
+void AddMultiplesNarrow(double* Y, const double* Factors, const double* A, std::ptrdiff_t Step,
+                        std::size_t Rows, std::size_t Count) {
+  AddMultiplesOf<TPack2>(Y, Factors, A, Step, Rows, Count);
+}
+
+TARNALGO_WIDE_CODE void AddMultiplesWide(double* Y, const double* Factors, const double* A,
+                                         std::ptrdiff_t Step, std::size_t Rows, std::size_t Count) {
+  AddMultiplesOf<TPack4>(Y, Factors, A, Step, Rows, Count);
+}
+
+}  // namespace
+
+double RowDot(const double* A, const double* B, std::size_t Count) {
+  return DotOf<TNarrowSums>(A, B, Count);
+}
+
+void RowDots(const double* A, std::ptrdiff_t Step, std::size_t Rows, const double* B,
+             std::size_t Count, double* Dots) {
+  (HasWidePacks() ? DotsWide : DotsNarrow)(A, Step, Rows, B, Count, Dots);
+}
+
+void RowsAddMultiples(double* Y, const double* Factors, const double* A, std::ptrdiff_t Step,
+                      std::size_t Rows, std::size_t Count) {
+  (HasWidePacks() ? AddMultiplesWide : AddMultiplesNarrow)(Y, Factors, A, Step, Rows, Count);
 }
 
 void RowAddMultiple(double* Y, double Factor, const double* X, std::size_t Count) {
@@ -91,33 +174,6 @@ void RowAddMultiple(double* Y, double Factor, const double* X, std::size_t Count
     Store(Y + I + kStep, Y1);
   }
   for (; I < Count; ++I) Y[I] += Factor * X[I];
-}
-
-void RowsAddMultiples(double* Y, const double* Factors, const double* A, std::ptrdiff_t Step,
-                      std::size_t Rows, std::size_t Count) {
-  constexpr std::size_t kStep = kLanes<TPack2>;
-  std::size_t R = 0;
-  for (; R + 4 <= Rows; R += 4, A += 4 * Step, Factors += 4) {  // four at a time share Y
-    const double* const Row[] = {A, A + Step, A + 2 * Step, A + 3 * Step};
-    std::size_t I = 0;
-    for (; I + kStep <= Count; I += kStep) {
-      TPack2 Sum, X0, X1, X2, X3;
-      Load(Sum, Y + I);
-      Load(X0, Row[0] + I);
-      Load(X1, Row[1] + I);
-      Load(X2, Row[2] + I);
-      Load(X3, Row[3] + I);
-      Sum += Factors[0] * X0;
-      Sum += Factors[1] * X1;
-      Sum += Factors[2] * X2;
-      Sum += Factors[3] * X3;
-      Store(Y + I, Sum);
-    }
-    for (; I < Count; ++I) {
-      for (std::size_t L = 0; L < 4; ++L) Y[I] += Factors[L] * Row[L][I];
-    }
-  }
-  for (; R < Rows; ++R, A += Step, ++Factors) RowAddMultiple(Y, *Factors, A, Count);
 }
 
 void RowDivide(double* Y, double Divisor, std::size_t Count) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <random>
+#include <vector>
 
 #include "geometryAlgo/UMatrixAlgo/MatrixDCMPTool.h"
 #include "geometryAlgo/UMatrixAlgo/Orthonormal.h"
@@ -84,9 +85,9 @@ class TPowerIteration {
   }
 
   double MakeDirection(std::vector<double>& Direction, const TFloatMatrix& Former) const {
-    const double Length = MakeUnit(Direction.data(), Direction.size());
+    const double Length = RowMag(Direction.data(), Direction.size());
     if (Length >= kConvergence) {
-      MakeOrthogonal(Direction.data(), Former, static_cast<int>(FFound.size()));
+      MakeOrthogonal(Direction.data(), Length, Former, static_cast<int>(FFound.size()));
     }
     return Length;
   }
