@@ -41,10 +41,8 @@ class TPowerIteration {
       if (Sigma < kConvergence) break;
       Sigma = StepToLeft();
       if (Sigma < kConvergence) break;
-      Change = 0.0;
-      for (std::size_t I = 0; I < FRows; ++I) {
-        Change += (FNextU[I] - FU[I]) * (FNextU[I] - FU[I]);
-      }
+      for (std::size_t I = 0; I < FRows; ++I) FU[I] = FNextU[I] - FU[I];
+      Change = RowDot(FU.data(), FU.data(), FRows);
       FU.swap(FNextU);
       ++Count;
     }
