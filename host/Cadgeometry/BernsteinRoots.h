@@ -1,6 +1,8 @@
 #pragma once  // host/Cadgeometry/BernsteinRoots.h
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 
 namespace tarnalgo {
@@ -87,8 +89,22 @@ class TBernsteinRoots {
 
   /// The only sign change in [0, 1].
   static double Refine(const TCoefficients& C) {
+    if constexpr (N == 2) return RootOfQuadratic(C);
     if (C[0] == 0.0 || C[N] == 0.0) return BisectBySign(C);
     return RootBetween([&C](double T) { return Eval(C, T); }, 0.0, C[0], 1.0, C[N]);
+  }
+
+  /// The same in closed form: T / (1 − T) is the positive root of C2·s² + 2·C1·s + C0 = 0. The ends
+  /// differ in sign, or one is 0, so that nothing cancels.
+  static double RootOfQuadratic(const TCoefficients& C) {
+    const double Scale = std::max({std::abs(C[0]), std::abs(C[1]), std::abs(C[2])});
+    const double C0 = C[0] / Scale;
+    const double C1 = C[1] / Scale;
+    const double C2 = C[2] / Scale;
+    const double Root = std::sqrt(C1 * C1 - C0 * C2);
+    const double Q = -(C1 + std::copysign(Root, C1 != 0.0 ? C1 : C0));
+    const bool IsByStart = C[0] != 0.0 && (C[0] < 0.0) == (Q < 0.0);  // C0 may have gone to 0
+    return IsByStart ? C0 / (C0 + Q) : Q / (Q + C2);
   }
 
   /// The same where an end value is exactly 0 and cannot steer a false position.
@@ -107,7 +123,7 @@ class TBernsteinRoots {
   }
 
   void Add(double Root) {
-    if (FCount < N) FRoots[FCount++] = Root;
+    if (FCount < N && Root >= 0.0) FRoots[FCount++] = Root;
   }
 
   std::array<double, N> FRoots{};
