@@ -5,7 +5,7 @@
 namespace tarnalgo {
 
 /// The exact sign of `TPoint2DUtils::IsLeft`: 1 when `C` is left of A→B, −1 on the right, 0 on the
-/// line. Internal to the pages of this unit.
+/// line. Internal to the library.
 ///
 /// Doubles where their error bound decides (Shewchuk 1997), then extended precision, then the
 /// determinant as an exact sum. For coordinates below 2^400.

@@ -156,6 +156,21 @@ inline constexpr int kMostLooksInVain = 16384;
 inline constexpr int kOrderSlackExponent = -44;
 inline constexpr int kEarlyCrossingExponent = -26;
 
+/// Length: a point whose coordinates both differ by less from its predecessor's repeats it, for the
+/// radial clean-up of a dense list.
+inline constexpr double kRadialThreshold = 0.00035;
+
+/// Lengths: a decimation tolerance up to the first counts as none and becomes the second.
+inline constexpr double kNoDecimation = 1e-12;
+inline constexpr double kDecimationTolerance = 0.01;
+
+/// Count: the points of a block, from its start to that of the next, that is decimated by itself.
+inline constexpr int kDecimationBlock = 5000;
+
+/// Length: in lists that reach beyond no triangle is clipped. Products of three coordinates stay
+/// within a double, and their signs are exact.
+inline constexpr double kLargestListCoordinate = 1e100;
+
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
 
