@@ -6,6 +6,7 @@
 #include <functional>
 #include <iostream>
 #include <map>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -19,6 +20,7 @@
 #include "examples/sheet_planner/Report.h"
 #include "examples/sheet_planner/SampleSheets.h"
 #include "examples/sheet_planner/SvgWriter.h"
+#include "examples/sheet_planner/Tracing.h"
 #ifdef SHEET_PLANNER_DXF
 #include "examples/sheet_planner/DxfReader.h"
 #include "examples/sheet_planner/DxfWriter.h"
@@ -41,6 +43,7 @@ struct TOptions {
   TConnectOptions Connect;
   double ChordError = 0.05;
   TPrepOptions Prep;
+  std::optional<double> TraceGap;
   bool WithListing = false;
   bool WithProgress = false;
 };
@@ -119,7 +122,11 @@ void ShowProgress(void*, int Total, int Current) {
 }
 
 void Plan(const TOptions& Options) {
-  const TDrawing Drawing = Load(Options);
+  TDrawing Drawing = Load(Options);
+  TTraceStats Traced;
+  if (Options.TraceGap) {
+    Drawing = TraceDrawing(Drawing, {*Options.TraceGap, Options.Prep.Snap / 10.0}, Traced);
+  }
   const TSheet Sheet = PrepareSheet(Drawing, Options.Prep);
   TPlan Result = PlanSheet(Sheet, Options.WithProgress ? ShowProgress : TProgressEvent());
   ConnectPasses(Sheet, Options.Connect, Result);
@@ -130,6 +137,7 @@ void Plan(const TOptions& Options) {
   if (!Options.Dxf.empty()) WritePlanDxf(Options.Dxf, Moves);
 #endif
   const TWork Before = Measure(MovesOf(Sheet, PlanContours(Sheet)), Options.Machine);
+  if (Options.TraceGap) std::cout << TraceReport(Traced);
   std::cout << PlanReport(Drawing, Sheet, Result)
             << WorkReport(Drawing, Before, Measure(Moves, Options.Machine), Options.Machine);
   if (Options.WithListing) std::cout << "cutting order\n" << PlanListing(Drawing, Sheet, Result);
@@ -173,6 +181,10 @@ int main(int ArgCount, char** Args) {
   App.add_flag("--progress", Options.WithProgress, "show on the error stream how far it is");
   App.add_flag("--layers-as-ports", Options.Prep.LayersAsPorts,
                "give each layer a channel port of its own");
+  App.add_option("--trace", Options.TraceGap,
+                 "cut the drawing where it meets itself, close gaps up to this, trace outlines")
+      ->check(AtLeast(0.0))
+      ->type_name("GAP");
   AddTunable(App, "--snap", Options.Prep.Snap, "ends this near to each other are one place",
              tarnalgo::kLinearTolerance);
   AddTunable(App, "--spline-tolerance", Options.ChordError,

@@ -171,6 +171,25 @@ std::string PlanReport(const TDrawing& Drawing, const TSheet& Sheet, const TPlan
   return Table.Take();
 }
 
+std::string TraceReport(const TTraceStats& Stats) {
+  const TScatterStats& Scatter = Stats.Scatter;
+  TTable Table;
+  Table.Heading("tracing");
+  Table.Row("pieces", Stats.Pieces,
+            "of " + Counted(Stats.Curves, "figure", "figures") + " drawn, cut at " +
+                Counted(Scatter.Cuts, "place", "places"));
+  Table.Row("ends moved", Scatter.EndsMoved, "to other ends or curves within the gap");
+  Table.Row("dropped", Scatter.Repeated + Scatter.Stubs + Scatter.Swallowed,
+            Counted(Scatter.Repeated, "drawn again", "drawn again") + ", " +
+                Counted(Scatter.Stubs, "stub", "stubs") + ", " + Grouped(Scatter.Swallowed) +
+                " no larger than a node");
+  Table.Row("outlines", Stats.Outsides, "round " + Counted(Stats.Faces, "area", "areas"));
+  Table.Row(
+      "open chains", Stats.Dangling + Stats.Bridges,
+      Grouped(Stats.Dangling) + " to loose ends, " + Counted(Stats.Bridges, "bridge", "bridges"));
+  return Table.Take();
+}
+
 std::string WorkReport(const TDrawing& Drawing, const TWork& Before, const TWork& After,
                        const TMachine& Machine) {
   TTable Table;

@@ -35,6 +35,12 @@ TIntPointList SortedNodes(const TTopoLinks& Links) {
   return Result;
 }
 
+std::uint64_t CourseOf(const TMChainExtend& Chain) {
+  const std::vector<TPoint2D>& Points = Chain.Points();
+  return std::min(HashOfPoints(Points.begin(), Points.end()),
+                  HashOfPoints(Points.rbegin(), Points.rend()));
+}
+
 TTopoGraph::TTopoGraph(const TTopoLinks& Links) {
   NumberNodes(Links);
   NumberChains();

@@ -13,6 +13,9 @@ namespace tarnalgo {
 /// The nodes of the table in the order of `TCompareTool::CompareByYX`.
 TIntPointList SortedNodes(const TTopoLinks& Links);
 
+/// A hash of the points, the same for the chain and its reverse.
+std::uint64_t CourseOf(const TMChainExtend& Chain);
+
 /// A node table by numbers, for the algorithms that walk it. Internal to the pages of this unit.
 ///
 /// Nodes are numbered in the order of `SortedNodes`, the chain objects node by node in the order of

@@ -88,8 +88,8 @@ class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEq
   /// there twice has its outlines twice.
   ///
   /// An outline has the points of its chains, none within 1e-6 of the one before it, and repeats
-  /// its first point; ends on one node that are farther apart are both kept. A walk that cannot get on, in a table where
-  /// chains lack their other object, gives no outline.
+  /// its first point; ends on one node that are farther apart are both kept. A walk that cannot get
+  /// on, in a table where chains lack their other object, gives no outline.
   /// Ownership: `Polylines` must live as long as its outlines are asked for in the dictionaries.
   /// Cost: O(n log n), n the points of all chains; linear but for the order of the nodes and the
   /// search for both objects.

@@ -88,8 +88,8 @@ class TOutlineTracer {
   }
 
   /// `TNodeEdges::GetNextChains` with the way back allowed, for a walk that arrives along `Entry`;
-  /// −1 where it ends. `Start` counts as available, and where the walk has just come along it, round
-  /// a closed chain, it is not a turn into the same course but home.
+  /// −1 where it ends. `Start` counts as available, and where the walk has just come along it,
+  /// round a closed chain, it is not a turn into the same course but home.
   int Next(int Entry, int Start) const {
     const int Own = FGraph.Entry(Entry).Twin;
     if (Own < 0) return -1;

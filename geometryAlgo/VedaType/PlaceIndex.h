@@ -11,7 +11,7 @@
 
 namespace tarnalgo {
 
-/// Numbered places, found again within a tolerance. Internal to the pages of this unit.
+/// Numbered places, found again within a tolerance. Internal to the library.
 ///
 /// Points are kept in the cells of a grid a few tolerances wide, so that a look reaches one cell,
 /// four at a corner. Points that are not finite are not taken in and never found.

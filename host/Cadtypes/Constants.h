@@ -93,6 +93,10 @@ inline constexpr double kIntegerScale = 100000.0;
 inline constexpr int kNodeDecimals = 5;
 inline constexpr double kNodeScale = 1000.0;
 
+/// Length: ends of chains this near to each other become one node. A little more than a cell of the
+/// node grid measures across, so that two nodes never share a cell.
+inline constexpr double kNodeReach = 1.5e-3;
+
 /// Integer units per model unit in the test whether a polygon is simple.
 inline constexpr double kSimpleScale = 1000000.0;
 

@@ -1,0 +1,135 @@
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <memory>
+#include <polyclipping/clipper.hpp>
+#include <random>
+#include <vector>
+
+#include "geometryAlgo/UPolygonGetter.h"
+
+namespace tarnalgo {
+namespace {
+
+/// A net of Side · Side nodes pushed about, each side of a mesh a chain of three points.
+TMChainExtends Net(int Side) {
+  std::mt19937_64 Random(1);
+  std::uniform_real_distribution<double> Push(-0.3, 0.3);
+  std::vector<TPoint2D> Places;
+  for (int I = 0; I < Side * Side; ++I) {
+    const double X = I % Side + Push(Random);
+    Places.emplace_back(X, I / Side + Push(Random));
+  }
+  TMChainExtends Chains;
+  const auto Add = [&](int U, int V) {
+    const TPoint2D& P = Places[static_cast<std::size_t>(U)];
+    const TPoint2D& Q = Places[static_cast<std::size_t>(V)];
+    Chains.Add(std::make_unique<TMChainExtend>(std::vector<TPoint2D>{P, Lerp(P, Q, 0.5), Q}));
+  };
+  for (int I = 0; I < Side * Side; ++I) {
+    if (I % Side + 1 < Side) Add(I, I + 1);
+    if (I + Side < Side * Side) Add(I, I + Side);
+  }
+  return Chains;
+}
+
+void CreateLinks(benchmark::State& State) {
+  const TMChainExtends Chains = Net(static_cast<int>(State.range(0)));
+  for (auto _ : State) {
+    const TTopoLinks Links = TTopoLinks::CreateTopoLink(Chains);
+    benchmark::DoNotOptimize(Links.Count());
+  }
+  State.SetItemsProcessed(State.iterations() * Chains.Count());
+}
+BENCHMARK(CreateLinks)->Arg(32)->Arg(100)->Arg(320)->Arg(700)->Unit(benchmark::kMillisecond);
+
+/// Items are chains: the time for each should hardly grow.
+void TraceFaces(benchmark::State& State) {
+  const TMChainExtends Chains = Net(static_cast<int>(State.range(0)));
+  TTopoLinks Links = TTopoLinks::CreateTopoLink(Chains);
+  for (auto _ : State) {
+    TPointsOfOutline PointsOf;
+    TChainsOfOutline ChainsOf;
+    TVPolyline2DList Outlines;
+    Links.GetPolygons(PointsOf, ChainsOf, Outlines);
+    benchmark::DoNotOptimize(Outlines.Count());
+    State.PauseTiming();
+    Links.SortDicIntPoint(true);
+    State.ResumeTiming();
+  }
+  State.SetItemsProcessed(State.iterations() * Chains.Count());
+}
+BENCHMARK(TraceFaces)->Arg(32)->Arg(100)->Arg(320)->Arg(700)->Unit(benchmark::kMillisecond);
+
+/// One node with so many closed chains, petals round it.
+void TraceFlower(benchmark::State& State) {
+  const auto Petals = static_cast<int>(State.range(0));
+  TMChainExtends Chains;
+  for (int I = 0; I < Petals; ++I) {
+    const double Step = kFullTurn / Petals;
+    const TPoint2D Out = TPoint2D(1000, 0).RotateBy(Step * I);
+    const TPoint2D Back = TPoint2D(1000, 0).RotateBy(Step * (I + 0.5));
+    Chains.Add(std::make_unique<TMChainExtend>(std::vector<TPoint2D>{{}, Out, Back, {}}));
+  }
+  TTopoLinks Links = TTopoLinks::CreateTopoLink(Chains);
+  for (auto _ : State) {
+    TPointsOfOutline PointsOf;
+    TChainsOfOutline ChainsOf;
+    TVPolyline2DList Outlines;
+    Links.GetPolygons(PointsOf, ChainsOf, Outlines);
+    benchmark::DoNotOptimize(Outlines.Count());
+    State.PauseTiming();
+    Links.SortDicIntPoint(true);
+    State.ResumeTiming();
+  }
+  State.SetItemsProcessed(State.iterations() * Petals);
+}
+BENCHMARK(TraceFlower)->RangeMultiplier(10)->Range(100, 100000)->Unit(benchmark::kMillisecond);
+
+/// A million links in all, as stars of the degree named: from where on scanning a vertex anew for
+/// each of its neighbours costs more than the rest.
+void BridgesOfStars(benchmark::State& State) {
+  constexpr int kLinks = 1'000'000;
+  const auto Degree = static_cast<int>(State.range(0));
+  const int Stars = kLinks / Degree;
+  TBridgeTool Tool(Stars * (Degree + 1));
+  for (int Star = 0; Star < Stars; ++Star) {
+    const int Hub = Star * (Degree + 1);
+    for (int I = 1; I <= Degree; ++I) Tool.AddLink(Hub, Hub + I);
+  }
+  for (auto _ : State) {
+    Tool.CalcBridgeByTarjan();
+    benchmark::DoNotOptimize(Tool.Bridges().data());
+  }
+  State.SetItemsProcessed(State.iterations() * Stars * Degree);
+}
+BENCHMARK(BridgesOfStars)->RangeMultiplier(4)->Range(2, 8192)->Unit(benchmark::kMillisecond);
+
+/// A path and a net of a million links.
+void BridgesOfPath(benchmark::State& State) {
+  constexpr int kLinks = 1'000'000;
+  TBridgeTool Tool(kLinks + 1);
+  for (int I = 0; I < kLinks; ++I) Tool.AddLink(I, I + 1);
+  for (auto _ : State) Tool.CalcBridgeByTarjan();
+  State.SetItemsProcessed(State.iterations() * kLinks);
+}
+BENCHMARK(BridgesOfPath)->Unit(benchmark::kMillisecond);
+
+/// Lines across a plate, cut at their crossings: items are the chains that come of it.
+void ScatterLines(benchmark::State& State) {
+  std::mt19937_64 Random(2);
+  std::uniform_real_distribution<double> Place(0.0, 1000.0);
+  std::uniform_real_distribution<double> Length(-20.0, 20.0);
+  TMChainsScatter Scatter(0.05);
+  for (int I = 0; I < State.range(0); ++I) {
+    const TPoint2D P(Place(Random), Place(Random));
+    Scatter.AddCurve({P, P + TPoint2D(Length(Random), Length(Random))});
+  }
+  int Count = 0;
+  for (auto _ : State) Count = Scatter.GetChains().Count();
+  State.SetItemsProcessed(State.iterations() * Count);
+}
+BENCHMARK(ScatterLines)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace tarnalgo

@@ -1,0 +1,224 @@
+#include "examples/sheet_planner/Tracing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <polyclipping/clipper.hpp>
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace sheet_planner {
+
+using namespace tarnalgo;
+
+namespace {
+
+/// A figure as it was drawn, laid out as a polyline. Arcs and circles are laid out evenly: the
+/// polyline's parameter tells the angle.
+struct TLaidOut {
+  enum class TKind { Edge, Arc, Circle, Curve };
+
+  TKind Kind;
+  std::size_t Index;
+  int Layer;
+  int ChordCount;
+};
+
+int ChordsOf(double Radius, double Sweep, double ChordError) {
+  const double Share = std::clamp(1.0 - ChordError / Radius, -1.0, 1.0);
+  const double Step = std::min(2.0 * std::acos(Share), kQuarterTurn);
+  if (!(Step > kFullTurn / kMostChords)) return kMostChords;
+  return std::max(2, static_cast<int>(std::ceil(std::abs(Sweep) / Step)));
+}
+
+class TTracer {
+ public:
+  TTracer(const TDrawing& Drawing, const TTraceOptions& Options, TTraceStats& Stats)
+      : FDrawing(Drawing), FOptions(Options), FStats(Stats), FScatter(Options.Gap) {}
+
+  TDrawing Run() {
+    LayOut();
+    FStats.Curves = FScatter.CurveCount();
+    FLinks = TTopoLinks::CreateTopoLink(FScatter.GetChains());
+    FStats.Scatter = FScatter.Stats();
+    CopyHead();
+    const TTopoLinks Dangling = FLinks.GetDanglingTopo();
+    const TTopoLinks Bridges = FLinks.GetBridgeTopo();
+    TakeOutlines();
+    FStats.Dangling = TakeRest(Dangling);
+    FStats.Bridges = TakeRest(Bridges);
+    return std::move(FTraced);
+  }
+
+ private:
+  using TKind = TLaidOut::TKind;
+  using TChains = std::vector<const TMChainExtend*>;
+
+  void Add(TKind Kind, std::size_t Index, int Layer, std::vector<TPoint2D> Points) {
+    FLaidOut.push_back({Kind, Index, Layer, static_cast<int>(Points.size()) - 1});
+    FScatter.AddCurve(TVPolyline2D(std::move(Points)));
+  }
+
+  void LayOut() {
+    for (std::size_t I = 0; I < FDrawing.Edges.size(); ++I) {
+      const TDrawnEdge& Edge = FDrawing.Edges[I];
+      Add(TKind::Edge, I, Edge.Layer, {Edge.Line.StartPoint, Edge.Line.EndPoint});
+    }
+    for (std::size_t I = 0; I < FDrawing.Arcs.size(); ++I) {
+      const TArc2D& Arc = FDrawing.Arcs[I].Arc;
+      Add(TKind::Arc, I, FDrawing.Arcs[I].Layer, PointsOf(Arc));
+    }
+    for (std::size_t I = 0; I < FDrawing.Circles.size(); ++I) {
+      const TCircle2D& Circle = FDrawing.Circles[I].Circle;
+      std::vector<TPoint2D> Points = PointsOf({Circle.Center, Circle.Radius, 0.0, kFullTurn});
+      Points.back() = Points.front();
+      Add(TKind::Circle, I, FDrawing.Circles[I].Layer, std::move(Points));
+    }
+    for (std::size_t I = 0; I < FDrawing.Curves.size(); ++I) {
+      Add(TKind::Curve, I, FDrawing.Curves[I].Layer, FDrawing.Curves[I].Points);
+    }
+  }
+
+  std::vector<TPoint2D> PointsOf(const TArc2D& Arc) const {
+    const int Count = ChordsOf(Arc.Radius, Arc.SweepAngle, FOptions.ChordError);
+    std::vector<TPoint2D> Points{Arc.StartPoint()};
+    for (int I = 1; I < Count; ++I)
+      Points.push_back(Arc.PointAtParam(static_cast<double>(I) / Count));
+    Points.push_back(Arc.EndPoint());
+    return Points;
+  }
+
+  /// Everything but the geometry.
+  void CopyHead() {
+    FTraced.Name = FDrawing.Name;
+    FTraced.Unit = FDrawing.Unit;
+    for (const std::string& Layer : FDrawing.Layers) FTraced.LayerIndex(Layer);
+    FTraced.Read = FDrawing.Read;
+    FTraced.Skipped = FDrawing.Skipped;
+    FTraced.Notes = FDrawing.Notes;
+  }
+
+  void TakeOutlines() {
+    TPointsOfOutline PointsOf;
+    TChainsOfOutline ChainsOf;
+    TVPolyline2DList Outlines;
+    FLinks.GetPolygons(PointsOf, ChainsOf, Outlines);
+    for (const bool OfOutside : {true, false}) {
+      for (const TVPolyline2D* Outline : Outlines) {
+        if (Outline->IsClockwise() != OfOutside) continue;
+        ++(OfOutside ? FStats.Outsides : FStats.Faces);
+        const TMChainExtends& Chains = *ChainsOf[Outline];
+        TakeWalk({Chains.begin(), Chains.end()});
+      }
+    }
+  }
+
+  /// What belongs to no outline, group by group; the number of its chains.
+  int TakeRest(const TTopoLinks& Rest) {
+    int Count = 0;
+    for (const TMChainExtends& Group : Rest.GetGroupByDic()) {
+      Count += Group.Count();
+      TakeWalk({Group.begin(), Group.end()});
+    }
+    return Count;
+  }
+
+  /// Turns the chains of a walk that no other walk had into pieces. Neighbours that were one
+  /// stretch of one curve, and where no third chain ends between, are one piece again.
+  void TakeWalk(TChains Chains) {
+    std::erase_if(Chains, [this](const TMChainExtend* Chain) { return !IsNew(*Chain); });
+    const auto GoesOn = [this](const TMChainExtend* A, const TMChainExtend* B) {
+      return Continues(*A, *B);
+    };
+    // Round a closed walk the first piece may have begun before its end.
+    for (std::size_t I = 0; I < Chains.size() && GoesOn(Chains.back(), Chains.front()); ++I) {
+      std::rotate(Chains.begin(), Chains.begin() + 1, Chains.end());
+    }
+    for (auto First = Chains.begin(); First != Chains.end();) {
+      auto Last = First + 1;
+      while (Last != Chains.end() && GoesOn(*(Last - 1), *Last)) ++Last;
+      AddPiece({First, Last});
+      First = Last;
+    }
+  }
+
+  bool IsNew(const TMChainExtend& Chain) {
+    const TChainSource& Source = Chain.Source();
+    return FTaken.insert({Source.Curve, std::minmax(Source.From, Source.To)}).second;
+  }
+
+  bool Continues(const TMChainExtend& A, const TMChainExtend& B) const {
+    const TChainSource& First = A.Source();
+    const TChainSource& Next = B.Source();
+    if (First.Curve != Next.Curve || (First.From < First.To) != (Next.From < Next.To)) return false;
+    const TIntPoint Joint = TransToInt(A.Last());
+    if (Joint != TransToInt(B.First()) || FLinks[Joint]->Count() != 2) return false;
+    const double Whole = LaidOut(First.Curve).ChordCount;
+    const bool IsRound = std::abs(First.To - Next.From) == Whole;  // exact: the two ends
+    return First.To == Next.From || IsRound;
+  }
+
+  const TLaidOut& LaidOut(int Curve) const { return FLaidOut[static_cast<std::size_t>(Curve)]; }
+
+  void AddPiece(const TChains& Chains) {
+    const TLaidOut& Drawn = LaidOut(Chains.front()->Source().Curve);
+    const TPoint2D& Start = Chains.front()->First();
+    const TPoint2D& End = Chains.back()->Last();
+    double Span = 0.0;
+    for (const TMChainExtend* Chain : Chains) Span += Chain->Source().To - Chain->Source().From;
+    ++FStats.Pieces;
+    switch (Drawn.Kind) {
+      case TKind::Edge:
+        return FTraced.AddEdge(Start, End, Drawn.Layer);
+      case TKind::Arc: {
+        const TArc2D& Arc = FDrawing.Arcs[Drawn.Index].Arc;
+        return AddArc({Arc.Center, Arc.Radius}, Arc.SweepAngle * Span / Drawn.ChordCount, Start,
+                      End, Drawn.Layer);
+      }
+      case TKind::Circle:
+        return AddArc(FDrawing.Circles[Drawn.Index].Circle, kFullTurn * Span / Drawn.ChordCount,
+                      Start, End, Drawn.Layer);
+      case TKind::Curve:
+        TVPolyline2D Points;
+        for (const TMChainExtend* Chain : Chains) {
+          if (!Points.IsEmpty()) Points.Delete(Points.Count() - 1);
+          Points.AddRange(*Chain);
+        }
+        FTraced.Curves.push_back({Points.Points(), Drawn.Layer});
+    }
+  }
+
+  /// The arc between its nodes: they may be off the drawn one by the gap, so its sweep is kept and
+  /// the radius follows.
+  void AddArc(const TCircle2D& Circle, double Sweep, const TPoint2D& Start, const TPoint2D& End,
+              int Layer) {
+    // A bulge this small bows less than a nanometre per metre of chord.
+    constexpr double kStraightBulge = 1e-9;
+    const double Bulge = std::tan(Sweep / 4.0);
+    if (Start.Equals(End)) {
+      FTraced.Circles.push_back({Circle, Layer});
+    } else if (std::abs(Bulge) < kStraightBulge) {
+      FTraced.AddEdge(Start, End, Layer);
+    } else {
+      FTraced.Arcs.push_back({TArc2D::CreateBulge(Start, End, Bulge), Layer});
+    }
+  }
+
+  const TDrawing& FDrawing;
+  const TTraceOptions& FOptions;
+  TTraceStats& FStats;
+  TMChainsScatter FScatter;
+  std::vector<TLaidOut> FLaidOut;  // by the numbers of the curves
+  TTopoLinks FLinks;
+  std::set<std::pair<int, std::pair<double, double>>> FTaken;
+  TDrawing FTraced;
+};
+
+}  // namespace
+
+TDrawing TraceDrawing(const TDrawing& Drawing, const TTraceOptions& Options, TTraceStats& Stats) {
+  return TTracer(Drawing, Options, Stats).Run();
+}
+
+}  // namespace sheet_planner
