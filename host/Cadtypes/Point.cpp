@@ -41,12 +41,6 @@ double RoundDecimal(double Value, int Digits) {
 
 }  // namespace
 
-double TPoint2D::Mag() const {
-  const double Square = X * X + Y * Y;
-  if (Square > 1e-290 && Square < 1e300) return std::sqrt(Square);
-  return std::hypot(X, Y);
-}
-
 TPoint2D TPoint2D::Normal() const {
   const double Length = Mag();
   if (!(Length > 0.0)) return {};

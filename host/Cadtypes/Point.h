@@ -1,5 +1,6 @@
 #pragma once  // host/Cadtypes/Point.h
 
+#include <cmath>
 #include <vector>
 
 #include "host/Cadtypes/Constants.h"
@@ -42,7 +43,10 @@ struct TPoint2D {
   /// Euclidean distance; neither overflows nor underflows before its time.
   double DistanceTo(const TPoint2D& P) const { return (*this - P).Mag(); }
   /// Length of the vector, with the same care.
-  double Mag() const;
+  double Mag() const {
+    const double Square = X * X + Y * Y;
+    return Square > 1e-290 && Square < 1e300 ? std::sqrt(Square) : std::hypot(X, Y);
+  }
   /// The unit vector of this direction, the zero vector where there is none.
   TPoint2D Normal() const;
 
