@@ -1,7 +1,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <span>
+#include <optional>
+#include <vector>
 
 #include "geometryAlgo/ShapeApp/ConvexHull.h"
 #include "geometryAlgo/ShapeApp/ConvexRing.h"
@@ -12,253 +13,455 @@ namespace tarnalgo {
 
 namespace {
 
-/// A counter-clockwise ring of corners: edge k runs from corner k to the next one round the ring.
-struct TRing {
-  /// From the corners and a last point that repeats the first, perhaps within a tolerance only.
-  explicit TRing(std::vector<TPoint2D> Closed) : Corners(std::move(Closed)) {
-    Edges.reserve(Corners.size());
-    for (std::size_t I = 1; I < Corners.size(); ++I) Edges.push_back(Corners[I] - Corners[I - 1]);
-    if (!Corners.empty()) Corners.pop_back();
-  }
-  std::size_t Count() const { return Corners.size(); }
-  std::size_t Next(std::size_t I) const { return I + 1 == Corners.size() ? 0 : I + 1; }
+/// A counter-clockwise ring of corners: edge k runs from corner k to corner k + 1. Behind the last
+/// edge stands the point that closes the ring, perhaps within a tolerance only.
+class TRing {
+ public:
+  explicit TRing(std::size_t Capacity) { FSides.reserve(Capacity); }
 
-  std::vector<TPoint2D> Corners;
-  std::vector<TPoint2D> Edges;
+  /// Adds points in their order, but none that is nearer than `LeastEdge` to the one before.
+  template <class TIterator>
+  void Add(TIterator First, TIterator Last, double LeastEdge) {
+    for (; First != Last; ++First) {
+      const TPoint2D Step = *First - FLast;
+      FLast = *First;
+      if (!FSides.empty() && IsShorter(Step, LeastEdge)) continue;
+      FSides.push_back({*First, TPoint2D()});
+    }
+  }
+  /// To be called when all points are there, the closing one last.
+  void Close() {
+    if (FSides.size() < 2) return;
+    FCount = FSides.size() - 1;
+    bool TurnsLeft = true;
+    int Rounds = 0;
+    TPoint2D Last = Edge(FCount - 1);
+    for (std::size_t I = 0; I < FCount; ++I) {
+      const TPoint2D Here = Edge(I);
+      FSides[I].Unit = Here / Here.Mag();
+      TurnsLeft = TurnsLeft && Last.CrossMul(Here) >= 0.0;
+      Rounds += GoesUp(Here) && !GoesUp(Last);
+      Last = Here;
+    }
+    FIsConvex = TurnsLeft && Rounds == 1 && FSides.front().Corner == FSides.back().Corner;
+  }
+
+  std::size_t Count() const { return FCount; }
+  std::size_t Next(std::size_t I) const { return I + 1 == FCount ? 0 : I + 1; }
+  const TPoint2D& Corner(std::size_t I) const { return FSides[I].Corner; }
+  TPoint2D Edge(std::size_t I) const { return FSides[I + 1].Corner - FSides[I].Corner; }
+  /// Along the edge; not a number where the edge has no length.
+  const TPoint2D& Unit(std::size_t I) const { return FSides[I].Unit; }
+  /// The ring closes exactly, never turns right and goes round once.
+  bool IsConvex() const { return FIsConvex; }
+
+ private:
+  struct TSide {
+    TPoint2D Corner;
+    TPoint2D Unit;  // of the edge that leaves it
+  };
+
+  static bool IsShorter(const TPoint2D& Edge, double Length) {
+    if (Edge.DotMul(Edge) > 2.0 * Length * Length) return false;  // plainly not
+    return Edge.Mag() < Length;
+  }
+  static bool GoesUp(const TPoint2D& Edge) {
+    return Edge.Y > 0.0 || (Edge.Y == 0.0 && Edge.X > 0.0);
+  }
+
+  std::vector<TSide> FSides;
+  TPoint2D FLast;
+  std::size_t FCount = 0;
+  bool FIsConvex = false;
 };
 
 /// The walk of four calipers round the ring, the one that turns least first.
 class TBoxWalk {
  public:
-  explicit TBoxWalk(const TRing& Ring) : FRing(Ring) {
-    FLengths.reserve(Ring.Count());
-    FReciprocals.reserve(Ring.Count());
-    for (const TPoint2D& Edge : Ring.Edges) {
-      FLengths.push_back(Edge.Mag());
-      FReciprocals.push_back(1.0 / FLengths.back());
+  /// Where the extents begin; a larger ring may find no support.
+  static constexpr double kStartOfExtent = 2147483647.0;
+
+  explicit TBoxWalk(const TRing& Ring)
+      : FRing(Ring), FReach(ReachOfAll()), FIsTried(Ring.Count()) {}
+
+  bool IsDone() const { return FPass > FRing.Count(); }
+  /// The smallest rectangle so far, the first of equals.
+  const TFramedBox& Best() const { return FBest; }
+
+  void Run(std::size_t Passes) {
+    std::size_t Base = FBase;  // copies that stay in registers
+    TReach Reach = FReach;
+    for (const std::size_t End = std::min(FPass + Passes, FRing.Count() + 1); FPass < End;
+         ++FPass) {
+      FIsTried[Base] = 1;
+      const double Area = Reach.MaxV * (Reach.MaxU - Reach.MinU);
+      if (Area < FBest.Area) {
+        FBest = {FRing.Corner(Base), FRing.Unit(Base), Reach.MinU, Reach.MaxU, Reach.MaxV, Area};
+      }
+      // The support that wins becomes the base; the end of the old base edge takes its role.
+      const TCaliper Winner = LeastTurned(Base, Reach.At);
+      const auto [Right, Top, Left] = Reach.At;
+      const std::size_t Next = FRing.Next(Base);
+      TSupports Turned = Reach.At;
+      switch (Winner) {
+        case cBase:
+          Base = Next;
+          break;
+        case cMaxU:
+          Base = Right;
+          Turned = {Top, Left, Next};
+          break;
+        case cMaxV:
+          Base = Top;
+          Turned = {Left, Next, Right};
+          break;
+        case cMinU:
+          Base = Left;
+          Turned = {Next, Right, Top};
+          break;
+        case cNone:
+          break;
+      }
+      Reach = ReachTurned(Base, Turned);
+      if (Reach.IsPlain) continue;
+      Reach = ReachInOrder(Base, {Winner == cMaxU ? Next : Right, Winner == cMaxV ? Next : Top,
+                                  Winner == cMinU ? Next : Left});
     }
+    FBase = Base;
+    FReach = Reach;
   }
 
-  TFramedBox Run() {
-    TakeBase(0);
-    for (std::size_t I = 0; I < FRing.Count(); ++I) Project(I);
-    TFramedBox Best;
-    for (std::size_t Pass = 0; Pass <= FRing.Count(); ++Pass) {
-      const double Area = FMaxV * (FMaxU - FMinU);
-      if (Area < Best.Area) Best = {FRing.Corners[FBase], FU, FMinU, FMaxU, FMaxV, Area};
-      Advance(LeastTurned());
+  /// No support has been left behind: the ring goes the caliper's way before it and not after it.
+  bool IsOnTrack() const {
+    const TPoint2D& U = FRing.Unit(FBase);
+    const auto IsExtreme = [&](std::size_t I, const TPoint2D& Way) {
+      const std::size_t Previous = I == 0 ? FRing.Count() - 1 : I - 1;
+      return Way.DotMul(FRing.Unit(I)) < kOffTrack && Way.DotMul(FRing.Unit(Previous)) > -kOffTrack;
+    };
+    return IsExtreme(FReach.At.MaxU, U) && IsExtreme(FReach.At.MaxV, U.RotateCcw90()) &&
+           IsExtreme(FReach.At.MinU, -U);
+  }
+  /// The edges that have not been the base, `Most` of them at most.
+  std::vector<std::size_t> Untried(std::size_t Most) const {
+    std::vector<std::size_t> Edges;
+    for (std::size_t I = 0; I < FIsTried.size() && Edges.size() < Most; ++I) {
+      if (FIsTried[I] == 0) Edges.push_back(I);
     }
-    return Best;
+    return Edges;
   }
 
  private:
-  // The roles in the table of supports; the base edge's own end comes as a fourth caliper.
-  enum TCaliper { cMaxU, cMaxV, cMinU, cBase, cNone };
+  // The roles of the supports; the base edge's own end comes as a fourth caliper.
+  enum TCaliper { cBase, cMaxU, cMaxV, cMinU, cNone };
   static constexpr double kSureCosine = 1e-14;  // several roundings of a cosine
-  static constexpr double kStartOfExtent = 2147483647.0;
+  static constexpr double kOffTrack = 1e-9;     // a sine
 
-  void TakeBase(std::size_t Edge) {
-    FBase = Edge;
-    FU = FRing.Edges[Edge] / FLengths[Edge];
-    FMaxU = -kStartOfExtent;
-    FMaxV = -kStartOfExtent;
-    FMinU = kStartOfExtent;
+  /// Corners in the order of their roles: the farthest along the base edge, across it, against it.
+  struct TSupports {
+    std::size_t MaxU = 0;
+    std::size_t MaxV = 0;
+    std::size_t MinU = 0;
+  };
+
+  struct TReach {
+    double MaxU = -kStartOfExtent;
+    double MaxV = -kStartOfExtent;
+    double MinU = kStartOfExtent;
+    TSupports At;
+    bool IsPlain = true;
+  };
+
+  /// Along the base edge and across it, from where it begins.
+  TPoint2D Place(std::size_t Base, std::size_t I) const {
+    const TPoint2D Offset = FRing.Corner(I) - FRing.Corner(Base);
+    return {FRing.Unit(Base).DotMul(Offset), FRing.Unit(Base).CrossMul(Offset)};
   }
 
   /// A corner takes over an extent by more than the tolerance only.
-  void Project(std::size_t I) {
-    const TPoint2D Offset = FRing.Corners[I] - FRing.Corners[FBase];
-    const double A = FU.DotMul(Offset);
-    const double B = FU.RotateCcw90().DotMul(Offset);
-    if (A - FMaxU > kLinearTolerance) {
-      FMaxU = A;
-      FSupports[cMaxU] = I;
+  void Take(std::size_t Base, std::size_t I, TReach& Reach) const {
+    const TPoint2D At = Place(Base, I);
+    if (At.X - Reach.MaxU > kLinearTolerance) {
+      Reach.MaxU = At.X;
+      Reach.At.MaxU = I;
     }
-    if (A - FMinU < -kLinearTolerance) {
-      FMinU = A;
-      FSupports[cMinU] = I;
+    if (At.X - Reach.MinU < -kLinearTolerance) {
+      Reach.MinU = At.X;
+      Reach.At.MinU = I;
     }
-    if (B - FMaxV > kLinearTolerance) {
-      FMaxV = B;
-      FSupports[cMaxV] = I;
+    if (At.Y - Reach.MaxV > kLinearTolerance) {
+      Reach.MaxV = At.Y;
+      Reach.At.MaxV = I;
     }
   }
 
-  /// Direction and edge of a caliper.
-  struct TCandidate {
-    TCaliper Caliper;
-    TPoint2D Direction;
-    std::size_t Edge;
-  };
+  TReach ReachOfAll() const {
+    TReach Reach;
+    for (std::size_t I = 0; I < FRing.Count(); ++I) Take(0, I, Reach);
+    return Reach;
+  }
+
+  TReach ReachInOrder(std::size_t Base, TSupports Table) const {
+    TReach Reach;
+    Reach.At = Table;
+    for (const std::size_t I : {Table.MaxU, Table.MaxV, Table.MinU}) Take(Base, I, Reach);
+    return Reach;
+  }
+
+  /// The corners in the roles to which the turn brings them; plain when each is so by more than the
+  /// tolerance, whatever the order in which they are taken.
+  TReach ReachTurned(std::size_t Base, TSupports Turned) const {
+    const TPoint2D Right = Place(Base, Turned.MaxU);
+    const TPoint2D Top = Place(Base, Turned.MaxV);
+    const TPoint2D Left = Place(Base, Turned.MinU);
+    const bool IsPlain = Right.X - Top.X > kLinearTolerance && Top.X - Left.X > kLinearTolerance &&
+                         Top.Y - Right.Y > kLinearTolerance && Top.Y - Left.Y > kLinearTolerance &&
+                         Right.X < kStartOfExtent && Left.X > -kStartOfExtent && Top.Y > 0.0;
+    return {Right.X, Top.Y, Left.X, Turned, IsPlain};
+  }
 
   /// Ties: the base edge first, then the roles in the order of the table; exact cosines.
-  TCaliper LeastTurned() const {
-    const TCandidate Candidates[] = {{cBase, FU, FRing.Next(FBase)},
-                                     {cMaxU, FU.RotateCcw90(), FSupports[cMaxU]},
-                                     {cMaxV, -FU, FSupports[cMaxV]},
-                                     {cMinU, FU.RotateCw90(), FSupports[cMinU]}};
-    // Most often products with reciprocal lengths tell; quotients are for what is nearly equal.
-    double Greatest = -kStartOfExtent;
-    double Second = -kStartOfExtent;
-    TCaliper Winner = cNone;
-    for (const TCandidate& C : Candidates) {
-      const double Cosine = C.Direction.DotMul(FRing.Edges[C.Edge]) * FReciprocals[C.Edge];
-      Second = std::max(Second, std::min(Greatest, Cosine));
-      if (!(Cosine > Greatest)) continue;
-      Greatest = Cosine;
-      Winner = C.Caliper;
-    }
-    if (Greatest - Second > kSureCosine) return Winner;
-    return LeastTurned(Candidates);
+  TCaliper LeastTurned(std::size_t Base, TSupports At) const {
+    // Most often products of unit vectors tell; quotients are for what is nearly equal.
+    const TPoint2D& U = FRing.Unit(Base);
+    const double OfBase = U.DotMul(FRing.Unit(FRing.Next(Base)));
+    const double OfMaxU = U.CrossMul(FRing.Unit(At.MaxU));
+    const double OfMaxV = -U.DotMul(FRing.Unit(At.MaxV));
+    const double OfMinU = -U.CrossMul(FRing.Unit(At.MinU));
+    const double Near = std::max(std::max(OfBase, OfMaxU), std::max(OfMaxV, OfMinU)) - kSureCosine;
+    const int Candidates =
+        (OfBase >= Near) + (OfMaxU >= Near) + (OfMaxV >= Near) + (OfMinU >= Near);
+    if (Candidates != 1) return LeastTurnedByQuotients(Base, At, Near);
+    return OfBase >= Near ? cBase : OfMaxU >= Near ? cMaxU : OfMaxV >= Near ? cMaxV : cMinU;
   }
 
-  TCaliper LeastTurned(std::span<const TCandidate> Candidates) const {
-    const double UnitLength = FU.Mag();  // one but for rounding, which decides ties
+  /// The same among the calipers whose cosines may be above `Near`.
+  TCaliper LeastTurnedByQuotients(std::size_t Base, TSupports At, double Near) const {
+    const TPoint2D U = FRing.Unit(Base);
+    const double UnitLength = U.Mag();  // one but for rounding, which decides ties
     TCaliper Winner = cNone;
     double Greatest = -kStartOfExtent;
-    for (const TCandidate& C : Candidates) {
-      const double Length = UnitLength * FLengths[C.Edge];
-      const double Cosine = C.Direction.DotMul(FRing.Edges[C.Edge]) / Length;
-      if (!(Cosine > Greatest)) continue;
+    const auto Try = [&](TCaliper Caliper, const TPoint2D& Direction, std::size_t Edge) {
+      if (Direction.DotMul(FRing.Unit(Edge)) < Near) return;
+      const TPoint2D Leaving = FRing.Edge(Edge);
+      const double Cosine = Direction.DotMul(Leaving) / (UnitLength * Leaving.Mag());
+      if (!(Cosine > Greatest)) return;
       Greatest = Cosine;
-      Winner = C.Caliper;
-    }
+      Winner = Caliper;
+    };
+    Try(cBase, U, FRing.Next(Base));
+    Try(cMaxU, U.RotateCcw90(), At.MaxU);
+    Try(cMaxV, -U, At.MaxV);
+    Try(cMinU, U.RotateCw90(), At.MinU);
     return Winner;
   }
 
-  /// The support that won becomes the base; the end of the old base edge takes its role.
-  void Advance(TCaliper Winner) {
-    if (Winner == cNone) return;
-    std::size_t Base = FRing.Next(FBase);
-    if (Winner != cBase) std::swap(Base, FSupports[Winner]);
-    TakeBase(Base);
-    for (const std::size_t Support : std::array(FSupports)) Project(Support);
-  }
-
   const TRing& FRing;
-  std::vector<double> FLengths;
-  std::vector<double> FReciprocals;
+  TFramedBox FBest;
+  std::size_t FPass = 0;
   std::size_t FBase = 0;
-  TPoint2D FU;
-  double FMaxU = 0.0;
-  double FMaxV = 0.0;
-  double FMinU = 0.0;
-  std::array<std::size_t, 3> FSupports{};
+  TReach FReach;
+  std::vector<int> FIsTried;  // no chars: a store of one could be a store to anything
 };
+
+/// The step at which a support comes to rest that moves on from `Step`, up to `Last`, while the edge
+/// ahead of it gains. Steps count corners from corner 0 on, over the end of the ring.
+template <class TGains>
+std::size_t Followed(const TRing& Ring, std::size_t Step, std::size_t Last, TGains Gains) {
+  constexpr std::size_t kStride = 4;
+  for (;;) {
+    const std::size_t Corner = Step < Ring.Count() ? Step : Step - Ring.Count();
+    if (Corner + kStride < Ring.Count() && Step + kStride <= Last) {
+      // Several edges at once: where a support rests cannot be foreseen, so a branch would stall.
+      std::size_t Gained = 0;
+      std::size_t Goes = 1;
+      for (std::size_t I = 0; I < kStride; ++I) {
+        Goes &= static_cast<std::size_t>(Gains(Ring.Edge(Corner + I)));
+        Gained += Goes;
+      }
+      Step += Gained;
+      if (Gained < kStride) return Step;
+    } else {
+      if (Step >= Last || !Gains(Ring.Edge(Corner))) return Step;
+      ++Step;
+    }
+  }
+}
 
 /// The smallest rectangle with a side on an edge, by exact signs: each support moves on while the
 /// edge that leaves it still goes its way.
 TFramedBox SmallestByExactSigns(const TRing& Ring) {
   const std::size_t Count = Ring.Count();
+  const auto Corner = [&](std::size_t Step) {
+    return Ring.Corner(Step < Count ? Step : Step - Count);
+  };
   std::size_t Right = 0;
   std::size_t Top = 0;
   std::size_t Left = 0;
-  std::size_t RightSteps = 0;  // counted on from corner 0, so that each stops after its round
-  std::size_t TopSteps = 0;
-  std::size_t LeftSteps = 0;
-  const auto Follow = [&Ring](std::size_t& Corner, std::size_t& Steps, std::size_t Last,
-                              auto Gains) {
-    while (Steps < Last && Gains(Ring.Edges[Corner])) {
-      Corner = Ring.Next(Corner);
-      ++Steps;
-    }
-  };
-  const auto CatchUp = [](std::size_t& Corner, std::size_t& Steps, std::size_t AheadCorner,
-                          std::size_t AheadSteps) {
-    if (Steps >= AheadSteps) return;
-    Steps = AheadSteps;
-    Corner = AheadCorner;
-  };
   double Area = kStartOfMinimum;
   std::array<std::size_t, 4> Best{};
   for (std::size_t Base = 0; Base < Count; ++Base) {
-    const TPoint2D Edge = Ring.Edges[Base];
+    const TPoint2D Edge = Ring.Edge(Base);
     const double Squared = Edge.DotMul(Edge);
     if (!(Squared > 0.0)) continue;
     const std::size_t Last = Base + Count;
-    CatchUp(Right, RightSteps, Ring.Next(Base), Base + 1);
-    Follow(Right, RightSteps, Last, [&](const TPoint2D& E) { return Edge.DotMul(E) > 0.0; });
-    CatchUp(Top, TopSteps, Right, RightSteps);
-    Follow(Top, TopSteps, Last, [&](const TPoint2D& E) { return Edge.CrossMul(E) > 0.0; });
-    CatchUp(Left, LeftSteps, Top, TopSteps);
-    Follow(Left, LeftSteps, Last, [&](const TPoint2D& E) { return Edge.DotMul(E) < 0.0; });
-    const double Width = Edge.DotMul(Ring.Corners[Right] - Ring.Corners[Left]);
-    const double Height = Edge.CrossMul(Ring.Corners[Top] - Ring.Corners[Base]);
+    Right = Followed(Ring, std::max(Right, Base + 1), Last,
+                     [&](const TPoint2D& E) { return Edge.DotMul(E) > 0.0; });
+    Top = Followed(Ring, std::max(Top, Right), Last,
+                   [&](const TPoint2D& E) { return Edge.CrossMul(E) > 0.0; });
+    Left = Followed(Ring, std::max(Left, Top), Last,
+                    [&](const TPoint2D& E) { return Edge.DotMul(E) < 0.0; });
+    const double Width = Edge.DotMul(Corner(Right) - Corner(Left));
+    const double Height = Edge.CrossMul(Corner(Top) - Corner(Base));
     if (!(Width * Height < Area * Squared)) continue;
     Area = Width * Height / Squared;
     Best = {Base, Right, Top, Left};
   }
   if (!(Area < kStartOfMinimum)) return {};
   TFramedBox Box;
-  Box.Origin = Ring.Corners[Best[0]];
-  Box.U = Ring.Edges[Best[0]].Normal();
-  Box.MaxU = Box.U.DotMul(Ring.Corners[Best[1]] - Box.Origin);
-  Box.MaxV = Box.V().DotMul(Ring.Corners[Best[2]] - Box.Origin);
-  Box.MinU = Box.U.DotMul(Ring.Corners[Best[3]] - Box.Origin);
+  Box.Origin = Corner(Best[0]);
+  Box.U = Ring.Edge(Best[0]).Normal();
+  Box.MaxU = Box.U.DotMul(Corner(Best[1]) - Box.Origin);
+  Box.MaxV = Box.V().DotMul(Corner(Best[2]) - Box.Origin);
+  Box.MinU = Box.U.DotMul(Corner(Best[3]) - Box.Origin);
   Box.Area = Box.MaxV * (Box.MaxU - Box.MinU);
   return Box;
 }
 
-bool HoldsAll(const TFramedBox& Box, const std::vector<TPoint2D>& Points, double Slack) {
-  for (const TPoint2D& P : Points) {
-    const TPoint2D Offset = P - Box.Origin;
-    const double A = Box.U.DotMul(Offset);
-    const double B = Box.V().DotMul(Offset);
-    if (!(A >= Box.MinU - Slack && A <= Box.MaxU + Slack && B >= -Slack && B <= Box.MaxV + Slack)) {
-      return false;
+/// Area of the rectangle on an edge that holds every corner.
+double AreaOn(const TRing& Ring, std::size_t Base) {
+  double MaxU = 0.0;
+  double MinU = 0.0;
+  double MaxV = 0.0;
+  for (std::size_t I = 0; I < Ring.Count(); ++I) {
+    const TPoint2D Offset = Ring.Corner(I) - Ring.Corner(Base);
+    const double A = Ring.Unit(Base).DotMul(Offset);
+    MaxU = std::max(MaxU, A);
+    MinU = std::min(MinU, A);
+    MaxV = std::max(MaxV, Ring.Unit(Base).CrossMul(Offset));
+  }
+  return MaxV * (MaxU - MinU);
+}
+
+/// The walk's rectangle, unless it misses a point or a smaller one is found.
+class TBoxSearch {
+ public:
+  TBoxSearch(const TRing& Ring, const std::vector<TPoint2D>& Points, double Size)
+      : FRing(Ring), FPoints(Points), FSize(Size), FWalk(Ring) {}
+
+  TFramedBox Run() {
+    WalkWhileOpen();
+    const TFramedBox& Walked = FWalk.Best();
+    FIsSound = FWalk.IsDone() && Walked.Exists() && HoldsAll(Walked);
+    if (FIsSound && IsLeast(Walked)) return Walked;
+    if (!FFound) FFound = SmallestByExactSigns(FRing);
+    if (IsNoGain(*FFound)) return Walked;
+    if (HoldsAll(*FFound)) return *FFound;
+    // The ring is not convex, by rounding perhaps: a support stopped on a dent.
+    const std::vector<TPoint2D> Hull = StrictHull(FPoints);
+    TRing Closed(Hull.size() + 1);
+    Closed.Add(Hull.begin(), Hull.end(), 0.0);
+    Closed.Add(Hull.begin(), Hull.begin() + 1, 0.0);
+    Closed.Close();
+    const TFramedBox OfHull = SmallestByExactSigns(Closed);
+    return IsNoGain(OfHull) ? Walked : OfHull;
+  }
+
+ private:
+  static constexpr std::size_t kStages = 32;
+  static constexpr std::size_t kFew = 8;
+  // Share of the squared size: about thinner boxes rounding weighs more than a gain that counts.
+  static constexpr double kNeedle = 1e-5;
+
+  /// Walks on until it is over or has gone astray, so that its rectangle is too small to hold all.
+  void WalkWhileOpen() {
+    const std::size_t Stage = FRing.Count() / kStages + kStages;
+    while (!FWalk.IsDone()) {
+      FWalk.Run(Stage);
+      if (!FRing.IsConvex()) continue;
+      if (!FFound && !FWalk.IsOnTrack()) FFound = SmallestByExactSigns(FRing);
+      // The slack on four sides, none longer than the size, is what it can make good.
+      if (FFound && FWalk.Best().Area < FFound->Area - 5.0 * kBoxSlack * FSize * FSize) return;
     }
   }
-  return true;
-}
 
-/// The walk's rectangle, unless it misses a corner or a smaller one is found.
-TFramedBox SmallestBox(const TRing& Ring, double Size) {
-  const double Slack = kBoxSlack * Size;
-  const TFramedBox Walked = TBoxWalk(Ring).Run();
-  const bool IsSound = Walked.Exists() && HoldsAll(Walked, Ring.Corners, Slack);
-  const auto IsAnswer = [&](const TFramedBox& Other) {
-    return IsSound && !(Other.Area < Walked.Area * (1.0 - kBoxGain));
-  };
-  const TFramedBox Found = SmallestByExactSigns(Ring);
-  if (IsAnswer(Found)) return Walked;
-  if (HoldsAll(Found, Ring.Corners, Slack)) return Found;
-  // The ring is not convex, by rounding perhaps: a support stopped on a dent.
-  std::vector<TPoint2D> Hull = StrictHull(Ring.Corners);
-  Hull.push_back(Hull.front());
-  const TFramedBox OfHull = SmallestByExactSigns(TRing(std::move(Hull)));
-  return IsAnswer(OfHull) ? Walked : OfHull;
-}
-
-bool IsShort(const TPoint2D& Edge) {
-  if (Edge.DotMul(Edge) > 2.0 * kLeastEdge * kLeastEdge) return false;  // plainly not
-  return Edge.Mag() < kLeastEdge;
-}
-
-/// The corners closed by a repeat of the first, counter-clockwise, no edge shorter than the least.
-std::vector<TPoint2D> CornersOf(const TVPolyline2D& Polygon) {
-  TVPolyline2D Ring = Polygon;
-  Ring.ConnectHeadTail();
-  if (Ring.Count() < 4) return {};
-  if (Ring.IsClockwise()) Ring.Reverse();
-  const std::vector<TPoint2D>& Points = Ring.Points();
-  std::vector<TPoint2D> Corners{Points.front()};
-  Corners.reserve(Points.size());
-  for (std::size_t I = 1; I < Points.size(); ++I) {
-    if (!IsShort(Points[I] - Points[I - 1])) Corners.push_back(Points[I]);
+  bool HoldsAll(const TFramedBox& Box) const {
+    const double Slack = kBoxSlack * FSize;
+    return std::all_of(FPoints.begin(), FPoints.end(), [&](const TPoint2D& P) {
+      const TPoint2D Offset = P - Box.Origin;
+      const double A = Box.U.DotMul(Offset);
+      const double B = Box.V().DotMul(Offset);
+      return A >= Box.MinU - Slack && A <= Box.MaxU + Slack && B >= -Slack && B <= Box.MaxV + Slack;
+    });
   }
-  return Corners;
+
+  /// No rectangle is smaller, as can be seen without a second way round. The supports are corners,
+  /// so what the walk measured on an edge is at most what holds all.
+  bool IsLeast(const TFramedBox& Walked) const {
+    if (!FRing.IsConvex() || FSize > TBoxWalk::kStartOfExtent) return false;
+    if (!(Walked.Area > kNeedle * FSize * FSize)) return false;
+    const std::vector<std::size_t> Untried = FWalk.Untried(kFew);
+    return Untried.size() < kFew &&
+           std::none_of(Untried.begin(), Untried.end(), [&](std::size_t Edge) {
+             return AreaOn(FRing, Edge) < Walked.Area * (1.0 - kBoxGain);
+           });
+  }
+
+  bool IsNoGain(const TFramedBox& Other) const {
+    return FIsSound && !(Other.Area < FWalk.Best().Area * (1.0 - kBoxGain));
+  }
+
+  const TRing& FRing;
+  const std::vector<TPoint2D>& FPoints;
+  double FSize;
+  TBoxWalk FWalk;
+  bool FIsSound = false;
+  std::optional<TFramedBox> FFound;  // by exact signs
+};
+
+/// Diagonal of the box around the points; not a number unless all are finite.
+double SizeOf(const std::vector<TPoint2D>& Points) {
+  double Left = kStartOfMinimum;
+  double Right = -kStartOfMinimum;
+  double Bottom = kStartOfMinimum;
+  double Top = -kStartOfMinimum;
+  for (const TPoint2D& P : Points) {
+    if (!std::isfinite(P.X) || !std::isfinite(P.Y)) return std::nan("");
+    Left = std::min(Left, P.X);
+    Right = std::max(Right, P.X);
+    Bottom = std::min(Bottom, P.Y);
+    Top = std::max(Top, P.Y);
+  }
+  return std::hypot(Right - Left, Top - Bottom);
+}
+
+/// The ring of a polygon, counter-clockwise; empty for fewer than three corners.
+TRing RingOf(const TVPolyline2D& Polygon) {
+  const std::vector<TPoint2D>& Points = Polygon.Points();
+  const std::size_t Repeats = Polygon.IsClosed() ? 0 : 1;
+  TRing Ring(Points.size() + Repeats);
+  if (Points.size() + Repeats < 4) return Ring;
+  const auto Closing = Points.begin() + static_cast<std::ptrdiff_t>(Repeats);
+  if (Polygon.IsClockwise()) {
+    Ring.Add(Points.begin(), Closing, kLeastEdge);
+    Ring.Add(Points.rbegin(), Points.rend(), kLeastEdge);
+  } else {
+    Ring.Add(Points.begin(), Points.end(), kLeastEdge);
+    Ring.Add(Points.begin(), Closing, kLeastEdge);
+  }
+  Ring.Close();
+  return Ring;
 }
 
 }  // namespace
 
 double TPolygonBasicAlgo::ConvexMABB(const TVPolyline2D& ConvexPoly, TVPoint2DList& MABB) {
-  const TVRect2D Around = ConvexPoly.BoundBox();
-  std::vector<TPoint2D> Corners = CornersOf(ConvexPoly);
+  const double Size = SizeOf(ConvexPoly.Points());
+  TFramedBox Box;
+  if (!std::isnan(Size)) {
+    const TRing Ring = RingOf(ConvexPoly);
+    if (Ring.Count() > 0) Box = TBoxSearch(Ring, ConvexPoly.Points(), Size).Run();
+  }
   MABB.Clear();
-  if (Corners.size() < 2) return 0.0;
-  if (!std::all_of(Corners.begin(), Corners.end(), TPoint2DUtils::IsFinite)) return 0.0;
-  const TFramedBox Box =
-      SmallestBox(TRing(std::move(Corners)), std::hypot(Around.Width(), Around.Height()));
   if (!Box.Exists()) return 0.0;
   MABB.Assign(std::vector<TPoint2D>{Box.Corner(Box.MinU, 0.0), Box.Corner(Box.MaxU, 0.0),
                                     Box.Corner(Box.MaxU, Box.MaxV),

@@ -81,6 +81,18 @@ TVPolyline2D SomeConvexRing(std::mt19937& Random, int Round) {
   return Points.ConvexHull();
 }
 
+void ExpectHolds(const TVPoint2DList& Box, const TVPolyline2D& Ring, double Slack) {
+  ASSERT_EQ(4, Box.Count());
+  const TPoint2D U = (Box[1] - Box[0]).Normal();
+  for (const TPoint2D& P : Ring) {
+    const TPoint2D Place = P - Box[0];
+    ASSERT_TRUE(TMathUtils::IsInRange(U.DotMul(Place), -Slack, Box[0].DistanceTo(Box[1]) + Slack,
+                                      true, true));
+    ASSERT_TRUE(TMathUtils::IsInRange(U.CrossMul(Place), -Slack, Box[0].DistanceTo(Box[3]) + Slack,
+                                      true, true));
+  }
+}
+
 TEST(TPolygonBasicAlgo, MinimaAgreeWithTryingEveryEdge) {
   std::mt19937 Random(511);
   for (int Round = 0; Round < 2000; ++Round) {
@@ -97,14 +109,7 @@ TEST(TPolygonBasicAlgo, MinimaAgreeWithTryingEveryEdge) {
     EXPECT_LE(Area, Expected.Area * (1.0 + 1e-8));
     ASSERT_EQ(4, Box.Count());
     EXPECT_NEAR(Area, Box.Area(), 1e-8 * Area + Slack * Slack);
-    const TPoint2D U = (Box[1] - Box[0]).Normal();
-    for (const TPoint2D& P : Ring) {
-      const TPoint2D Place = P - Box[0];
-      ASSERT_TRUE(TMathUtils::IsInRange(U.DotMul(Place), -Slack, Box[0].DistanceTo(Box[1]) + Slack,
-                                        true, true));
-      ASSERT_TRUE(TMathUtils::IsInRange(U.CrossMul(Place), -Slack,
-                                        Box[0].DistanceTo(Box[3]) + Slack, true, true));
-    }
+    ExpectHolds(Box, Ring, Slack);
     TPoint2D Direct;
     const double Width = TAlgo::ConvexWidth(Ring, Direct);
     EXPECT_NEAR(Expected.Width, Width, 1e-9 * Expected.Diameter);
@@ -115,6 +120,24 @@ TEST(TPolygonBasicAlgo, MinimaAgreeWithTryingEveryEdge) {
     EXPECT_DOUBLE_EQ(Expected.Diameter, Ring[I].DistanceTo(Ring[J]));
     EXPECT_DOUBLE_EQ(Expected.Diameter, TAlgo::SimpleDiameter(Ring));
   }
+}
+
+TEST(TPolygonBasicAlgo, RectangleHoldsPointsThatTheCalipersPassOver) {
+  // The last point closes the ring, within the tolerance only, and stands out of a small part.
+  TVPolyline2D NearlyClosed{{0, 0}, {1e-2, 0}, {1e-2, 1e-2}, {0, 1e-2}, {-8e-7, 2e-7}};
+  // A side of steps too short to be edges.
+  TVPolyline2D Stepped{{0, 0}, {1e-6, 0}};
+  for (int I = 1; I <= 200; ++I) Stepped.Add({1e-6, I * 5e-9});
+  // So dense that the walk loses a support on its way.
+  TVPolyline2D Dense;
+  for (int I = 0; I < 20000; ++I) Dense.Add(TPoint2D(1.0, 0.0).RotateBy(kFullTurn * I / 20000));
+  TVPoint2DList Box;
+  for (const TVPolyline2D* Ring : {&NearlyClosed, &Stepped, &Dense}) {
+    const TVRect2D Around = Ring->BoundBox();
+    TAlgo::ConvexMABB(*Ring, Box);
+    ExpectHolds(Box, *Ring, 1e-6 * std::hypot(Around.Width(), Around.Height()));
+  }
+  EXPECT_NEAR(4.0, Box.Area(), 1e-6);
 }
 
 TEST(TPolygonBasicAlgo, RectangleStartsOnTheFirstBestEdge) {
