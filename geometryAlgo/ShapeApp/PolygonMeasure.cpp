@@ -121,10 +121,14 @@ double TPolygonBasicAlgo::ProjectionLength(const TPath& Path, const TPoint2D& D)
 
 double TPolygonBasicAlgo::ConvexWidth(const TVPolyline2D& ConvexPoly, TPoint2D& Direct) {
   if (ConvexPoly.Count() < 3) return -1.0;
-  std::vector<TPoint2D> P = ConvexPoly.Points();
-  if (ConvexPoly.IsClockwise()) std::reverse(P.begin(), P.end());
-  if (P.front().Equals(P.back())) P.pop_back();
-  const std::size_t Count = P.size();
+  const bool IsClockwise = ConvexPoly.IsClockwise();
+  TVPolyline2D Reversed;
+  if (IsClockwise) {
+    Reversed = ConvexPoly;
+    Reversed.Reverse();
+  }
+  const TPoint2D* P = (IsClockwise ? Reversed : ConvexPoly).Points().data();
+  const std::size_t Count = ConvexPoly.Points().size() - (ConvexPoly.IsClosed() ? 1 : 0);
   double Best = kStartOfMinimum;
   const auto Offer = [&](const TPoint2D& Edge, double DoubledArea) {
     // Plainly wider: spares the root and the quotient.
@@ -138,12 +142,12 @@ double TPolygonBasicAlgo::ConvexWidth(const TVPolyline2D& ConvexPoly, TPoint2D& 
   std::size_t Far = 0;
   double FarArea = -kStartOfMinimum;
   for (std::size_t J = 1; J < Count; ++J) {
-    const double Doubled = Area(P.back(), P.front(), P[J]);
+    const double Doubled = Area(P[Count - 1], P[0], P[J]);
     if (!(Doubled > FarArea)) continue;
     FarArea = Doubled;
     Far = J;
   }
-  Offer(P.front() - P.back(), FarArea);
+  Offer(P[0] - P[Count - 1], FarArea);
   for (std::size_t I = 1; I < Count; ++I) {
     const TPoint2D Edge = P[I] - P[I - 1];
     if (Edge == TPoint2D::FZero) continue;  // exact: only such an edge has no direction
