@@ -1,6 +1,7 @@
 #include "geometryAlgo/ShapeApp/PointsBasicAlgo.h"
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "geometryAlgo/VedaType/Point.h"
@@ -14,6 +15,8 @@ namespace {
 constexpr double kRadiusSlack = 1e-10;
 // Each pass enlarges the circle, and ten are many; the bound is for rounding alone.
 constexpr int kMostPasses = 1000;
+// Powers of two that are doubles, and their reciprocals.
+constexpr int kMostExponent = 1000;
 
 bool Holds(const TVCircle2D& Circle, const TPoint2D& P) {
   return Circle.Center.DistanceTo(P) <= Circle.Radius * (1.0 + kRadiusSlack);
@@ -59,35 +62,64 @@ TVCircle2D SmallestOfFew(std::vector<TPoint2D>& Support) {
   return Best;
 }
 
+const TPoint2D& FarthestFrom(const TPoint2D& Center, const std::vector<TPoint2D>& Points) {
+  const TPoint2D* Farthest = &Points.front();
+  double Most = 0.0;
+  for (const TPoint2D& P : Points) {
+    const TPoint2D Offset = P - Center;
+    const double Squared = Offset.DotMul(Offset);
+    if (!(Squared > Most)) continue;
+    Most = Squared;
+    Farthest = &P;
+  }
+  return *Farthest;
+}
+
+/// The centre of the smallest circle of points whose coordinates are about 1.
+///
+/// The point farthest out joins the two or three that carry the circle, until none is out. Against
+/// a random order with moves to the front this reads memory in its order and needs no shuffle: a
+/// few passes, fourteen at most on a million points of any shape that was tried (one circle, one
+/// spiral, one line, one place).
+TPoint2D CenterByFarthest(const std::vector<TPoint2D>& Points) {
+  std::vector<TPoint2D> Support{Points.front()};
+  TVCircle2D Circle(Points.front(), 0.0);
+  for (int Pass = 0; Pass < kMostPasses; ++Pass) {
+    const TPoint2D& Farthest = FarthestFrom(Circle.Center, Points);
+    if (Holds(Circle, Farthest)) break;
+    Support.push_back(Farthest);
+    const TVCircle2D Larger = SmallestOfFew(Support);
+    // Rounding alone can hold it up.
+    if (!(Larger.Radius > Circle.Radius) || Larger.Radius == kStartOfMinimum) break;
+    Circle = Larger;
+  }
+  return Circle.Center;
+}
+
+/// A power of two that brings lengths like `Length` near 1, as far as that is a double.
+double ScaleOf(double Length) {
+  return std::ldexp(1.0, std::clamp(-std::ilogb(Length), -kMostExponent, kMostExponent));
+}
+
 }  // namespace
 
 TVCircle2D TPointsBasicAlgo::FindMinCircle(const TVPoint2DList& Points) {
   std::vector<TPoint2D> Finite = Points.Points();
   std::erase_if(Finite, [](const TPoint2D& P) { return !TPoint2DUtils::IsFinite(P); });
   if (Finite.empty()) return {};
-  std::vector<TPoint2D> Support{Finite.front()};
-  TVCircle2D Circle(Finite.front(), 0.0);
-  for (int Pass = 0; Pass < kMostPasses; ++Pass) {
-    TPoint2D Farthest = Circle.Center;
-    double Most = 0.0;
-    for (const TPoint2D& P : Finite) {
-      const TPoint2D Offset = P - Circle.Center;
-      const double Squared = Offset.DotMul(Offset);
-      if (Squared > Most) {
-        Most = Squared;
-        Farthest = P;
-      }
-    }
-    if (Holds(Circle, Farthest)) break;
-    Support.push_back(Farthest);
-    const TVCircle2D Larger = SmallestOfFew(Support);
-    // Rounding alone can hold it up: the circle about this centre that holds all.
-    if (!(Larger.Radius > Circle.Radius) || Larger.Radius == kStartOfMinimum) {
-      return {Circle.Center, Circle.Center.DistanceTo(Farthest)};
-    }
-    Circle = Larger;
-  }
-  return Circle;
+  TVRect2D Box;
+  for (const TPoint2D& P : Finite) Box.ExpandInPlace(P);
+  const TPoint2D Low = Box.GetBottomLeft() * 0.5;
+  const TPoint2D High = Box.GetTopRight() * 0.5;
+  const TPoint2D Middle = Low + High;
+  const double Reach = std::max(High.X - Low.X, High.Y - Low.Y);
+  if (Reach == 0.0) return {Finite.front(), 0.0};
+  // About their middle and of size 1, neither squares nor the digits of small sets far out get lost.
+  const double Scale = ScaleOf(Reach);
+  for (TPoint2D& P : Finite) P = (P - Middle) * Scale;
+  const TPoint2D Center = Middle + CenterByFarthest(Finite) / Scale;
+  const TPoint2D Rounded = (Center - Middle) * Scale;
+  return {Center, Rounded.DistanceTo(FarthestFrom(Rounded, Finite)) / Scale};
 }
 
 TVCircle2D TPointsBasicAlgo::FindMinCircleOf2Point(const TPoint2D& P1, const TPoint2D& P2) {

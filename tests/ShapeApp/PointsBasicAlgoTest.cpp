@@ -53,6 +53,24 @@ TEST(TPointsBasicAlgo, SmallestCircleOfManyOnOneCircle) {
   EXPECT_EQ(TPoint2D(3, 4), TPointsBasicAlgo::FindMinCircle({{3, 4}, {3, 4}}).Center);
 }
 
+// A triangle with right angle at the first corner, scaled and moved.
+TEST(TPointsBasicAlgo, SmallestCircleOfAnySizeAnywhere) {
+  const struct {
+    double Size;
+    TPoint2D Place;
+  } Cases[] = {{1e300, {}}, {1e-300, {}}, {1e-3, {1e6, -1e6}}, {1.0, {1e12, 1e12}}};
+  for (const auto& [Size, Place] : Cases) {
+    SCOPED_TRACE(Size);
+    TVPoint2DList Points;
+    for (const TPoint2D& P : {TPoint2D(0, 0), TPoint2D(4, 0), TPoint2D(0, 3), TPoint2D(1, 1)}) {
+      Points.Add(Place + P * Size);
+    }
+    const TVCircle2D Circle = TPointsBasicAlgo::FindMinCircle(Points);
+    EXPECT_NEAR(2.5, Circle.Radius / Size, 1e-3);
+    EXPECT_LE(Reach(Circle.Center, Points), Circle.Radius * (1 + 1e-9));
+  }
+}
+
 TEST(TPointsBasicAlgo, CircleOfThreePoints) {
   const auto Of = TPointsBasicAlgo::FindMinCircleOf3Point;
   EXPECT_DOUBLE_EQ(5.0, Of({0, 0}, {6, 0}, {0, 8}).Radius);  // right
