@@ -128,7 +128,8 @@ class TPolygonBasicAlgo {
   /// between its own corners, without overlap. Vertices on a straight way may give triangles
   /// without area. Empty for fewer than three corners and for polygons that are not simple
   /// (`IsSimple`) or, simple by area alone, cannot be cut up.
-  /// Cost: O(n²) at worst, near O(n log n) for contours as they occur.
+  /// Cost: O(n²) at worst, near O(n log n) for contours as they occur, combs and spirals too; that
+  /// of `IsSimple` more where the ring touches itself.
   static TVPolyline2DList TriangleDivide(const TVPolyline2D& Poly);
 
   // --- Distance (PolygonDistance.cpp) ---

@@ -142,10 +142,28 @@ TEST(TPolygonBasicAlgo, TrianglesCoverTheRingOnce) {
   // Nothing but straight ways and right angles, and a comb.
   ExpectTriangulated({{0, 0}, {1, 0}, {2, 0}, {2, 1}, {2, 2}, {1, 2}, {0, 2}, {0, 1}}, 8);
   ExpectTriangulated(TVPolyline2D{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {0, 3}}, 5);
-  TVPolyline2D Comb{{200, -1}, {0, -1}};
-  for (int I = 0; I < 200; ++I) Comb.Add({static_cast<double>(I), I % 2 == 0 ? 0.0 : 50.0});
+  TVPolyline2D Comb{{2000, -1}, {0, -1}};
+  for (int I = 0; I < 2000; ++I) Comb.Add({static_cast<double>(I), I % 2 == 0 ? 0.0 : 50.0});
   Comb.Reverse();
-  ExpectTriangulated(Comb, 202);
+  ExpectTriangulated(Comb, 2002);
+  TVPolyline2D Spiral;
+  for (int I = -1000; I < 1000; ++I) {
+    const double Angle = 0.05 * std::abs(I);
+    Spiral.Add(TPoint2D(Angle + (I < 0 ? 4.0 : 1.0), 0.0).RotateBy(Angle));
+  }
+  ExpectTriangulated(Spiral, 2000);
+  // A hole that touches the outline in a corner, however it is begun.
+  std::vector<TPoint2D> Touching{{0, 0}, {9, 0}, {9, 9}, {5, 9}, {7, 5},
+                                 {5, 1}, {3, 5}, {5, 9}, {0, 9}};
+  for (std::size_t I = 0; I < Touching.size(); ++I) {
+    std::rotate(Touching.begin(), Touching.begin() + 1, Touching.end());
+    ExpectTriangulated(TVPolyline2D(Touching), 9);
+  }
+  // As wide as a double is: neither extents nor areas are finite.
+  const double Far = 1.7e308;
+  EXPECT_EQ(
+      3,
+      TAlgo::TriangleDivide({{-Far, -Far}, {Far, -Far}, {0, 0}, {Far, Far}, {-Far, Far}}).Count());
   for (const TVPolyline2D& None : {TVPolyline2D{},
                                    {{0, 0}, {1, 0}, {0, 0}},
                                    {{0, 0}, {4, 4}, {4, 0}, {0, 4}},
