@@ -7,8 +7,15 @@
 
 #include "geometryAlgo/ShapeApp.h"
 
+#ifdef TARNALGO_BENCH_BOOST
+#include <boost/geometry.hpp>
+#include <boost/geometry/geometries/point_xy.hpp>
+#include <boost/geometry/geometries/polygon.hpp>
+#endif
 #ifdef TARNALGO_BENCH_CGAL
 #include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
+#include <CGAL/Min_circle_2.h>
+#include <CGAL/Min_circle_2_traits_2.h>
 #include <CGAL/Polygon_2.h>
 #include <CGAL/Simple_cartesian.h>
 #include <CGAL/ch_melkman.h>
@@ -56,6 +63,15 @@ TVPolyline2D Ellipse(int Count) {
   return Ring;
 }
 
+/// Convex rings of 10^5 corners: an ellipse, random corners on a circle, random steps.
+enum TRingKind { kEllipse, kOnCircle, kBySteps };
+
+TVPolyline2D ConvexRing(TRingKind Kind) {
+  constexpr int kCount = 100000;
+  if (Kind == kEllipse) return Ellipse(kCount);
+  return TPolygonBasicAlgo::GenerateConvexPolyOnDisc({3, 4}, 1000.0, kCount, 7, Kind == kOnCircle);
+}
+
 struct TOurs {
   explicit TOurs(const TVPoint2DList& APoints) : Points(APoints) {}
   int Hull() const { return TConvexHullCalculator::CalcConvexHull(Points).Count(); }
@@ -67,9 +83,31 @@ struct TOurs {
     return TPolygonBasicAlgo::ConvexMABB(Points, Corners);
   }
   double Width() const { return TPolygonBasicAlgo::ConvexWidth(Points); }
+  double Circle() const { return TPointsBasicAlgo::FindMinCircle(Points).Radius; }
+  double Distance(const TOurs& Other) const {
+    return TPolygonBasicAlgo::MinPolyDistance(Points, Other.Points);
+  }
+  int Triangles() const { return TPolygonBasicAlgo::TriangleDivide(Points).Count(); }
 
   TVPolyline2D Points;
 };
+
+#ifdef TARNALGO_BENCH_BOOST
+struct TBoost {
+  using TPoint = boost::geometry::model::d2::point_xy<double>;
+  using TPolygon = boost::geometry::model::polygon<TPoint, false>;
+
+  explicit TBoost(const TVPoint2DList& Points) {
+    for (const TPoint2D& P : Points) Polygon.outer().emplace_back(P.X, P.Y);
+    Polygon.outer().push_back(Polygon.outer().front());
+  }
+  double Distance(const TBoost& Other) const {
+    return boost::geometry::distance(Polygon, Other.Polygon);
+  }
+
+  TPolygon Polygon;
+};
+#endif
 
 #ifdef TARNALGO_BENCH_CGAL
 struct TCgal {
@@ -102,6 +140,11 @@ struct TCgal {
     CGAL::min_strip_2(Plain.begin(), Plain.end(), std::back_inserter(Result));
     return Result[0].a();
   }
+  double Circle() const {
+    using TTraits = CGAL::Min_circle_2_traits_2<TPlain>;
+    CGAL::Min_circle_2<TTraits> Circle(Plain.begin(), Plain.end(), true);
+    return Circle.circle().squared_radius();
+  }
 
   std::vector<TExact::Point_2> Exact;
   std::vector<TPlain::Point_2> Plain;
@@ -122,25 +165,54 @@ void HullOfPolyline(benchmark::State& State) {
 
 template <class T>
 void SmallestRectangle(benchmark::State& State) {
-  const T Ring(Ellipse(static_cast<int>(State.range(0))));
+  const T Ring(ConvexRing(static_cast<TRingKind>(State.range(0))));
   for (auto _ : State) benchmark::DoNotOptimize(Ring.Rectangle());
 }
 
 template <class T>
 void Width(benchmark::State& State) {
-  const T Ring(Ellipse(static_cast<int>(State.range(0))));
+  const T Ring(ConvexRing(static_cast<TRingKind>(State.range(0))));
   for (auto _ : State) benchmark::DoNotOptimize(Ring.Width());
+}
+
+template <class T>
+void SmallestCircle(benchmark::State& State) {
+  const T Set(RandomSet(static_cast<TKind>(State.range(0)), 100000));
+  for (auto _ : State) benchmark::DoNotOptimize(Set.Circle());
+}
+
+template <class T>
+void Distance(benchmark::State& State) {
+  const TVPolyline2D Ring = Wave(static_cast<int>(State.range(0)));
+  TVPolyline2D Other = Ring;
+  Other.Translate({2200.0, 300.0});
+  const T A(Ring);
+  const T B(Other);
+  for (auto _ : State) benchmark::DoNotOptimize(A.Distance(B));
+}
+
+template <class T>
+void Triangles(benchmark::State& State) {
+  const T Ring(Wave(static_cast<int>(State.range(0))));
+  for (auto _ : State) benchmark::DoNotOptimize(Ring.Triangles());
 }
 
 BENCHMARK(HullOfSet<TOurs>)->DenseRange(kDisc, kCircle)->Unit(benchmark::kMillisecond);
 BENCHMARK(HullOfPolyline<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SmallestRectangle<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(Width<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(SmallestRectangle<TOurs>)->DenseRange(kEllipse, kBySteps)->Unit(benchmark::kMillisecond);
+BENCHMARK(Width<TOurs>)->DenseRange(kEllipse, kBySteps)->Unit(benchmark::kMillisecond);
+BENCHMARK(SmallestCircle<TOurs>)->DenseRange(kDisc, kCircle)->Unit(benchmark::kMillisecond);
+BENCHMARK(Distance<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Triangles<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
+#ifdef TARNALGO_BENCH_BOOST
+BENCHMARK(Distance<TBoost>)->Arg(100000)->Unit(benchmark::kMillisecond);
+#endif
 #ifdef TARNALGO_BENCH_CGAL
 BENCHMARK(HullOfSet<TCgal>)->DenseRange(kDisc, kCircle)->Unit(benchmark::kMillisecond);
 BENCHMARK(HullOfPolyline<TCgal>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SmallestRectangle<TCgal>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(Width<TCgal>)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(SmallestRectangle<TCgal>)->DenseRange(kEllipse, kBySteps)->Unit(benchmark::kMillisecond);
+BENCHMARK(Width<TCgal>)->DenseRange(kEllipse, kBySteps)->Unit(benchmark::kMillisecond);
+BENCHMARK(SmallestCircle<TCgal>)->DenseRange(kDisc, kCircle)->Unit(benchmark::kMillisecond);
 #endif
 
 }  // namespace
