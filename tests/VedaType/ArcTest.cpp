@@ -282,29 +282,6 @@ TEST(TVArc2D, SegmentsMeetTheArc) {
   }
 }
 
-// The line crosses wherever two neighbours of a dense walk lie on different sides of it.
-TEST(TVArc2D, LineCrossingsAgreeWithADenseWalk) {
-  std::mt19937 Random(36);
-  for (int Round = 0; Round < 100; ++Round) {
-    const TVArc2D Arc = RandomArc(Random);
-    const TVLine2D Line(test::RandomPoint(Random, -6, 6), test::RandomPoint(Random, -6, 6));
-    const TPoint2D V = Line.Vector();
-    if (std::abs(Line.LineDistanceTo(Arc.Center) - Arc.Radius()) < 1e-3) continue;  // near tangent
-    const std::vector<TPoint2D> Points = Walk(Arc);
-    int Expected = 0;
-    for (std::size_t I = 1; I < Points.size(); ++I) {
-      Expected += (V.CrossMul(Points[I] - Line.StartPoint) > 0) !=
-                  (V.CrossMul(Points[I - 1] - Line.StartPoint) > 0);
-    }
-    TPoint2D P[2];
-    ASSERT_EQ(Expected, Arc.CrossWithLine(Line, P[0], P[1]));
-    for (int I = 0; I < Expected; ++I) {
-      EXPECT_TRUE(Arc.IsPointOn(P[I]));
-      EXPECT_NEAR(0, Line.LineDistanceTo(P[I]), 1e-9);
-    }
-  }
-}
-
 TEST(TVArc2D, CircleCrossingsAreThoseOfTheArcPart) {
   TPoint2D P1;
   TPoint2D P2;
