@@ -6,7 +6,6 @@
 
 #include "geometryAlgo/VedaType/Polyline.h"
 #include "tests/support/Generate.h"
-#include "tests/support/GridGeometry.h"
 
 namespace tarnalgo {
 namespace {
@@ -31,58 +30,51 @@ void ExpectReplaces(const TVPolyline2D& New, const TVPolyline2D& Former, double 
   }
 }
 
-TEST(TVPolyline2DEdit, DeletesNeighboursTooNear) {
+TEST(TVPolyline2DEdit, LeavesTheVerticesThatCount) {
+  using TEdit = void (*)(TVPolyline2D&);
+  const TEdit Apart = [](TVPolyline2D& Contour) { Contour.DeleteNeighbourClosed(); };
+  const TEdit Smooth = [](TVPolyline2D& Contour) { Contour.CollinearSmooth(); };
+  const TEdit Close = [](TVPolyline2D& Contour) { Contour.ConnectHeadTail(); };
   const struct {
     const char* Name;
+    TEdit Edit;
     TPoints Before;
     TPoints After;
   } Cases[] = {
-      {"nothing", {}, {}},
-      {"one point", {{1, 1}}, {{1, 1}}},
-      {"all in one place", {{1, 1}, {1, 1}, {1, 1}}, {{1, 1}}},
-      {"a run in the middle", {{0, 0}, {5, 0}, {5 + 5e-7, 0}, {9, 0}}, {{0, 0}, {5, 0}, {9, 0}}},
-      {"apart enough", {{0, 0}, {5, 0}, {5 + 2e-6, 0}}, {{0, 0}, {5, 0}, {5 + 2e-6, 0}}},
-      {"the last point stays", {{0, 0}, {5, 0}, {5 + 5e-7, 0}}, {{0, 0}, {5 + 5e-7, 0}}},
+      {"nothing", Apart, {}, {}},
+      {"one point", Apart, {{1, 1}}, {{1, 1}}},
+      {"all in one place", Apart, {{1, 1}, {1, 1}, {1, 1}}, {{1, 1}}},
+      {"a run in the middle",
+       Apart,
+       {{0, 0}, {5, 0}, {5 + 5e-7, 0}, {9, 0}},
+       {{0, 0}, {5, 0}, {9, 0}}},
+      {"apart enough", Apart, {{0, 0}, {5, 0}, {5 + 2e-6, 0}}, {{0, 0}, {5, 0}, {5 + 2e-6, 0}}},
+      {"the last point stays", Apart, {{0, 0}, {5, 0}, {5 + 5e-7, 0}}, {{0, 0}, {5 + 5e-7, 0}}},
       {"a ring stays closed",
+       Apart,
        {{0, 0}, {5, 0}, {5, 5}, {5e-7, 0}, {0, 0}},
        {{0, 0}, {5, 0}, {5, 5}, {0, 0}}},
       {"measured to the point kept",
+       Apart,
        {{0, 0}, {8e-7, 0}, {16e-7, 0}, {24e-7, 0}, {1, 0}},
        {{0, 0}, {16e-7, 0}, {1, 0}}},
-  };
-  for (const auto& Case : Cases) {
-    SCOPED_TRACE(Case.Name);
-    TVPolyline2D Contour(Case.Before);
-    Contour.DeleteNeighbourClosed();
-    EXPECT_EQ(Case.After, Contour.Points());
-  }
-}
-
-TEST(TVPolyline2DEdit, SmoothsWhatLiesOnStraightWays) {
-  const struct {
-    const char* Name;
-    TPoints Before;
-    TPoints After;
-  } Cases[] = {
-      {"one way", {{0, 0}, {1, 0}, {2, 0}, {5, 0}}, {{0, 0}, {5, 0}}},
-      {"within the tolerance", {{0, 0}, {1, 9e-7}, {2, -9e-7}, {5, 0}}, {{0, 0}, {5, 0}}},
-      {"beyond it", {{0, 0}, {1, 2e-6}, {5, 0}}, {{0, 0}, {1, 2e-6}, {5, 0}}},
-      {"back over itself", {{0, 0}, {2, 0}, {5, 0}, {1, 0}}, {{0, 0}, {5, 0}, {1, 0}}},
-      {"to and fro", {{0, 0}, {5, 0}, {0, 0}}, {{0, 0}, {5, 0}, {0, 0}}},
-      {"a repeated corner", {{0, 0}, {5, 0}, {5, 0}, {5, 5}}, {{0, 0}, {5, 0}, {5, 5}}},
-      {"the joint of a ring",
-       {{2, 0}, {5, 0}, {5, 5}, {0, 5}, {0, 0}, {2, 0}},
-       {{5, 0}, {5, 5}, {0, 5}, {0, 0}, {5, 0}}},
+      {"one way", Smooth, {{0, 0}, {1, 0}, {2, 0}, {5, 0}}, {{0, 0}, {5, 0}}},
+      {"within the tolerance", Smooth, {{0, 0}, {1, 9e-7}, {2, -9e-7}, {5, 0}}, {{0, 0}, {5, 0}}},
+      {"beyond it", Smooth, {{0, 0}, {1, 2e-6}, {5, 0}}, {{0, 0}, {1, 2e-6}, {5, 0}}},
       {"a joint that is a corner",
+       Smooth,
        {{0, 0}, {2, 0}, {5, 0}, {5, 5}, {0, 0}},
        {{0, 0}, {5, 0}, {5, 5}, {0, 0}}},
-      {"all in one place", {{1, 1}, {1, 1}, {1, 1}}, {{1, 1}}},
-      {"nothing", {}, {}},
+      {"nothing to smooth", Smooth, {}, {}},
+      {"an open one", Close, {{0, 0}, {1, 0}, {1, 1}}, {{0, 0}, {1, 0}, {1, 1}, {0, 0}}},
+      {"a closed one", Close, {{0, 0}, {1, 0}, {0, 0}}, {{0, 0}, {1, 0}, {0, 0}}},
+      {"a point", Close, {{1, 1}}, {{1, 1}}},
+      {"nothing to close", Close, {}, {}},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
     TVPolyline2D Contour(Case.Before);
-    Contour.CollinearSmooth();
+    Case.Edit(Contour);
     EXPECT_EQ(Case.After, Contour.Points());
   }
 }
@@ -198,20 +190,6 @@ TEST(TVPolyline2DEdit, ConnectsWhereEndsMeet) {
     EXPECT_EQ(!Case.After.empty(), Contour.TryConnect(Case.Other));
     EXPECT_EQ(Case.After.empty() ? Line.Points() : Case.After, Contour.Points());
   }
-}
-
-TEST(TVPolyline2DEdit, ClosesOnlyWhatIsOpen) {
-  TVPolyline2D Contour{{0, 0}, {1, 0}, {1, 1}};
-  for (int I = 0; I < 2; ++I) {
-    Contour.ConnectHeadTail();
-    EXPECT_EQ((TPoints{{0, 0}, {1, 0}, {1, 1}, {0, 0}}), Contour.Points());
-  }
-  TVPolyline2D Single(TPoint2D(1, 1));
-  Single.ConnectHeadTail();
-  EXPECT_EQ(1, Single.Count());
-  TVPolyline2D Empty;
-  Empty.ConnectHeadTail();
-  EXPECT_TRUE(Empty.IsEmpty());
 }
 
 TEST(TVPolyline2DEdit, DropsParametersOfOnePlace) {
