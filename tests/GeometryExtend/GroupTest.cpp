@@ -3,25 +3,17 @@
 #include <polyclipping/clipper.hpp>
 
 #include "geometryAlgo/GeometryExtend.h"
+#include "tests/support/IntegerPaths.h"
 #include "tests/support/Raises.h"
 
 namespace tarnalgo {
 namespace {
 
+using test::Box;
+using test::Hole;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-TPath Box(int Left, int Bottom, int Side) {
-  return {
-      {Left, Bottom}, {Left + Side, Bottom}, {Left + Side, Bottom + Side}, {Left, Bottom + Side}};
-}
-
-TPath Hole(int Left, int Bottom, int Side) {
-  TPath Path = Box(Left, Bottom, Side);
-  TPathUtils::Reverse(Path);
-  return Path;
-}
 
 /// `Count` boxes with a hole each, the outers first or last.
 TPaths BoxesWithHoles(int Count, bool OutersFirst) {

@@ -6,23 +6,16 @@
 
 #include "geometryAlgo/GeometryExtend.h"
 #include "tests/support/Generate.h"
+#include "tests/support/IntegerPaths.h"
 #include "tests/support/Raises.h"
 
 namespace tarnalgo {
 namespace {
 
+using test::Box;
+using test::Hole;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-TPath Box(int Left, int Bottom, int Side) {
-  return {
-      {Left, Bottom}, {Left + Side, Bottom}, {Left + Side, Bottom + Side}, {Left, Bottom + Side}};
-}
-
-TPath Reversed(TPath Path) {
-  TPathUtils::Reverse(Path);
-  return Path;
-}
 
 TPath RandomPath(std::mt19937& Random, int Count, int Reach) {
   TPath Path;
@@ -64,7 +57,7 @@ TEST(TPathUtils, AreaOfTheLargestSquareIsExactAndKeepsItsSign) {
 }
 
 TEST(TPathUtils, SetsTheSenseOfEachPathOrOfAllByTheFirst) {
-  const TPaths Given{Reversed(Box(0, 0, 9)), Reversed(Box(2, 2, 3))};
+  const TPaths Given{Hole(0, 0, 9), Hole(2, 2, 3)};
   TPaths Paths = Given;
   TPathUtils::SetIsClockwise(Paths, true, false);
   EXPECT_EQ(Given, Paths);  // a hole that runs like its outer is left alone
@@ -77,7 +70,7 @@ TEST(TPathUtils, SetsTheSenseOfEachPathOrOfAllByTheFirst) {
   TPathUtils::SetIsClockwise(Empty, true, false);
   TPaths FirstEmpty{{}, Box(0, 0, 9)};  // without area, so never clockwise
   TPathUtils::SetIsClockwise(FirstEmpty, true, false);
-  EXPECT_EQ(Reversed(Box(0, 0, 9)), FirstEmpty[1]);
+  EXPECT_EQ(Hole(0, 0, 9), FirstEmpty[1]);
 }
 
 TEST(TPathUtils, ClosesOnce) {
@@ -207,7 +200,7 @@ TEST(PathParameters, AreTheInverseOfPoints) {
   }
 }
 
-TEST(PathNearness, AgreesWithEveryLatticePointOfThePath) {
+TEST(PathNearness, FindsTheNearestPlace) {
   const TPath Path{{0, 0}, {10, 0}, {10, 10}};
   TPointL2D Nearest;
   EXPECT_TRUE(TPathUtils::IsNearByPoint(Path, TPointL2D(7, 3), 3.0, Nearest));
