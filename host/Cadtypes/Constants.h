@@ -159,6 +159,23 @@ inline constexpr int kMostLooksInVain = 16384;
 /// much it expects a crossing too early.
 inline constexpr int kOrderSlackExponent = -44;
 inline constexpr int kEarlyCrossingExponent = -26;
+/// Elements of a simplex tableau: at most this is no pivot, at least its negative is not negative;
+/// and the margin within which two candidates are equal. Absolute: programs should be scaled.
+inline constexpr double kPivotTolerance = 1e-6;
+inline constexpr double kPivotTieMargin = 1e-10;
+
+/// Distance of a variable from a whole number within which it is one.
+inline constexpr double kIntegralTolerance = 1e-6;
+
+/// Relative: pivots that bring the objective no further than this are getting nowhere. Above the
+/// rounding that a run of small pivots leaves in it.
+inline constexpr double kStallTolerance = 1e-9;
+
+/// Relative to what is summed up: a tableau that is further off its own equations is formed anew.
+inline constexpr double kDriftTolerance = 1e-9;
+
+/// An element of a program that is no larger is no pivot when its tableau is formed anew.
+inline constexpr double kSingularPivot = 1e-11;
 
 /// Length: a point whose coordinates both differ by less from its predecessor's repeats it, for the
 /// radial clean-up of a dense list.

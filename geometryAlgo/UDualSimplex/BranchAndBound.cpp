@@ -1,0 +1,83 @@
+#include <algorithm>
+#include <cmath>
+#include <queue>
+#include <utility>
+
+#include "geometryAlgo/UDualSimplex/SimplexAndDualMethod.h"
+#include "host/Cadtypes/Constants.h"
+#include "host/Exceptions.h"
+
+namespace tarnalgo {
+
+namespace {
+
+constexpr std::string_view kUnit = "geometryAlgo/UDualSimplex";
+constexpr int kNoRowLine = 731;
+constexpr int kNoColumnLine = 734;
+
+using TQueue = std::queue<TInequalityDataList>;
+
+/// Queues the two halves of `Bounds` on either side of `Value`, cut towards zero.
+void Branch(TQueue& Queue, const TInequalityDataList& Bounds, int Variable, double Value) {
+  const double Whole = std::trunc(Value);
+  TInequalityDataList AtMost = Bounds.Clone();
+  AtMost.AddData(Variable, Whole, kAtMost);
+  Queue.push(std::move(AtMost));
+  TInequalityDataList AtLeast = Bounds.Clone();
+  AtLeast.AddData(Variable, Whole + 1.0, kAtLeast);
+  Queue.push(std::move(AtLeast));
+}
+
+/// The best whole solution so far.
+struct TIncumbent {
+  bool Maximise;
+  bool Exists;
+  TFloatVector X;
+  double Objective;
+
+  /// `Value` is beyond the objective by more than the tie margin, on the better or worse side.
+  bool IsBeatenBy(double Value) const { return Gain(Value) > Margin(); }
+  bool Beats(double Value) const { return Gain(Value) < -Margin(); }
+
+ private:
+  double Gain(double Value) const { return Maximise ? Value - Objective : Objective - Value; }
+  double Margin() const { return kPivotTieMargin * std::max(1.0, std::abs(Objective)); }
+};
+
+}  // namespace
+
+bool TSimplexAndDualMethod::SolveByBranchAndBound(const TFloatMatrix& A, const TIntegerVec& Senses,
+                                                  const TFloatVector& C, bool Maximise) {
+  AssertThat(A.GetRowCnt() > 0, kUnit, kNoRowLine);
+  AssertThat(A.GetColCnt() > 0, kUnit, kNoColumnLine);
+  if (!Solve(A, Senses, C, Maximise)) return false;
+  int Fractional = -1;
+  if (IsInteger(Fractional)) return true;
+  TQueue Queue;
+  Branch(Queue, {}, Fractional, FX[Fractional]);
+  TIncumbent Best{Maximise, false, {}, 0.0};
+  for (int Node = 1; !Queue.empty() && Node < NodeLimit(); ++Node) {
+    const TInequalityDataList Bounds = std::move(Queue.front());
+    Queue.pop();
+    TFloatMatrix Bounded = A;  // takes a buffer of its own when it grows
+    TIntegerVec BoundedSenses = Senses;
+    Bounds.AddDatato(Bounded, BoundedSenses);
+    if (!Solve(Bounded, BoundedSenses, C, Maximise)) continue;
+    if (IsInteger(Fractional)) {
+      if (Best.Exists && !Best.IsBeatenBy(FObjective)) continue;
+      Best.Exists = true;
+      Best.X = FX;
+      Best.Objective = FObjective;
+    } else if (!Best.Exists || !Best.Beats(FObjective)) {
+      Branch(Queue, Bounds, Fractional, FX[Fractional]);
+    }
+  }
+  if (!Queue.empty()) GiveUp("the search ended at its limit");
+  InitXVec(A.GetColCnt());
+  if (!Best.Exists) return false;
+  FX = Best.X;
+  FObjective = Best.Objective;
+  return true;
+}
+
+}  // namespace tarnalgo

@@ -1,0 +1,42 @@
+#pragma once  // geometryAlgo/UDualSimplex/IntegerVec.h
+
+#include <cstddef>
+#include <initializer_list>
+#include <memory>
+#include <vector>
+
+namespace tarnalgo {
+
+/// A vector of 32-bit integers over a shared buffer.
+///
+/// Ownership: copies share the elements, and see each other's element writes. `SetSize` and
+/// `FreeData` give this handle a buffer of its own and leave the other handles as they are. A
+/// moved-from vector is empty.
+/// Errors: an index out of range or a negative size, `EParamError`.
+class TIntegerVec {
+ public:
+  TIntegerVec() = default;
+  /// `Size` zeros.
+  explicit TIntegerVec(int Size) { SetSize(Size); }
+  TIntegerVec(std::initializer_list<int> Items);
+  explicit TIntegerVec(const std::vector<int>& Items);
+
+  int GetSize() const { return FItems ? static_cast<int>(FItems->size()) : 0; }
+  /// Keeps what fits; new elements are 0.
+  void SetSize(int Size);
+  int GetItem(int Index) const { return (*FItems)[Checked(Index)]; }
+  void SetItem(int Index, int Value) { (*FItems)[Checked(Index)] = Value; }
+  int operator[](int Index) const { return GetItem(Index); }
+
+  /// An independent copy.
+  TIntegerVec Clone() const;
+  /// Lets go of the buffer: this vector is empty, other handles keep theirs.
+  void FreeData() { FItems.reset(); }
+
+ private:
+  std::size_t Checked(int Index) const;
+
+  std::shared_ptr<std::vector<int>> FItems;  // none = empty
+};
+
+}  // namespace tarnalgo

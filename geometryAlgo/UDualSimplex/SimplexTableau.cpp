@@ -1,0 +1,102 @@
+#include "geometryAlgo/UDualSimplex/SimplexTableau.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <utility>
+
+#include "geometryAlgo/UMatrixAlgo/RowKernels.h"
+#include "host/Cadtypes/Constants.h"
+
+namespace tarnalgo {
+
+TSimplexTableau::TSimplexTableau(int Rows, int Variables)
+    : FRowCnt(Rows + 1),
+      FPlaceCnt(Variables + 1),
+      FStride(FPlaceCnt),
+      FItems(static_cast<std::size_t>(FRowCnt) * static_cast<std::size_t>(FStride)),
+      FPlaces(static_cast<std::size_t>(FPlaceCnt)),
+      FBasics(static_cast<std::size_t>(FRowCnt)) {
+  std::iota(FPlaces.begin(), FPlaces.end(), 0);
+}
+
+double TSimplexTableau::Item(int RowIndex, int Column) const {
+  if (const int Place = PlaceOf(Column); Place >= 0) return Row(RowIndex)[Place];
+  return RowIndex > 0 && BasicColumn(RowIndex) == Column ? 1.0 : 0.0;
+}
+
+void TSimplexTableau::AddBasicColumn(int Row) {
+  FBasics[static_cast<std::size_t>(Row)] = ColCnt();
+  FPlaces.push_back(-1);
+}
+
+void TSimplexTableau::Pivot(int Index, int Column) {
+  const int Place = PlaceOf(Column);
+  double* const Top = Row(Index);
+  const double Element = Top[Place];
+  Top[Place] = 1.0;  // of the column that leaves the basis
+  for (int J = 0; J < FPlaceCnt; ++J) Top[J] /= Element;
+  for (int I = 0; I < FRowCnt; ++I) {
+    const double Factor = Row(I)[Place];
+    if (I == Index || Factor == 0.0) continue;  // exact: there is nothing to take off
+    Row(I)[Place] = 0.0;
+    RowAddMultiple(Row(I), -Factor, Top, static_cast<std::size_t>(FPlaceCnt));
+  }
+  int& Basic = FBasics[static_cast<std::size_t>(Index)];
+  FPlaces[static_cast<std::size_t>(Basic)] = Place;
+  FPlaces[static_cast<std::size_t>(Column)] = -1;
+  Basic = Column;
+}
+
+void TSimplexTableau::SetItems(const std::vector<double>& Costs, const TFloatMatrix& Rows) {
+  for (int J = 0; J < ColCnt(); ++J) {
+    if (PlaceOf(J) >= 0) Row(0)[PlaceOf(J)] = Costs[static_cast<std::size_t>(J)];
+  }
+  for (int I = 1; I < FRowCnt; ++I) {
+    std::copy_n(Rows.Row(I - 1), FPlaceCnt, Row(I));
+    const double Cost = Costs[static_cast<std::size_t>(BasicColumn(I))];
+    RowAddMultiple(Row(0), -Cost, Row(I), static_cast<std::size_t>(FPlaceCnt));
+  }
+}
+
+/// The row of the largest element of `Column` among those whose basic column is not one of
+/// `Target`; 0 when there is none to speak of.
+int TSimplexTableau::LargestElement(int Column, const TSimplexTableau& Target) const {
+  int Found = 0;
+  double Largest = kSingularPivot;
+  for (int I = 1; I < FRowCnt; ++I) {
+    if (Target.PlaceOf(BasicColumn(I)) < 0) continue;
+    if (const double Size = std::abs(Item(I, Column)); Size > Largest) {
+      Largest = Size;
+      Found = I;
+    }
+  }
+  return Found;
+}
+
+void TSimplexTableau::OrderRowsAs(const TSimplexTableau& Target) {
+  std::vector<int> RowOf(FPlaces.size());
+  for (int I = 1; I < FRowCnt; ++I) RowOf[static_cast<std::size_t>(BasicColumn(I))] = I;
+  for (int I = 1; I < FRowCnt; ++I) {
+    const int Column = Target.BasicColumn(I);
+    const int From = RowOf[static_cast<std::size_t>(Column)];
+    if (From == I) continue;
+    std::swap_ranges(Row(I), Row(I) + FPlaceCnt, Row(From));
+    RowOf[static_cast<std::size_t>(BasicColumn(I))] = From;
+    std::swap(FBasics[static_cast<std::size_t>(I)], FBasics[static_cast<std::size_t>(From)]);
+  }
+}
+
+bool TSimplexTableau::RebuildAs(const TSimplexTableau& Target, TSimplexTableau& Rebuilt) const {
+  Rebuilt = *this;
+  for (int Column = 1; Column < FPlaceCnt; ++Column) {
+    if (Target.PlaceOf(Column) >= 0) continue;
+    const int Row = Rebuilt.LargestElement(Column, Target);
+    if (Row == 0) return false;
+    Rebuilt.Pivot(Row, Column);
+  }
+  Rebuilt.OrderRowsAs(Target);
+  return true;
+}
+
+}  // namespace tarnalgo

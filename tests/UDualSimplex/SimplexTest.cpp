@@ -1,0 +1,364 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+#include "geometryAlgo/UDualSimplex.h"
+#include "host/Exceptions.h"
+#include "tests/support/DebugTexts.h"
+#include "tests/support/Matrices.h"
+#include "tests/support/Programs.h"
+
+namespace tarnalgo {
+namespace {
+
+using test::MatrixOf;
+using test::TProgram;
+
+TSimplexAndDualMethod MethodFor(const TProgram& Program, bool Revised = false, int Limit = 0) {
+  return {Program.A, Program.Senses, Program.C, Program.Maximise, false, Revised, Limit};
+}
+
+// --- The whole program, against exact corners ---
+
+using TRow = std::vector<std::int64_t>;  // right-hand side, then coefficients
+
+std::int64_t Determinant(const std::vector<TRow>& Rows) {
+  if (Rows.size() == 1) return Rows[0][0];
+  std::int64_t Sum = 0;
+  for (std::size_t K = 0; K < Rows.size(); ++K) {
+    std::vector<TRow> Minor(Rows.begin() + 1, Rows.end());
+    for (TRow& Row : Minor) Row.erase(Row.begin() + static_cast<std::ptrdiff_t>(K));
+    Sum += (K % 2 == 0 ? 1 : -1) * Rows[0][K] * Determinant(Minor);
+  }
+  return Sum;
+}
+
+/// A corner as whole numbers over a positive divisor, by Cramer's rule.
+struct TCorner {
+  std::int64_t Divisor = 0;
+  TRow X;
+};
+
+TCorner CornerOf(const std::vector<TRow>& Planes) {
+  std::vector<TRow> Square;
+  for (const TRow& Plane : Planes) Square.emplace_back(Plane.begin() + 1, Plane.end());
+  TCorner Corner{Determinant(Square), {}};
+  const std::int64_t Sign = Corner.Divisor < 0 ? -1 : 1;
+  Corner.Divisor *= Sign;
+  for (std::size_t J = 0; J < Planes.size(); ++J) {
+    std::vector<TRow> Replaced = Square;
+    for (std::size_t I = 0; I < Planes.size(); ++I) Replaced[I][J] = Planes[I][0];
+    Corner.X.push_back(Sign * Determinant(Replaced));
+  }
+  return Corner;
+}
+
+std::int64_t Value(const TRow& Row, const TCorner& Corner) {
+  std::int64_t Sum = Row[0] * Corner.Divisor;
+  for (std::size_t J = 0; J < Corner.X.size(); ++J) Sum += Row[J + 1] * Corner.X[J];
+  return Sum;
+}
+
+struct TAnswer {
+  bool IsSolved = false;
+  double Objective = 0.0;
+};
+
+/// The best of all corners of the program within a far plane; unbounded when it lies on that.
+TAnswer BestCorner(const TProgram& Program) {
+  constexpr std::int64_t kFar = 100000;
+  const auto Variables = static_cast<std::size_t>(Program.Variables());
+  std::vector<TRow> Planes;  // coefficients · x <= right-hand side
+  for (int I = 0; I < Program.A.GetRowCnt(); ++I) {
+    Planes.emplace_back();
+    for (int J = 0; J < Program.A.GetColCnt(); ++J) {
+      Planes.back().push_back(-Program.Senses[I] * static_cast<std::int64_t>(Program.A(I, J)));
+    }
+  }
+  for (std::size_t J = 1; J <= Variables; ++J) {
+    Planes.emplace_back(Variables + 1);
+    Planes.back()[J] = -1;
+  }
+  Planes.emplace_back(Variables + 1, 1);
+  Planes.back()[0] = kFar;
+  TRow Costs;
+  for (int J = 0; J < Program.C.GetSize(); ++J) {
+    Costs.push_back((Program.Maximise ? -1 : 1) * static_cast<std::int64_t>(Program.C[J]));
+  }
+  std::optional<double> Best;  // of the corners that are not far
+  std::optional<double> BestFar;
+  std::vector<bool> Chosen(Planes.size());
+  std::fill_n(Chosen.begin(), Variables, true);
+  do {
+    std::vector<TRow> Meeting;
+    for (std::size_t K = 0; K < Planes.size(); ++K) {
+      if (Chosen[K]) Meeting.push_back(Planes[K]);
+    }
+    const TCorner Corner = CornerOf(Meeting);
+    if (Corner.Divisor == 0) continue;
+    bool Holds = true;
+    for (const TRow& Plane : Planes) {
+      Holds = Holds && Value(Plane, Corner) <= 2 * Plane[0] * Corner.Divisor;
+    }
+    if (!Holds) continue;
+    std::optional<double>& Least = Chosen.back() ? BestFar : Best;
+    const double Cost =
+        static_cast<double>(Value(Costs, Corner)) / static_cast<double>(Corner.Divisor);
+    if (!Least || Cost < *Least) Least = Cost;
+  } while (std::prev_permutation(Chosen.begin(), Chosen.end()));
+  if (!Best || (BestFar && *BestFar < *Best)) return {};
+  return {true, Program.Maximise ? -*Best : *Best};
+}
+
+TEST(Simplex, AgreesWithTheBestCorner) {
+  std::mt19937 Random(21);
+  int Solved = 0;
+  for (int Count = 0; Count < 4000; ++Count) {
+    SCOPED_TRACE(Count);
+    const int Variables = test::RandomInt(Random, 1, 3);
+    const TProgram Program = test::RandomProgram(Random, test::RandomInt(Random, 1, 5), Variables);
+    const TAnswer Expected = BestCorner(Program);
+    TSimplexAndDualMethod Method = MethodFor(Program, Count % 2 == 1);
+    ASSERT_EQ(Expected.IsSolved, Method.Solve());
+    ASSERT_NEAR(Expected.Objective, Method.Objective(), 1e-9);
+    ASSERT_TRUE(!Expected.IsSolved || Program.Holds(Method.X(), 1e-9));
+    Solved += Expected.IsSolved ? 1 : 0;
+  }
+  EXPECT_GT(Solved, 1000);
+  EXPECT_LT(Solved, 3000);
+}
+
+/// The dual program, whose best objective is that of the program.
+TProgram DualOf(const TProgram& Program) {
+  TProgram Dual;
+  const int Rows = Program.Variables();
+  Dual.A = TFloatMatrix(Rows, Program.A.GetRowCnt() + 1);
+  Dual.Senses = TIntegerVec(std::vector<int>(static_cast<std::size_t>(Rows), kAtLeast));
+  Dual.C = TFloatVector(Program.A.GetRowCnt() + 1);
+  for (int J = 1; J <= Rows; ++J) {
+    Dual.A.SetItem(J - 1, 0, Program.C[J]);
+    for (int I = 0; I < Program.A.GetRowCnt(); ++I) Dual.A.SetItem(J - 1, I + 1, Program.A(I, J));
+  }
+  for (int I = 0; I < Program.A.GetRowCnt(); ++I) Dual.C.SetItem(I + 1, Program.A(I, 0));
+  return Dual;
+}
+
+TEST(Simplex, LeavesTheClassicCycles) {
+  const struct {
+    const char* Name;
+    TProgram Program;
+    double Objective;
+  } Cases[] = {
+      {"Beale 1955",
+       {MatrixOf({{0, 0.25, -60, -0.04, 9}, {0, 0.5, -90, -0.02, 3}, {1, 0, 0, 1, 0}}),
+        {kAtMost, kAtMost, kAtMost},
+        {0, 0.75, -150, 0.02, -6},
+        true},
+       0.05},
+      {"Kuhn",
+       {MatrixOf({{0, -2, -9, 1, 9}, {0, 1.0 / 3, 1, -1.0 / 3, -2}, {2, 2, 3, -1, -12}}),
+        {kAtMost, kAtMost, kAtMost},
+        {0, 2, 3, -1, -12},
+        true},
+       2},
+      {"Marshall and Suurballe 1969",
+       {MatrixOf({{0, 0.5, -5.5, -2.5, 9}, {0, 0.5, -1.5, -0.5, 1}, {1, 1, 0, 0, 0}}),
+        {kAtMost, kAtMost, kAtMost},
+        {0, 10, -57, -9, -24},
+        true},
+       1},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    for (const bool Revised : {false, true}) {
+      TSimplexAndDualMethod Method = MethodFor(Case.Program, Revised);
+      EXPECT_TRUE(Method.Solve());
+      EXPECT_NEAR(Case.Objective, Method.Objective(), 1e-9);
+    }
+    TSimplexAndDualMethod Dual = MethodFor(DualOf(Case.Program));
+    EXPECT_TRUE(Dual.Solve());
+    EXPECT_NEAR(Case.Objective, Dual.Objective(), 1e-9);
+  }
+}
+
+TEST(Simplex, AgreesWithItsDualOnLargerPrograms) {
+  std::mt19937 Random(22);
+  for (const int Size : {5, 20, 60, 120}) {
+    TProgram Program;
+    Program.A = test::RandomMatrix(Random, Size, Size + 1) + TFloatMatrix(Size, Size + 1, 1.1);
+    Program.Senses = TIntegerVec(std::vector<int>(static_cast<std::size_t>(Size), kAtMost));
+    Program.C = Program.A.GetRow(0).Clone();
+    Program.C.SetItem(0, 0.0);
+    Program.Maximise = true;
+    TSimplexAndDualMethod Method = MethodFor(Program);
+    ASSERT_TRUE(Method.Solve());
+    TSimplexAndDualMethod Dual = MethodFor(DualOf(Program));
+    ASSERT_TRUE(Dual.Solve());
+    EXPECT_NEAR(Method.Objective(), Dual.Objective(), 1e-9 * Size);
+    EXPECT_TRUE(Program.Holds(Method.X(), 1e-9));
+  }
+}
+
+TEST(Simplex, AnswersTheLimitingPrograms) {
+  const double NaN = std::numeric_limits<double>::quiet_NaN();
+  const struct {
+    const char* Name;
+    TProgram Program;
+    bool Solved;
+    double Objective;
+  } Cases[] = {
+      {"optimal at the origin", {MatrixOf({{1, 1}}), {kAtMost}, {7, 1}, false}, true, 7},
+      {"the same for a maximum", {MatrixOf({{1, 1}}), {kAtMost}, {7, -1}, true}, true, 7},
+      {"unbounded", {MatrixOf({{1, -1}}), {kAtMost}, {0, 1}, true}, false, 0},
+      {"no pivot above 1e-6", {MatrixOf({{1, 1e-6}}), {kAtMost}, {0, 1}, true}, false, 0},
+      {"a pivot just above", {MatrixOf({{1, 2e-6}}), {kAtMost}, {0, 1}, true}, true, 500000},
+      {"infeasible", {MatrixOf({{1, 1}, {2, 1}}), {kAtMost, kAtLeast}, {0, 1}, false}, false, 0},
+      {"infeasible, costs too",
+       {MatrixOf({{1, 1}, {2, 1}}), {kAtMost, kAtLeast}, {0, 1}, true},
+       false,
+       0},
+      {"least ratio by magnitude", {MatrixOf({{1, 1, 1}}), {kAtLeast}, {0, 1, 10}, false}, true, 1},
+      {"no constraint", {{}, {}, {3, 1}, false}, true, 3},
+      {"no constraint, unbounded", {{}, {}, {3, 1}, true}, false, 0},
+      {"NaN", {MatrixOf({{1, NaN}}), {kAtMost}, {0, 1}, true}, false, 0},
+      {"infinite", {MatrixOf({{HUGE_VAL, 1}}), {kAtMost}, {0, 1}, true}, false, 0},
+      {"overflow", {MatrixOf({{1e300, 1e-5}}), {kAtMost}, {0, 1e300}, true}, false, 0},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    TSimplexAndDualMethod Method = MethodFor(Case.Program);
+    EXPECT_EQ(Case.Solved, Method.Solve());
+    EXPECT_NEAR(Case.Objective, Method.Objective(), 1e-6);
+    ASSERT_EQ(Case.Program.C.GetSize(), Method.X().GetSize());
+    if (!Case.Solved) {
+      EXPECT_EQ(TFloatVector(Case.Program.C.GetSize()), Method.X());
+    }
+  }
+}
+
+TEST(Simplex, CountsRunsAndSaysWhyItGivesUp) {
+  const test::TDebugTexts Texts;
+  const TProgram Program{MatrixOf({{4, 1, 1}, {6, 1, 3}}), {kAtMost, kAtMost}, {0, 3, 2}, true};
+  const std::int64_t Before = SimplexRunCount();
+  EXPECT_TRUE(MethodFor(Program).Solve());
+  EXPECT_EQ(Before + 1, SimplexRunCount());
+  EXPECT_FALSE(MethodFor(Program, false, 1).Solve());
+  EXPECT_EQ("TSimplexAndDualMethod: too many pivots", Texts.Last());
+}
+
+TEST(Simplex, AssertsTheShape) {
+  const TFloatMatrix A = MatrixOf({{1, 2}});
+  TFloatVector X{7};
+  double Objective = 7.0;
+  const auto Solve = [&](const TIntegerVec& Senses, const TFloatVector& C) {
+    TLinearProgramMethod::Solve(A, Senses, C, true, false, X, Objective);
+  };
+  EXPECT_THROW(Solve({kAtMost, kAtMost}, {0, 1}), EAssertionFailed);
+  EXPECT_THROW(Solve({0}, {0, 1}), EAssertionFailed);
+  EXPECT_THROW(Solve({kAtMost}, {0}), EAssertionFailed);
+  EXPECT_EQ((TFloatVector{7}), X);
+  EXPECT_TRUE(TLinearProgramMethod::Solve(MatrixOf({{1, 2}}), {8}, {kAtMost}, {3, 3}, true, false,
+                                          X, Objective));
+  EXPECT_EQ((TFloatVector{8, 0}), X);
+  EXPECT_EQ(24.0, Objective);
+}
+
+// --- The tableau and its rules ---
+
+/// A method with the tableau of this program, of at-most rows.
+TSimplexAndDualMethod TableOf(const TFloatMatrix& A, const TFloatVector& C) {
+  const TIntegerVec Senses(std::vector<int>(static_cast<std::size_t>(A.GetRowCnt()), kAtMost));
+  TSimplexAndDualMethod Method(A, Senses, C, false, false, false, 0);
+  Method.BuiltSimpleTab(A, Senses, C, false);
+  return Method;
+}
+
+TEST(SimplexTableau, IsBuiltWithASlackForEachRow) {
+  TSimplexAndDualMethod Method = TableOf({}, {0});
+  Method.BuiltSimpleTab(MatrixOf({{1, 2, 3}, {4, 5, 6}}), {kAtMost, kAtLeast}, {9, 7, -8}, true);
+  EXPECT_EQ(MatrixOf({{9, -7, 8, 0, 0}, {1, 2, 3, 1, 0}, {-4, -5, -6, 0, 1}}), Method.Tableau());
+}
+
+TEST(SimplexTableau, PivotsLikeAFullTableau) {
+  std::mt19937 Random(23);
+  const TFloatMatrix A = test::RandomMatrix(Random, 6, 9);
+  TSimplexAndDualMethod Method = TableOf(A, test::RandomMatrix(Random, 1, 9).GetRow(0));
+  TFloatMatrix Full = Method.Tableau();
+  for (int Count = 0; Count < 200; ++Count) {
+    const int Row = test::RandomInt(Random, 1, 6);
+    const int Column = test::RandomInt(Random, 1, 14);
+    const double Element = Full(Row, Column);
+    if (std::abs(Element) < 0.01 || Element == 1.0) continue;  // a basic column, mostly
+    Method.UpdateSMA(Row, Column);
+    Full.SetRow(Row, Full.GetRow(Row) / Element);
+    for (int I = 0; I < Full.GetRowCnt(); ++I) {
+      if (I != Row) Full.SetRow(I, Full.GetRow(I) - Full.GetRow(Row) * Full(I, Column));
+    }
+    ASSERT_TRUE(Full.Equls(Method.Tableau(), 1e-6 * Full.GetRow(0).GetAbsMax())) << Count;
+  }
+  EXPECT_THROW(Method.UpdateSMA(0, 1), EAssertionFailed);
+  EXPECT_THROW(TableOf(MatrixOf({{1, 0}}), {0, 1}).UpdateSMA(1, 1), EAssertionFailed);
+  EXPECT_THROW(TableOf(MatrixOf({{1, 3}}), {0, 1}).UpdateSMA(1, 2), EAssertionFailed);
+}
+
+TEST(SimplexRules, ChooseColumnsAndRowsWithTheirMargins) {
+  const struct {
+    const char* Name;
+    TFloatVector Costs;
+    int Column;
+  } Entering[] = {
+      {"most negative", {0, -1, -3, -2}, 2},
+      {"tie within the margin", {0, -1, -1 - 0.9e-10, -1}, 1},
+      {"just beyond the margin", {0, -1, -1 - 1.1e-10, -1}, 2},
+      {"not below the tolerance", {0, -1e-6, -1e-6 - 0.9e-10, 5}, 0},
+      {"below it", {0, 1, -1e-6 - 1.1e-10, 5}, 2},
+  };
+  for (const auto& Case : Entering) {
+    SCOPED_TRACE(Case.Name);
+    EXPECT_EQ(Case.Column, TableOf(MatrixOf({{1, 1, 1, 1}}), Case.Costs).GetColCNMinNegative());
+  }
+  const struct {
+    const char* Name;
+    TFloatMatrix A;
+    int ByB;           // leaving row for column 1
+    int MostNegative;  // row of the least right-hand side
+  } Leaving[] = {
+      {"least ratio", MatrixOf({{4, 1}, {4, 2}, {9, 3}}), 2, 0},
+      {"tie within the margin", MatrixOf({{4, 2}, {2 - 0.9e-10, 1}}), 1, 0},
+      {"just beyond", MatrixOf({{4, 2}, {2 - 1.1e-10, 1}}), 2, 0},
+      {"elements at the tolerance", MatrixOf({{4, 1e-6}, {4, -2}}), 0, 0},
+      {"negative sides", MatrixOf({{-1, 0}, {-2, 0}, {-2 - 0.9e-10, 0}}), 0, 2},
+      {"barely negative", MatrixOf({{-1e-6, 0}, {-1.1e-6, 0}}), 0, 2},
+  };
+  for (const auto& Case : Leaving) {
+    SCOPED_TRACE(Case.Name);
+    const TSimplexAndDualMethod Method = TableOf(Case.A, {0, 1});
+    EXPECT_EQ(Case.ByB, Method.FindNewBaseIdxByB(1));
+    EXPECT_EQ(Case.MostNegative, Method.GetRowBMinNegative());
+  }
+  const TFloatMatrix Row = MatrixOf({{-1, -1, -2, -1e-6, 5}});
+  EXPECT_EQ(2, TableOf(Row, {0, 3, 4, 0, 0}).FindNewBaseIdxByCN(1));
+  EXPECT_EQ(1, TableOf(Row, {0, 2, 4 - 1e-10, 0, 0}).FindNewBaseIdxByCN(1));
+  EXPECT_EQ(0, TableOf(MatrixOf({{-1, 1}}), {0, 3}).FindNewBaseIdxByCN(1));
+  EXPECT_EQ(2, TSimplexAndDualMethod::GetVecDivMinValueId({1, 5, -4, -4}, {0.5, 1e-6, 2, 2}));
+  EXPECT_EQ(-1, TSimplexAndDualMethod::GetVecDivMinValueId({1, 2}, {0, -1e-6}));
+}
+
+TEST(SimplexTableau, ComesBackFromChangedCosts) {
+  TSimplexAndDualMethod Method = TableOf(MatrixOf({{-4, -2, -1}, {9, 3, 1}}), {5, -2, 3});
+  const TFloatMatrix Before = Method.Tableau();
+  EXPECT_FALSE(Method.CheckReducedCostAllPositive());
+  EXPECT_FALSE(Method.CheckObjValueAllPositive());
+  ASSERT_TRUE(Method.ChangeSMA());
+  EXPECT_EQ((TFloatVector{0, 0, 3, 0, 0}), Method.Tableau().GetRow(0));
+  Method.UpdateSMA(1, 1);
+  Method.RestoreCosts();
+  EXPECT_EQ((TFloatVector{-1, 0, 4, -1, 0}), Method.Tableau().GetRow(0));
+  EXPECT_FALSE(TableOf(MatrixOf({{1, 1}}), {0, 1}).ChangeSMA());
+}
+
+}  // namespace
+}  // namespace tarnalgo
