@@ -11,6 +11,8 @@ TEST_PACKAGES="$BUILD_PACKAGES ccache git clang clang-format clang-tidy libclang
 # To measure against the peers.
 BENCH_PACKAGES="$BUILD_PACKAGES libbenchmark-dev libboost-dev libcgal-dev libeigen3-dev
   libgeos++-dev libompl-dev"
+BENCH_PACKAGES="$BUILD_PACKAGES libbenchmark-dev libboost-dev libcgal-dev libompl-dev
+  libglpk-dev coinor-libclp-dev"
 
 fail() {
   printf '%s: %s\n' "$(basename "$0")" "$1" >&2
