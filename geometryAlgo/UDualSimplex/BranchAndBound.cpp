@@ -15,17 +15,25 @@ constexpr std::string_view kUnit = "geometryAlgo/UDualSimplex";
 constexpr int kNoRowLine = 731;
 constexpr int kNoColumnLine = 734;
 
-using TQueue = std::queue<TInequalityDataList>;
+/// A program to solve: the bounds that are added, and the objective without the last of them,
+/// which it cannot improve on.
+struct TNode {
+  TInequalityDataList Bounds;
+  double Limit;
+};
 
-/// Queues the two halves of `Bounds` on either side of `Value`, cut towards zero.
-void Branch(TQueue& Queue, const TInequalityDataList& Bounds, int Variable, double Value) {
+using TQueue = std::queue<TNode>;
+
+/// Queues the two halves of a program on either side of `Value`, cut towards zero.
+void Branch(TQueue& Queue, const TInequalityDataList& Bounds, double Objective, int Variable,
+            double Value) {
   const double Whole = std::trunc(Value);
   TInequalityDataList AtMost = Bounds.Clone();
   AtMost.AddData(Variable, Whole, kAtMost);
-  Queue.push(std::move(AtMost));
+  Queue.push({std::move(AtMost), Objective});
   TInequalityDataList AtLeast = Bounds.Clone();
   AtLeast.AddData(Variable, Whole + 1.0, kAtLeast);
-  Queue.push(std::move(AtLeast));
+  Queue.push({std::move(AtLeast), Objective});
 }
 
 /// The best whole solution so far.
@@ -54,14 +62,15 @@ bool TSimplexAndDualMethod::SolveByBranchAndBound(const TFloatMatrix& A, const T
   int Fractional = -1;
   if (IsInteger(Fractional)) return true;
   TQueue Queue;
-  Branch(Queue, {}, Fractional, FX[Fractional]);
+  Branch(Queue, {}, FObjective, Fractional, FX[Fractional]);
   TIncumbent Best{Maximise, false, {}, 0.0};
   for (int Node = 1; !Queue.empty() && Node < NodeLimit(); ++Node) {
-    const TInequalityDataList Bounds = std::move(Queue.front());
+    const TNode Current = std::move(Queue.front());
     Queue.pop();
+    if (Best.Exists && Best.Beats(Current.Limit)) continue;  // so would be what it leads to
     TFloatMatrix Bounded = A;  // takes a buffer of its own when it grows
     TIntegerVec BoundedSenses = Senses;
-    Bounds.AddDatato(Bounded, BoundedSenses);
+    Current.Bounds.AddDatato(Bounded, BoundedSenses);
     if (!Solve(Bounded, BoundedSenses, C, Maximise)) continue;
     if (IsInteger(Fractional)) {
       if (Best.Exists && !Best.IsBeatenBy(FObjective)) continue;
@@ -69,7 +78,7 @@ bool TSimplexAndDualMethod::SolveByBranchAndBound(const TFloatMatrix& A, const T
       Best.X = FX;
       Best.Objective = FObjective;
     } else if (!Best.Exists || !Best.Beats(FObjective)) {
-      Branch(Queue, Bounds, Fractional, FX[Fractional]);
+      Branch(Queue, Current.Bounds, FObjective, Fractional, FX[Fractional]);
     }
   }
   if (!Queue.empty()) GiveUp("the search ended at its limit");

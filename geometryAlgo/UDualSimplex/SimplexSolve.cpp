@@ -72,20 +72,21 @@ class TSimplexAndDualMethod::TPivotCount {
   bool IsLookDue() const { return FSinceLook >= FTable.RowCnt(); }
 
   void Add(int Leaving, int Entering) {
+    FBasis ^= Scatter(Leaving) ^ Scatter(Entering);
+    ++FSinceLook;
+    --FLeft;
     const double Objective = FTable.Row(0)[0];
     const double Gain = FSense * (Objective - FBest);
     if (Gain > kStallTolerance * std::max(1.0, std::abs(FBest))) {
       FBest = Objective;
       FRest = 0;
-    }
-    FRest = std::max(FRest - 1, 0);
-    FBasis ^= Scatter(Leaving) ^ Scatter(Entering);
-    if (!FSeen.insert(FBasis).second && FRest == 0) {
+      if (!FSeen.empty()) FSeen.clear();
+    } else if (FRest > 0) {
+      --FRest;
+    } else if (!FSeen.insert(FBasis).second) {
       FRest = FNextRest;
       FNextRest = std::min(2 * FNextRest, FLeft);
     }
-    ++FSinceLook;
-    --FLeft;
   }
 
  private:
@@ -97,7 +98,7 @@ class TSimplexAndDualMethod::TPivotCount {
   int FRest = 0;  // pivots to make by the rules that never cycle
   int FNextRest;
   std::uint64_t FBasis = 0;
-  std::unordered_set<std::uint64_t> FSeen{0};
+  std::unordered_set<std::uint64_t> FSeen;  // since the objective last got better
 };
 
 TSimplexAndDualMethod::TSimplexAndDualMethod(TFloatMatrix A, TIntegerVec Senses, TFloatVector C,

@@ -32,6 +32,21 @@ class TLeast {
   int FId = 0;
 };
 
+/// The place >= 1 of the least value when no other comes near it, so that no tie has to be decided
+/// in the order of the columns; else 0.
+int OnlyLeast(const double* Values, int Count) {
+  double Least = std::numeric_limits<double>::infinity();
+  for (int J = 1; J < Count; ++J) Least = Values[J] < Least ? Values[J] : Least;
+  int Near = 0;
+  int Place = 0;
+  for (int J = 1; J < Count; ++J) {
+    const bool IsNear = Values[J] - Least <= 2.0 * kPivotTieMargin;
+    Near += IsNear ? 1 : 0;
+    Place = IsNear ? J : Place;
+  }
+  return Near == 1 ? Place : 0;
+}
+
 }  // namespace
 
 void TSimplexAndDualMethod::BuiltSimpleTab(const TFloatMatrix& A, const TIntegerVec& Senses,
@@ -103,16 +118,25 @@ void TSimplexAndDualMethod::RestoreCosts() {
 
 int TSimplexAndDualMethod::GetColCNMinNegative() const {
   TLeast Least(-kPivotTolerance);
-  for (int J = 1; J < FTable.ColCnt(); ++J) Least.Offer(FTable.Item(0, J), J);
+  const double* const Costs = FTable.Row(0);
+  if (const int Place = OnlyLeast(Costs, FTable.PlaceCnt()); Place > 0) {
+    Least.Offer(Costs[Place], FTable.ColumnAt(Place));
+    return Least.Id();
+  }
+  for (int J = 1; J < FTable.ColCnt(); ++J) {
+    if (const int Place = FTable.PlaceOf(J); Place >= 0) Least.Offer(Costs[Place], J);
+  }
   return Least.Id();
 }
 
 int TSimplexAndDualMethod::FindNewBaseIdxByB(int Column) const {
   AssertThat(Column >= 1 && Column < FTable.ColCnt(), kUnit);
   TLeast Least(std::numeric_limits<double>::infinity());
+  const int Place = FTable.PlaceOf(Column);
   for (int I = 1; I < FTable.RowCnt(); ++I) {
-    const double Element = FTable.Item(I, Column);
-    if (Element > kPivotTolerance) Least.Offer(FTable.Row(I)[0] / Element, I);
+    const double* const Row = FTable.Row(I);
+    const double Element = Place >= 0 ? Row[Place] : FTable.Item(I, Column);
+    if (Element > kPivotTolerance) Least.Offer(Row[0] / Element, I);
   }
   return Least.Id();
 }

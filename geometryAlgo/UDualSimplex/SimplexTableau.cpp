@@ -5,19 +5,85 @@
 #include <numeric>
 #include <utility>
 
+#include "geometryAlgo/UMatrixAlgo/Pack.h"
 #include "geometryAlgo/UMatrixAlgo/RowKernels.h"
 #include "host/Cadtypes/Constants.h"
 
 namespace tarnalgo {
 
+namespace {
+
+/// Elements that the inner loop takes at a time; rows are padded to a multiple.
+constexpr std::ptrdiff_t kStep = 8;
+
+/// Rows of a tableau from which a pivot row is taken off.
+struct TElimination {
+  double* Items;
+  std::ptrdiff_t Stride;
+  int RowCnt;
+  int Top;    // the pivot row, done already
+  int Place;  // of the pivot column
+};
+
+template <class TPack>
+[[gnu::always_inline]] inline void TakeOff(double* To, double Factor, const double* Top,
+                                           std::ptrdiff_t Count) {
+  constexpr std::ptrdiff_t kLane = kLanes<TPack>;
+  for (std::ptrdiff_t J = 0; J < Count; J += 2 * kLane) {
+    TPack Y0, Y1, X0, X1;
+    Load(Y0, To + J);
+    Load(Y1, To + J + kLane);
+    Load(X0, Top + J);
+    Load(X1, Top + J + kLane);
+    Y0 -= Factor * X0;
+    Y1 -= Factor * X1;
+    Store(To + J, Y0);
+    Store(To + J + kLane, Y1);
+  }
+}
+
+template <class TPack>
+[[gnu::always_inline]] inline void EliminateBy(const TElimination& Job) {
+  const double* const Top = Job.Items + Job.Top * Job.Stride;
+  double* To = Job.Items;
+  for (int I = 0; I < Job.RowCnt; ++I, To += Job.Stride) {
+    const double Factor = To[Job.Place];
+    if (I == Job.Top || Factor == 0.0) continue;  // exact: there is nothing to take off
+    To[Job.Place] = 0.0;
+    TakeOff<TPack>(To, Factor, Top, Job.Stride);
+  }
+}
+
+#ifdef __x86_64__
+[[gnu::target("avx2")]] void EliminateWide(const TElimination& Job) {
+  EliminateBy<TPack4>(Job);
+}
+
+void Eliminate(const TElimination& Job) {
+  if (__builtin_cpu_supports("avx2")) {
+    EliminateWide(Job);
+  } else {
+    EliminateBy<TPack2>(Job);
+  }
+}
+#else
+void Eliminate(const TElimination& Job) {
+  EliminateBy<TPack2>(Job);
+}
+#endif
+
+}  // namespace
+
 TSimplexTableau::TSimplexTableau(int Rows, int Variables)
     : FRowCnt(Rows + 1),
       FPlaceCnt(Variables + 1),
-      FStride(FPlaceCnt),
+      FStride((FPlaceCnt + kStep - 1) / kStep * kStep),
       FItems(static_cast<std::size_t>(FRowCnt) * static_cast<std::size_t>(FStride)),
       FPlaces(static_cast<std::size_t>(FPlaceCnt)),
+      FColumns(static_cast<std::size_t>(FPlaceCnt)),
       FBasics(static_cast<std::size_t>(FRowCnt)) {
   std::iota(FPlaces.begin(), FPlaces.end(), 0);
+  std::iota(FColumns.begin(), FColumns.end(), 0);
 }
 
 double TSimplexTableau::Item(int RowIndex, int Column) const {
@@ -36,15 +102,11 @@ void TSimplexTableau::Pivot(int Index, int Column) {
   const double Element = Top[Place];
   Top[Place] = 1.0;  // of the column that leaves the basis
   for (int J = 0; J < FPlaceCnt; ++J) Top[J] /= Element;
-  for (int I = 0; I < FRowCnt; ++I) {
-    const double Factor = Row(I)[Place];
-    if (I == Index || Factor == 0.0) continue;  // exact: there is nothing to take off
-    Row(I)[Place] = 0.0;
-    RowAddMultiple(Row(I), -Factor, Top, static_cast<std::size_t>(FPlaceCnt));
-  }
+  Eliminate({FItems.data(), FStride, FRowCnt, Index, Place});
   int& Basic = FBasics[static_cast<std::size_t>(Index)];
   FPlaces[static_cast<std::size_t>(Basic)] = Place;
   FPlaces[static_cast<std::size_t>(Column)] = -1;
+  FColumns[static_cast<std::size_t>(Place)] = Basic;
   Basic = Column;
 }
 

@@ -31,6 +31,8 @@ class TSimplexTableau {
   const double* Row(int Index) const { return FItems.data() + Index * FStride; }
   /// The place of a column, -1 while it is basic.
   int PlaceOf(int Column) const { return FPlaces[static_cast<std::size_t>(Column)]; }
+  /// The column at a place.
+  int ColumnAt(int Place) const { return FColumns[static_cast<std::size_t>(Place)]; }
   /// The column that is basic in a row >= 1, 0 when none is.
   int BasicColumn(int Row) const { return FBasics[static_cast<std::size_t>(Row)]; }
   /// The element of any column.
@@ -60,8 +62,9 @@ class TSimplexTableau {
   int FPlaceCnt;
   std::ptrdiff_t FStride;
   std::vector<double> FItems;
-  std::vector<int> FPlaces;  // by column
-  std::vector<int> FBasics;  // by row
+  std::vector<int> FPlaces;   // by column
+  std::vector<int> FColumns;  // by place
+  std::vector<int> FBasics;   // by row
 };
 
 }  // namespace tarnalgo
