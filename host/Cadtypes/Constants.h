@@ -176,6 +176,14 @@ inline constexpr double kDriftTolerance = 1e-9;
 
 /// An element of a program that is no larger is no pivot when its tableau is formed anew.
 inline constexpr double kSingularPivot = 1e-11;
+/// Squared residual (the square of the unit of the right-hand side): conjugate gradients end here.
+inline constexpr double kGradientEnd = 1e-20;
+
+/// Change of an unknown in one sweep: relaxation ends here.
+inline constexpr double kSweepEnd = 1e-10;
+
+/// Relative to the right-hand side of a normal system: a larger residual is solved again.
+inline constexpr double kNormalResidualTolerance = 1e-6;
 
 /// Length: a point whose coordinates both differ by less from its predecessor's repeats it, for the
 /// radial clean-up of a dense list.
