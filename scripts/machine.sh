@@ -9,10 +9,8 @@ BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpolyclipping-dev libdxflib-d
 TEST_PACKAGES="$BUILD_PACKAGES ccache git clang clang-format clang-tidy libclang-rt-14-dev
   libgtest-dev libgmock-dev"
 # To measure against the peers.
-BENCH_PACKAGES="$BUILD_PACKAGES libbenchmark-dev libboost-dev libcgal-dev libeigen3-dev
-  libgeos++-dev libompl-dev"
-BENCH_PACKAGES="$BUILD_PACKAGES libbenchmark-dev libboost-dev libcgal-dev libompl-dev
-  libglpk-dev coinor-libclp-dev"
+BENCH_PACKAGES="$BUILD_PACKAGES libbenchmark-dev libboost-dev libcgal-dev libgeos++-dev libompl-dev
+  libeigen3-dev libglpk-dev coinor-libclp-dev"
 
 fail() {
   printf '%s: %s\n' "$(basename "$0")" "$1" >&2

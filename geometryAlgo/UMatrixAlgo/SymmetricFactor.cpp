@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "geometryAlgo/UMatrixAlgo/BlockProduct.h"
 #include "geometryAlgo/UMatrixAlgo/RowKernels.h"
 
 namespace tarnalgo {
@@ -12,7 +13,9 @@ namespace {
 using enum TSymmetricForm;
 
 /// Columns that are factored before the rest of the matrix hears of them.
-constexpr int kBlock = 64;
+constexpr int kBlock = 48;
+/// Rows that are then brought up to date together.
+constexpr int kUpdateRows = 96;
 
 std::size_t Width(int Count) {
   return static_cast<std::size_t>(Count);
@@ -48,13 +51,16 @@ bool FactorColumns(TFloatMatrix& A, TSymmetricForm Form, int First, int Last,
   return true;
 }
 
-/// Takes the products of the columns [First, Last) off the triangle below them.
-void UpdateRest(TFloatMatrix& A, int First, int Last, const TFloatMatrix& Scaled) {
-  for (int I = Last; I < A.GetRowCnt(); ++I) {
-    for (int K = First; K < Last; ++K) {
-      RowAddMultiple(A.Row(I) + Last, -A.Row(I)[K], Scaled.Row(K - First) + Last,
-                     Width(I + 1 - Last));
-    }
+/// Takes the products of the columns [First, Last) off the triangle below them, some rows at a time;
+/// of these the square at the diagonal is done whole.
+void UpdateRest(TFloatMatrix& A, int First, int Last, const TFloatMatrix& Scaled,
+                TBlockProduct& Product) {
+  const TBlockView Right{Scaled.Row(0) + Last, Scaled.RowStride(), 1};
+  for (int Top = Last; Top < A.GetRowCnt(); Top += kUpdateRows) {
+    const int Rows = std::min(kUpdateRows, A.GetRowCnt() - Top);
+    const TBlockView Left{A.Row(Top) + First, A.RowStride(), 1};
+    Product.Subtract(Rows, Top + Rows - Last, Last - First, Left, Right, A.Row(Top) + Last,
+                     A.RowStride());
   }
 }
 
@@ -63,10 +69,11 @@ void UpdateRest(TFloatMatrix& A, int First, int Last, const TFloatMatrix& Scaled
 bool FactorSymmetric(TFloatMatrix& A, TSymmetricForm Form) {
   const int Size = A.GetRowCnt();
   TFloatMatrix Scaled(std::min(kBlock, Size), Size);
+  TBlockProduct Product;
   for (int First = 0; First < Size; First += kBlock) {
     const int Last = std::min(First + kBlock, Size);
     if (!FactorColumns(A, Form, First, Last, Scaled)) return false;
-    UpdateRest(A, First, Last, Scaled);
+    if (Last < Size) UpdateRest(A, First, Last, Scaled, Product);
   }
   return true;
 }

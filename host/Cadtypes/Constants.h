@@ -159,6 +159,7 @@ inline constexpr int kMostLooksInVain = 16384;
 /// much it expects a crossing too early.
 inline constexpr int kOrderSlackExponent = -44;
 inline constexpr int kEarlyCrossingExponent = -26;
+
 /// Elements of a simplex tableau: at most this is no pivot, at least its negative is not negative;
 /// and the margin within which two candidates are equal. Absolute: programs should be scaled.
 inline constexpr double kPivotTolerance = 1e-6;
@@ -176,6 +177,7 @@ inline constexpr double kDriftTolerance = 1e-9;
 
 /// An element of a program that is no larger is no pivot when its tableau is formed anew.
 inline constexpr double kSingularPivot = 1e-11;
+
 /// Squared residual (the square of the unit of the right-hand side): conjugate gradients end here.
 inline constexpr double kGradientEnd = 1e-20;
 

@@ -1,24 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 
 #include "geometryAlgo/UDualSimplex.h"
+#include "tests/support/DataFolder.h"
 #include "tests/support/Programs.h"
 
 namespace tarnalgo {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Published programs in a bare form; they are no part of the project.
-fs::path Folder() {
-  const char* const Variable = std::getenv("TARNALGO_PROGRAMS");
-  return Variable ? Variable : TARNALGO_TEST_PROGRAMS;
-}
 
 struct TKnownProgram : test::TProgram {
   TIntegerVec IntegerColumns;
@@ -70,7 +64,7 @@ class KnownPrograms : public testing::TestWithParam<TKnownOptimum> {};
 
 TEST_P(KnownPrograms, AreSolvedToTheirPublishedOptima) {
   const TKnownOptimum& Known = GetParam();
-  const fs::path File = Folder() / (std::string(Known.Name) + ".plain.txt");
+  const fs::path File = test::DataFolder((std::string(Known.Name) + ".plain.txt").c_str());
   if (!fs::exists(File)) GTEST_SKIP() << "no program " << File;
   const TKnownProgram Program = Read(File);
   TSimplexAndDualMethod Method(Program.A, Program.Senses, Program.C, Program.Maximise, true, false,
