@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <optional>
 
 #include "host/Cadgeometry.h"
@@ -60,27 +61,42 @@ void AppendEdges(const std::vector<TPoint2D>& Points, std::vector<TLABSegline>& 
   for (std::size_t I = 1; I < Points.size(); ++I) Segs.emplace_back(Points[I - 1], Points[I]);
 }
 
+/// The arc between its ends as they were given.
+TLABSegline SegOfArc(const TArc2D& Arc, const TPoint2D& Start, const TPoint2D& End) {
+  TLABSegline Seg(Arc);
+  if (Seg.IsCircle()) return Seg;
+  Seg.P1 = Start;
+  Seg.P4 = End;
+  return Seg;
+}
+
+TLABSegline SegOfBezier(const TBezierSegment2D& B) {
+  return {B.P0, B.P1, B.P2, B.P3};
+}
+
+TLABSegline SegOfPiece(const TCurvePiece& Piece) {
+  if (Piece.Kind == TPieceKind::Arc) return SegOfArc(Piece.Arc, Piece.Start, Piece.End);
+  if (Piece.Kind == TPieceKind::Bezier) return SegOfBezier(Piece.Bezier());
+  return {Piece.Start, Piece.End};
+}
+
 void AppendCurve(const TGeCurve2D& Curve, std::vector<TLABSegline>& Segs) {
   if (const auto* const Line = dynamic_cast<const TGeLine2D*>(&Curve)) {
     Segs.emplace_back(Line->StartPoint(), Line->EndPoint());
   } else if (const auto* const Arc = dynamic_cast<const TGeCircularArc2D*>(&Curve)) {
-    TLABSegline Seg(Arc->Arc2D());
-    if (!Seg.IsCircle()) {  // the ends as they were given
-      Seg.P1 = Arc->StartPoint();
-      Seg.P4 = Arc->EndPoint();
-    }
-    Segs.push_back(Seg);
+    Segs.push_back(SegOfArc(Arc->Arc2D(), Arc->StartPoint(), Arc->EndPoint()));
   } else if (const auto* const Chain = dynamic_cast<const TGePolyline2D*>(&Curve)) {
     AppendEdges(Chain->Points(), Segs);
   } else if (const auto* const Beziers = dynamic_cast<const TGePolyBezier2D*>(&Curve)) {
     for (int I = 0; I < Beziers->GetBezierCount(); ++I) {
-      const TBezierSegment2D& B = Beziers->GetBezier(I);
-      Segs.emplace_back(B.P0, B.P1, B.P2, B.P3);
+      Segs.push_back(SegOfBezier(Beziers->GetBezier(I)));
     }
   } else if (const auto* const Whole = dynamic_cast<const TGeCompositeCurve2D*>(&Curve)) {
     for (int I = 0; I < Whole->GetCurveCount(); ++I) AppendCurve(*Whole->GetCurve(I), Segs);
   } else {
-    AppendEdges(Curve.Sample(kChainChordError), Segs);
+    std::vector<TCurvePiece> Pieces;
+    Curve.AppendPieces(Pieces);
+    std::transform(Pieces.begin(), Pieces.end(), std::back_inserter(Segs), SegOfPiece);
   }
 }
 

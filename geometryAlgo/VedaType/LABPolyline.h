@@ -56,7 +56,7 @@ class TLABPolyline : public IVGeometry2D {
   /// is every piece between equal vertices (1e-6).
   explicit TLABPolyline(const TLWPolyline& Vertices, bool IsClosed = false);
   /// What the host curve is made of, in its order: lines, arcs, Beziers, the edges of a polyline,
-  /// the members of a composite. A kind that is none of these is sampled (`kChainChordError`).
+  /// the members of a composite; a kind of the host's own by its pieces (`AppendPieces`).
   /// `TLABPolyline(*ToGeCurve2D())` is the chain itself, to rounding.
   explicit TLABPolyline(const TGeCurve2D& Curve);
 

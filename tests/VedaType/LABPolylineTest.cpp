@@ -161,6 +161,43 @@ TEST(TLABPolyline, RoundTripsThroughPolylinesAndHostCurves) {
   }
 }
 
+/// A curve class of a host, which the library knows by its virtual operations only.
+class THostOutline : public TGeCurve2D {
+ public:
+  explicit THostOutline(const TLABPolyline& Chain) : FWhole(Chain.ToGeCurve2D()) {}
+  THostOutline(const THostOutline& Other) : TGeCurve2D(), FWhole(Other.FWhole->Clone()) {}
+  TPoint2D StartPoint() const override { return FWhole->StartPoint(); }
+  TPoint2D EndPoint() const override { return FWhole->EndPoint(); }
+  double ParamTo() const override { return FWhole->ParamTo(); }
+  TPoint2D PointAtParam(double T) const override { return FWhole->PointAtParam(T); }
+  double NearestParam(const TPoint2D& P, double& Distance) const override {
+    return FWhole->NearestParam(P, Distance);
+  }
+  void Reverse() override { FWhole->Reverse(); }
+  TRect2D GetBoundBox() const override { return FWhole->GetBoundBox(); }
+  double CurveLength() const override { return FWhole->CurveLength(); }
+  void AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const override {
+    FWhole->AppendSamples(ChordEps, Points);
+  }
+  void AppendPieces(std::vector<TCurvePiece>& Pieces) const override {
+    FWhole->AppendPieces(Pieces);
+  }
+
+ protected:
+  THostOutline* NewClone() const override { return new THostOutline(*this); }
+
+ private:
+  std::unique_ptr<TGeCompositeCurve2D> FWhole;
+};
+
+TEST(TLABPolyline, TakesCurvesOfAHostByTheirPieces) {
+  TLABPolyline Drawn = Slot();
+  Drawn.Replace(2, {{10, 4}, {8, 9}, {1, 0}, {0, 4}});
+  const TLABPolyline Taken{THostOutline(Drawn)};
+  EXPECT_NEAR(Drawn.Area(), Taken.Area(), 1e-12);
+  EXPECT_TRUE(Taken.IsClosed(0.0));
+}
+
 TEST(TLABPolyline, TakesVerticesWithBulges) {
   const TLWPolyline Vertices{{{0, 0}, 0}, {{10, 0}, kHalfTurn}, {{10, 4}, 0}, {{0, 4}, kHalfTurn}};
   EXPECT_DOUBLE_EQ(Slot().Area(), TLABPolyline(Vertices, true).Area());
