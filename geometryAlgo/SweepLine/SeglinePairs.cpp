@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "geometryAlgo/SweepLine/OrderSearch.h"
 #include "geometryAlgo/SweepLine/SeglinesIntersector.h"
@@ -146,6 +147,7 @@ void TSeglinesIntersector::TestAllInOrder() {
   FAllPairsTested = true;
   FMeets.resize(FLines.size(), false);
   TOrderSearch::VisitPairs(FLines, FTolerance, [&](TRank A, TRank B) {
+    if (A > B) std::swap(A, B);  // the earlier one first, as where the passed set tells
     TMeeting Meeting;
     if (!TestCross(A, B, Meeting) || FindRecord(A, B) >= 0) return;
     FMeets[Index(A)] = FMeets[Index(B)] = true;

@@ -3,7 +3,6 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 
 #include "host/Cadutils.h"
 
@@ -52,36 +51,22 @@ TExactSum ExactSide(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C) {
   return Sum;
 }
 
-/// The determinant in the precision of `T`, and a bound of its rounding.
 template <class T>
-struct TFilteredSide {
-  T Value;
-  T Bound;
-
-  TFilteredSide(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C) {
-    const T Left = (T(B.X) - T(A.X)) * (T(C.Y) - T(A.Y));
-    const T Right = (T(C.X) - T(A.X)) * (T(B.Y) - T(A.Y));
-    Value = Left - Right;
-    Bound = std::numeric_limits<T>::epsilon() * 2 * (std::abs(Left) + std::abs(Right)) +
-            std::numeric_limits<T>::min() * 16;  // products that underflow
-  }
-  /// 0 where the rounding does not decide.
-  int Sign() const { return Value > Bound ? 1 : (Value < -Bound ? -1 : 0); }
-  bool IsPrecise() const { return std::abs(Value) > std::ldexp(Bound, 28); }
-};
+bool IsPrecise(const TRoundedSide<T>& Side) {
+  return std::abs(Side.Value) > std::ldexp(Side.Bound, 28);
+}
 
 }  // namespace
 
-int SideOfLine(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C) {
-  if (const int Sign = TFilteredSide<double>(A, B, C).Sign()) return Sign;
+int SlowSideOfLine(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C) {
   if (A == B || A == C || B == C) return 0;  // exact: no area
-  if (const int Sign = TFilteredSide<long double>(A, B, C).Sign()) return Sign;
+  if (const int Sign = TRoundedSide<long double>(A, B, C).Sign()) return Sign;
   return ExactSide(A, B, C).Sign();
 }
 
 double RoundedSide(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C) {
-  if (const TFilteredSide<double> Side(A, B, C); Side.IsPrecise()) return Side.Value;
-  if (const TFilteredSide<long double> Side(A, B, C); Side.IsPrecise()) {
+  if (const TRoundedSide<double> Side(A, B, C); IsPrecise(Side)) return Side.Value;
+  if (const TRoundedSide<long double> Side(A, B, C); IsPrecise(Side)) {
     return static_cast<double>(Side.Value);
   }
   return ExactSide(A, B, C).Rounded();

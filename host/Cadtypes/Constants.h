@@ -145,8 +145,8 @@ inline constexpr double kLargestPoseCoordinate = 1e150;
 /// double.
 inline constexpr double kGreatestTolerance = 1e100;
 
-/// Binary exponent: coordinates beyond 2^300 or below 2^-300 are scaled by the segment sweep, so that
-/// products of three stay far within a double.
+/// Binary exponent: coordinates beyond 2^300 or below 2^-300 are scaled by the segment sweep, so
+/// that products of three stay far within a double.
 inline constexpr int kUnscaledExponent = 300;
 
 /// Counts: how many segments the segment sweep looks at, for each that has started or met another,
@@ -154,9 +154,9 @@ inline constexpr int kUnscaledExponent = 300;
 inline constexpr int kMostLooks = 32;
 inline constexpr int kMostLooksInVain = 16384;
 
-/// Binary exponents, shares of the greatest coordinate: where the sweep in exact order looks further
-/// by as much as rounding may have put neighbours out of order, and of a segment's length: by how
-/// much it expects a crossing too early.
+/// Binary exponents of the sweep in exact order. Share of the greatest coordinate: by how much
+/// further it looks, for what rounding may have put out of order. Share of a segment's run in X: by
+/// how much it expects a crossing too early.
 inline constexpr int kOrderSlackExponent = -44;
 inline constexpr int kEarlyCrossingExponent = -26;
 

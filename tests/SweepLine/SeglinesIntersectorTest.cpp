@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "geometryAlgo/SweepLine.h"
+#include "geometryAlgo/SweepLine/OrderSearch.h"
+#include "geometryAlgo/VedaType/Point.h"
 #include "tests/support/Generate.h"
 
 namespace tarnalgo {
@@ -29,6 +31,20 @@ TPairs PairsOf(const std::vector<TSeglineIntersectInfo>& Infos) {
 
 std::vector<TSeglineIntersectInfo> Sweep(const std::vector<TVLine2D>& Lines, double Eps = 1e-6) {
   return TSeglinesIntersector::GetIntersectInfosBySweepline(Lines, Eps, 1e-6);
+}
+
+/// What `TOrderSearch` proposes.
+TPairs PairsInOrder(std::vector<TVLine2D> Lines, double Reach) {
+  for (TVLine2D& Line : Lines) {
+    if (TPoint2DUtils::CompareByXY(Line.StartPoint, Line.EndPoint) > 0) {
+      Line = Line.ReverseDirection();
+    }
+  }
+  TPairs Result;
+  TOrderSearch::VisitPairs(Lines, Reach,
+                           [&](int A, int B) { Result.push_back(std::minmax(A, B)); });
+  std::sort(Result.begin(), Result.end());
+  return Result;
 }
 
 // --- The oracle: every pair, in integers ---
@@ -130,13 +146,16 @@ TEST(TSeglinesIntersector, FindsThePairsOfTheExactOracleEachOnce) {
       const auto Segments = Generate(Family, Random);
       std::vector<TVLine2D> Lines;
       for (const auto& Segment : Segments) Lines.push_back(Segment.Line());
-      ASSERT_EQ(ExactPairs(Segments), PairsOf(Sweep(Lines, kReach * kUnit)));
+      const TPairs Exact = ExactPairs(Segments);
+      ASSERT_EQ(Exact, PairsOf(Sweep(Lines, kReach * kUnit)));
+      const TPairs Candidates = PairsInOrder(Lines, kReach * kUnit);
+      ASSERT_TRUE(std::includes(Candidates.begin(), Candidates.end(), Exact.begin(), Exact.end()));
     }
   }
 }
 
-// Long lines whose boxes all overlap: too many tests by boxes, so that the search in exact order takes
-// over.
+// Long lines whose boxes all overlap: too many tests by boxes, so that the search in exact order
+// takes over.
 TEST(TSeglinesIntersector, FindsThePairsOfAHatch) {
   std::mt19937 Random(5);
   const auto Noise = [&](int Most) { return test::RandomInt(Random, -Most, Most); };
