@@ -25,7 +25,7 @@ void Precondition(TFloatVector& Z, const TFloatVector& R) {
 /// Q := A·P.
 void Apply(TFloatVector& Q, const TFloatMatrix& A, const TFloatVector& P) {
   const auto Size = static_cast<std::size_t>(P.GetSize());
-  for (int I = 0; I < P.GetSize(); ++I) Q.Data()[I] = RowDot(A.Row(I), P.Data(), Size);
+  if (Size > 0) RowDots(A.Row(0), A.RowStride(), Size, P.Data(), Size, Q.Data());
 }
 
 /// R := B - A·X.

@@ -21,32 +21,31 @@ std::size_t Width(int Count) {
   return static_cast<std::size_t>(Count);
 }
 
-/// Factors the columns [First, Last) and, in `Scaled`, keeps L·D of the rows below them (L itself
-/// for `sfRoots`), a column of L in a row of `Scaled`.
+/// Factors the columns [First, Last), each at a time over all rows below, and keeps in `Scaled` what
+/// their products with later columns need: L·D (L itself for `sfRoots`), a column in a row.
 bool FactorColumns(TFloatMatrix& A, TSymmetricForm Form, int First, int Last,
                    TFloatMatrix& Scaled) {
+  double Row[kBlock];  // L·D of the row of the pivot
   double Pivots[kBlock];
-  for (int I = First; I < A.GetRowCnt(); ++I) {
-    double* const Row = A.Row(I);
-    for (int K = First; K < std::min(I, Last); ++K) {
-      // Row[First..K) holds L·D here: the products need D once.
-      Row[K] -= RowDot(Row + First, A.Row(K) + First, Width(K - First));
-      if (Form == sfRoots) Row[K] /= Pivots[K - First];
-    }
-    double Pivot = I < Last ? Row[I] : 1.0;
-    for (int K = First; K < std::min(I, Last); ++K) {
-      const double Item = Row[K];
-      if (Form == sfDiagonal) Row[K] /= Pivots[K - First];
-      if (I < Last) {
-        Pivot -= Item * Row[K];
-      } else {
-        Scaled.Row(K - First)[I] = Item;
-      }
-    }
-    if (I >= Last) continue;
+  for (int K = First; K < Last; ++K) {
+    const double* const Own = A.Row(K) + First;
+    const int Depth = K - First;
+    for (int M = 0; M < Depth; ++M) Row[M] = Form == sfRoots ? Own[M] : Own[M] * Pivots[M];
+    const double Pivot = A.Row(K)[K] - RowDot(Own, Row, Width(Depth));
     if (Form == sfRoots ? !(Pivot > 0.0) : Pivot == 0.0) return false;
-    Row[I] = Form == sfRoots ? std::sqrt(Pivot) : Pivot;
-    Pivots[I - First] = Row[I];
+    const double Divisor = Form == sfRoots ? std::sqrt(Pivot) : Pivot;
+    Pivots[Depth] = Divisor;
+    A.Row(K)[K] = Divisor;
+    const double Inverse = 1.0 / Divisor;
+    const int Below = A.GetRowCnt() - K - 1;
+    if (Below == 0) continue;
+    double* const Column = Scaled.Row(Depth);
+    RowDots(A.Row(K + 1) + First, A.RowStride(), Width(Below), Row, Width(Depth), Column + K + 1);
+    for (int I = K + 1; I < A.GetRowCnt(); ++I) {
+      const double Item = A.Row(I)[K] - Column[I];
+      A.Row(I)[K] = Item * Inverse;
+      Column[I] = Form == sfRoots ? A.Row(I)[K] : Item;
+    }
   }
   return true;
 }
