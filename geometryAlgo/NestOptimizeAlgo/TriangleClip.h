@@ -18,8 +18,8 @@ enum class TClipKind { Any, Right, RightOrStraight, Left };
 /// Cost: O(n log n) usual, n the length of the list.
 std::vector<TPoint2D> ClipRange(std::span<const TPoint2D> Points, int First, int Last,
                                 TClipKind Kind, double Tolerance);
-/// The same of a ring, a list without its closing repeat, not empty: every vertex may go, at least three
-/// stay. The result is closed and starts with the least index left.
+/// The same of a ring, a list without its closing repeat, not empty: every vertex may go, at least
+/// three stay. The result is closed and starts with the least index left.
 std::vector<TPoint2D> ClipRing(std::span<const TPoint2D> Ring, TClipKind Kind, double Tolerance);
 
 }  // namespace tarnalgo

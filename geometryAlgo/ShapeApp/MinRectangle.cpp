@@ -263,8 +263,8 @@ class TBoxWalk {
   std::vector<int> FIsTried;  // no chars: a store of one could be a store to anything
 };
 
-/// The step at which a support comes to rest that moves on from `Step`, up to `Last`, while the edge
-/// ahead of it gains. Steps count corners from corner 0 on, over the end of the ring.
+/// The step at which a support comes to rest that moves on from `Step`, up to `Last`, while the
+/// edge ahead of it gains. Steps count corners from corner 0 on, over the end of the ring.
 template <class TGains>
 std::size_t Followed(const TRing& Ring, std::size_t Step, std::size_t Last, TGains Gains) {
   constexpr std::size_t kStride = 4;

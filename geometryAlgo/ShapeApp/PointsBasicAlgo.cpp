@@ -114,7 +114,8 @@ TVCircle2D TPointsBasicAlgo::FindMinCircle(const TVPoint2DList& Points) {
   const TPoint2D Middle = Low + High;
   const double Reach = std::max(High.X - Low.X, High.Y - Low.Y);
   if (Reach == 0.0) return {Finite.front(), 0.0};
-  // About their middle and of size 1, neither squares nor the digits of small sets far out get lost.
+  // About their middle and of size 1, neither squares nor the digits of small sets far out get
+  // lost.
   const double Scale = ScaleOf(Reach);
   for (TPoint2D& P : Finite) P = (P - Middle) * Scale;
   const TPoint2D Center = Middle + CenterByFarthest(Finite) / Scale;

@@ -182,8 +182,8 @@ bool TSimplexAndDualMethod::GiveUp(const char* Reason) {
   return false;
 }
 
-/// Makes the pivots that `Choose(IsCycling)` names until it names none. That verdict stands once the
-/// tableau it comes from is free of drift.
+/// Makes the pivots that `Choose(IsCycling)` names until it names none. That verdict stands once
+/// the tableau it comes from is free of drift.
 template <class TChoose>
 bool TSimplexAndDualMethod::MakePivots(double Sense, TChoose&& Choose) {
   TPivotCount Pivots(*this, Sense);

@@ -21,8 +21,8 @@ std::size_t Width(int Count) {
   return static_cast<std::size_t>(Count);
 }
 
-/// Factors the columns [First, Last), each at a time over all rows below, and keeps in `Scaled` what
-/// their products with later columns need: L·D (L itself for `sfRoots`), a column in a row.
+/// Factors the columns [First, Last), each at a time over all rows below, and keeps in `Scaled`
+/// what their products with later columns need: L·D (L itself for `sfRoots`), a column in a row.
 bool FactorColumns(TFloatMatrix& A, TSymmetricForm Form, int First, int Last,
                    TFloatMatrix& Scaled) {
   double Row[kBlock];  // L·D of the row of the pivot
@@ -50,8 +50,8 @@ bool FactorColumns(TFloatMatrix& A, TSymmetricForm Form, int First, int Last,
   return true;
 }
 
-/// Takes the products of the columns [First, Last) off the triangle below them, some rows at a time;
-/// of these the square at the diagonal is done whole.
+/// Takes the products of the columns [First, Last) off the triangle below them, some rows at a
+/// time; of these the square at the diagonal is done whole.
 void UpdateRest(TFloatMatrix& A, int First, int Last, const TFloatMatrix& Scaled,
                 TBlockProduct& Product) {
   const TBlockView Right{Scaled.Row(0) + Last, Scaled.RowStride(), 1};
