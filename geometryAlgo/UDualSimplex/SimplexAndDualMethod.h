@@ -75,7 +75,8 @@ class TSimplexAndDualMethod {
   /// From a tableau whose right-hand sides are not negative; false: unbounded or given up.
   bool SolveBySimplex();
   /// The same pivots, but each tableau is the inverse of the basis times the tableau as built, so
-  /// that no rounding is handed on. Cost: O(rows²·(rows + variables)) a pivot.
+  /// that no rounding is handed on.
+  /// Cost: O(rows²·(rows + variables)) a pivot.
   bool SolveByRevisedSimplex();
   /// From a tableau whose reduced costs are not negative; false: infeasible or given up.
   bool SolveByDualSimplex();
@@ -104,16 +105,19 @@ class TSimplexAndDualMethod {
   /// Ties: within 1e-10 the lower column.
   int GetColCNMinNegative() const;
   /// Leaving row of the simplex method: the least quotient of right-hand side and element of
-  /// `Column`, of elements above 1e-6; 0 = none. Ties: within 1e-10 the upper row.
+  /// `Column`, of elements above 1e-6; 0 = none.
+  /// Ties: within 1e-10 the upper row.
   /// Errors (of the next but one too): no such column or row from 1 on, `EAssertionFailed`.
   int FindNewBaseIdxByB(int Column) const;
   /// Leaving row of the dual method: the least right-hand side below -1e-6; 0 = none.
   /// Ties: within 1e-10 the upper row.
   int GetRowBMinNegative() const;
   /// Entering column of the dual method: the least quotient of reduced cost and the magnitude of
-  /// the element of `Row`, of elements below -1e-6; 0 = none. Ties: within 1e-10 the lower column.
+  /// the element of `Row`, of elements below -1e-6; 0 = none.
+  /// Ties: within 1e-10 the lower column.
   int FindNewBaseIdxByCN(int Row) const;
-  /// The index of the least quotient V1[i] / V2[i], of |V2[i]| > 1e-6; -1 = none. Ties: the first.
+  /// The index of the least quotient V1[i] / V2[i], of |V2[i]| > 1e-6; -1 = none.
+  /// Ties: the first.
   /// Errors: `V2` has another size, `EAssertionFailed`.
   static int GetVecDivMinValueId(const TFloatVector& V1, const TFloatVector& V2);
   bool CheckReducedCostAllPositive() const;
