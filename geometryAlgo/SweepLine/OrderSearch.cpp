@@ -102,9 +102,15 @@ void TOrderSweep::Run() {
   }
 }
 
+/// Among segments through its start the new one stands as it goes on. Where lines zigzag between two
+/// borders, half of them would otherwise wait to change places at every end along the border.
 void TOrderSweep::Enter(int Seg) {
-  const TSpot Spot = FOrder.Insert(Seg, FLines[static_cast<std::size_t>(Seg)],
-                                   [this](const TVLine2D& Line) { return SideOfPoint(Line) >= 0; });
+  const TVLine2D& New = FLines[static_cast<std::size_t>(Seg)];
+  const TSpot Spot = FOrder.Insert(Seg, New, [&](const TVLine2D& Line) {
+    const int Side = SideOfPoint(Line);
+    if (Side != 0) return Side > 0;
+    return SideOfLine(Line.StartPoint, Line.EndPoint, New.EndPoint) >= 0;
+  });
   ExpectChange(Spot.Below(), Spot);
   ExpectChange(Spot, Spot.Above());
 }
