@@ -37,13 +37,14 @@ bool FactorColumns(TFloatMatrix& A, TSymmetricForm Form, int First, int Last,
     Pivots[Depth] = Divisor;
     A.Row(K)[K] = Divisor;
     const double Inverse = 1.0 / Divisor;
+    const bool HasInverse = std::isfinite(Inverse);  // else the divisor is denormal
     const int Below = A.GetRowCnt() - K - 1;
     if (Below == 0) continue;
     double* const Column = Scaled.Row(Depth);
     RowDots(A.Row(K + 1) + First, A.RowStride(), Width(Below), Row, Width(Depth), Column + K + 1);
     for (int I = K + 1; I < A.GetRowCnt(); ++I) {
       const double Item = A.Row(I)[K] - Column[I];
-      A.Row(I)[K] = Item * Inverse;
+      A.Row(I)[K] = HasInverse ? Item * Inverse : Item / Divisor;
       Column[I] = Form == sfRoots ? A.Row(I)[K] : Item;
     }
   }

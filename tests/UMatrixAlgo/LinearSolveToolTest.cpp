@@ -145,6 +145,12 @@ TEST(SymmetricSolvers, ReadTheLowerTriangleAndChangeNothing) {
   }
 }
 
+TEST(SymmetricSolvers, TakeAPivotWhoseInverseOverflows) {
+  TFloatVector X;
+  ASSERT_TRUE(TLinearSolveTool::LDLT(X, MatrixOf({{0x1p-1030, 0}, {0x1p-1030, 1}}), {0, 2}));
+  EXPECT_EQ((TFloatVector{-2, 2}), X);
+}
+
 TEST(SymmetricSolvers, FailAtTheirPivots) {
   const struct {
     const char* Name;
