@@ -58,7 +58,8 @@ bool TSimplexAndDualMethod::SolveByBranchAndBound(const TFloatMatrix& A, const T
                                                   const TFloatVector& C, bool Maximise) {
   AssertThat(A.GetRowCnt() > 0, kUnit, kNoRowLine);
   AssertThat(A.GetColCnt() > 0, kUnit, kNoColumnLine);
-  if (!Solve(A, Senses, C, Maximise)) return false;
+  const TFloatVector Costs = C;  // which may be the solution, soon another
+  if (!Solve(A, Senses, Costs, Maximise)) return false;
   int Fractional = -1;
   if (IsInteger(Fractional)) return true;
   TQueue Queue;
@@ -71,7 +72,7 @@ bool TSimplexAndDualMethod::SolveByBranchAndBound(const TFloatMatrix& A, const T
     TFloatMatrix Bounded = A;  // takes a buffer of its own when it grows
     TIntegerVec BoundedSenses = Senses;
     Current.Bounds.AddDatato(Bounded, BoundedSenses);
-    if (!Solve(Bounded, BoundedSenses, C, Maximise)) continue;
+    if (!Solve(Bounded, BoundedSenses, Costs, Maximise)) continue;
     if (IsInteger(Fractional)) {
       if (Best.Exists && !Best.IsBeatenBy(FObjective)) continue;
       Best.Exists = true;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <limits>
 #include <unordered_set>
 #include <utility>
 
@@ -112,8 +113,10 @@ TSimplexAndDualMethod::TSimplexAndDualMethod(TFloatMatrix A, TIntegerVec Senses,
       FLimit(Limit) {}
 
 int TSimplexAndDualMethod::PivotLimit() const {
-  return FLimit > 0 ? FLimit
-                    : kPivotsAtLeast + kPivotsPerLine * (FTable.RowCnt() + FTable.ColCnt());
+  if (FLimit > 0) return FLimit;
+  const std::int64_t Lines = std::int64_t{FTable.RowCnt()} + FTable.ColCnt();
+  constexpr std::int64_t kMost = std::numeric_limits<int>::max();
+  return static_cast<int>(std::min(kPivotsAtLeast + kPivotsPerLine * Lines, kMost));
 }
 
 int TSimplexAndDualMethod::NodeLimit() const {
@@ -128,8 +131,9 @@ bool TSimplexAndDualMethod::Solve() {
 bool TSimplexAndDualMethod::Solve(const TFloatMatrix& A, const TIntegerVec& Senses,
                                   const TFloatVector& C, bool Maximise) {
   BuiltSimpleTab(A, Senses, C, Maximise);
-  InitXVec(FTable.PlaceCnt());
-  if (!IsFinite(A) || !IsFinite(C)) return GiveUp("the program is not finite");
+  const bool HasNumbers = IsFinite(A) && IsFinite(C);
+  InitXVec(FTable.PlaceCnt());  // `C` may have been the solution
+  if (!HasNumbers) return GiveUp("the program is not finite");
   if (!RunMethods() || !Repair()) return false;
   FillSolution();
   if (IsFinite(FX) && std::isfinite(FObjective)) return true;

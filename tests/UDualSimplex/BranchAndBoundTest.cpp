@@ -74,6 +74,14 @@ TEST(BranchAndBound, KeepsTheFirstOfEqualSolutions) {
   EXPECT_EQ(2, Program.A.GetRowCnt());  // the bounds were added to copies
 }
 
+TEST(BranchAndBound, TakesItsLastSolutionAsCosts) {
+  const TProgram Program{MatrixOf({{3.5, 2, 1}, {3.5, 1, 2}}), {kAtMost, kAtMost}, {0, 1, 1}, true};
+  TSimplexAndDualMethod Method = MethodFor(Program);
+  ASSERT_TRUE(Method.Solve(Program.A, Program.Senses, Program.C, true));
+  ASSERT_TRUE(Method.SolveByBranchAndBound(Program.A, Program.Senses, Method.X(), true));
+  EXPECT_NEAR(7.0 / 3.0, Method.Objective(), 1e-9);
+}
+
 TEST(BranchAndBound, EndsAtItsLimit) {
   const test::TDebugTexts Texts;
   const TProgram Program{MatrixOf({{1, 2, -2}, {1, 2, -2}}), {kAtMost, kAtLeast}, {0, 1, 0}, false};
