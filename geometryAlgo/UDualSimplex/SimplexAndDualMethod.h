@@ -117,7 +117,7 @@ class TSimplexAndDualMethod {
   /// Ties: within 1e-10 the lower column.
   int FindNewBaseIdxByCN(int Row) const;
   /// The index of the least quotient V1[i] / V2[i], of |V2[i]| > 1e-6; -1 = none.
-  /// Ties: the first.
+  /// Ties: the first; NaN is none.
   /// Errors: `V2` has another size, `EAssertionFailed`.
   static int GetVecDivMinValueId(const TFloatVector& V1, const TFloatVector& V2);
   bool CheckReducedCostAllPositive() const;
@@ -157,6 +157,8 @@ class TSimplexAndDualMethod {
   bool GiveUp(const char* Reason);
   bool Refresh();
   bool HasDrifted() const;
+  std::vector<double> CostsByColumn() const;
+  void SetStartCosts(const std::vector<double>& Costs);
   int LowestNegativeCost() const;
   int LowestLeavingRow(int Column) const;
   int LowestInfeasibleRow() const;

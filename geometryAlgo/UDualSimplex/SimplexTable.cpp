@@ -90,13 +90,30 @@ bool TSimplexAndDualMethod::ChangeSMA() {
   SetWValue();
   std::replace_if(Costs + 1, Costs + FTable.PlaceCnt(), IsNegative, 0.0);
   Costs[0] = 0.0;
-  std::copy_n(Costs, FTable.PlaceCnt(), FStart.Row(0));
+  SetStartCosts(CostsByColumn());
   return true;
 }
 
 void TSimplexAndDualMethod::SetWValue() {
-  FW.resize(static_cast<std::size_t>(FTable.ColCnt()));
-  for (int J = 0; J < FTable.ColCnt(); ++J) FW[static_cast<std::size_t>(J)] = FTable.Item(0, J);
+  FW = CostsByColumn();
+}
+
+std::vector<double> TSimplexAndDualMethod::CostsByColumn() const {
+  std::vector<double> Costs;
+  for (int J = 0; J < FTable.ColCnt(); ++J) Costs.push_back(FTable.Item(0, J));
+  return Costs;
+}
+
+/// Gives the tableau as built the costs that become `Costs`, by column, in the basis of now.
+void TSimplexAndDualMethod::SetStartCosts(const std::vector<double>& Costs) {
+  double* const Top = FStart.Row(0);
+  std::copy_n(Costs.begin(), FStart.PlaceCnt(), Top);
+  for (int I = 1; I < FStart.RowCnt(); ++I) {
+    const double Cost = Costs[static_cast<std::size_t>(FStart.BasicColumn(I))];
+    if (Cost == 0.0) continue;  // exact: always so while no pivot has been made
+    const double* const Row = FStart.Row(I);
+    for (int J = 0; J < FStart.PlaceCnt(); ++J) Top[J] -= Cost * Row[J];
+  }
 }
 
 void TSimplexAndDualMethod::RestoreCosts() {
@@ -112,7 +129,7 @@ void TSimplexAndDualMethod::RestoreCosts() {
     const double* const Row = FTable.Row(I);
     for (int J = 0; J < FTable.PlaceCnt(); ++J) Costs[J] -= Cost * Row[J];
   }
-  std::copy_n(FW.begin(), FStart.PlaceCnt(), FStart.Row(0));
+  SetStartCosts(FW);
   FW.clear();
 }
 
@@ -164,7 +181,7 @@ int TSimplexAndDualMethod::GetVecDivMinValueId(const TFloatVector& V1, const TFl
   for (int I = 0; I < V1.GetSize(); ++I) {
     if (!(std::abs(V2[I]) > kPivotTolerance)) continue;
     const double Quotient = V1[I] / V2[I];
-    if (Id >= 0 && !(Quotient < Best)) continue;
+    if (std::isnan(Quotient) || (Id >= 0 && !(Quotient < Best))) continue;
     Best = Quotient;
     Id = I;
   }

@@ -345,6 +345,7 @@ TEST(SimplexRules, ChooseColumnsAndRowsWithTheirMargins) {
   EXPECT_EQ(0, TableOf(MatrixOf({{-1, 1}}), {0, 3}).FindNewBaseIdxByCN(1));
   EXPECT_EQ(2, TSimplexAndDualMethod::GetVecDivMinValueId({1, 5, -4, -4}, {0.5, 1e-6, 2, 2}));
   EXPECT_EQ(-1, TSimplexAndDualMethod::GetVecDivMinValueId({1, 2}, {0, -1e-6}));
+  EXPECT_EQ(1, TSimplexAndDualMethod::GetVecDivMinValueId({std::nan(""), 5}, {1, 1}));
 }
 
 TEST(SimplexTableau, ComesBackFromChangedCosts) {
@@ -358,6 +359,17 @@ TEST(SimplexTableau, ComesBackFromChangedCosts) {
   Method.RestoreCosts();
   EXPECT_EQ((TFloatVector{-1, 0, 4, -1, 0}), Method.Tableau().GetRow(0));
   EXPECT_FALSE(TableOf(MatrixOf({{1, 1}}), {0, 1}).ChangeSMA());
+}
+
+TEST(SimplexTableau, ChangesCostsInAnyBasis) {
+  TSimplexAndDualMethod Method = TableOf(MatrixOf({{4, 1, 1}, {6, 1, 3}}), {0, -3, -2});
+  Method.UpdateSMA(1, 2);
+  ASSERT_TRUE(Method.ChangeSMA());
+  ASSERT_TRUE(Method.SolveByDualSimplex());
+  Method.RestoreCosts();
+  ASSERT_TRUE(Method.SolveBySimplex());
+  Method.FillSolution();
+  EXPECT_NEAR(-12.0, Method.Objective(), 1e-9);
 }
 
 }  // namespace
