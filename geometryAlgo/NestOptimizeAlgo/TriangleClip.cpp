@@ -90,7 +90,7 @@ class TTriangleClip {
   }
 
   void Run() {
-    const int Least = FIsRing ? kLeastRing : 2;
+    const int Least = FIsRing ? kLeastRing + FRepeats : 2;
     while (FHeap.Count() > 0 && FLeft > Least) {
       const TCandidate Candidate = FHeap.Pop();
       if (!IsCurrent(Candidate) || !StaysNear(Candidate)) continue;
@@ -150,7 +150,9 @@ class TTriangleClip {
     for (int I = Count - 1; I >= 0 && At(I) == At(0); --I) LinkOf(I).Place = 0;
     // The first of a run of repeats does not turn, so it stays, and stands for all of them.
     for (int I = 0; I < Count; ++I) {
-      if (LinkOf(I).Place != I) FBoxes.TakeOut(I);
+      if (LinkOf(I).Place == I) continue;
+      FBoxes.TakeOut(I);
+      ++FRepeats;
     }
   }
 
@@ -245,7 +247,8 @@ class TTriangleClip {
   const double FTolerance;
   TRunBoxes FBoxes;
   std::vector<TLink> FLinks;
-  int FLeft;  // vertices of the range that are still there
+  int FLeft;         // vertices of the range that are still there
+  int FRepeats = 0;  // in the list, which stay; counted where a turn matters
   THeap FHeap;
   std::vector<TWaiting> FWaiting;
   double FNewDeviation = 0.0;  // of the edge that the last candidate looked at would leave

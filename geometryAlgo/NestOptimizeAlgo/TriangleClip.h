@@ -19,7 +19,8 @@ enum class TClipKind { Any, Right, RightOrStraight, Left };
 std::vector<TPoint2D> ClipRange(std::span<const TPoint2D> Points, int First, int Last,
                                 TClipKind Kind, double Tolerance);
 /// The same of a ring, a list without its closing repeat, not empty: every vertex may go, at least
-/// three stay. The result is closed and starts with the least index left.
+/// three stay, for kinds with a turn at three different places. The result is closed and starts
+/// with the least index left.
 std::vector<TPoint2D> ClipRing(std::span<const TPoint2D> Ring, TClipKind Kind, double Tolerance);
 
 }  // namespace tarnalgo
