@@ -20,7 +20,7 @@ namespace tarnalgo {
 ///
 /// | Form                                      | Dropped points lie              | Promises      |
 /// |-------------------------------------------|---------------------------------|---------------|
-/// | `DouglasPeucker(false)`                   | right of their chord, or near   |               |
+/// | `DouglasPeucker(false)`                   | right of their chord, or near it|               |
 /// | `DouglasPeucker(true)`                    | near their chord                |               |
 /// | `DecimateWithRestrictions`                | near their chord                | fixed points  |
 /// | `HybridDecimate`, `ClipTriangles`         | near the result                 |               |
@@ -28,7 +28,7 @@ namespace tarnalgo {
 /// | `GetInscribedHull`                        | near the result, outside of it  | stays simple  |
 ///
 /// Near means within `Tolerance` of the segment that replaces them, whatever number of small steps
-/// led there.
+/// led there; in the plain form, of the line through it, and where its ends are equal anywhere.
 ///
 /// Non-finite points are no places: they may stay or go, and the other promises hold for the finite
 /// ones. A tolerance of NaN drops nothing in the clipping forms and all inner points in the others.
@@ -92,7 +92,7 @@ class TPolyDecimator {
   /// halves. Point i has entry i − `BaseIndex()` in `Keep`; nothing is ever unmarked. A chord
   /// without a direction keeps nothing.
   /// Ties: the first.
-  /// Errors: `First` > `Last`, or points without an entry, `EParamError`.
+  /// Errors: as the range form of `DouglasPeucker`; points without an entry `EParamError`.
   /// Cost: O(n log n) usual, O(n²) at worst; the stack of open ranges is on the heap.
   void DPDecimate(int First, int Last, std::span<bool> Keep) const;
   /// The same on both sides, by the distance without its sign. A range that would be dropped is
@@ -135,7 +135,8 @@ class TPolyDecimator {
 
   /// A simple outline inside a closed counter-clockwise simple one: may go: a left turn (exact
   /// sign) within `Tolerance` of the segment between its neighbours, when no other vertex lies in
-  /// the triangle or on its sides. At least three corners stay. An open list comes back as it is.
+  /// the triangle or on its sides. At least three corners stay, repeats not counted. An open list
+  /// comes back as it is.
   std::vector<TPoint2D> GetInscribedHull() const;
   /// A simple outline about a closed counter-clockwise simple one, for parts that must not be cut
   /// into: exact repeats go, then what `ClipConcaveTriangles` drops, and vertices on straight runs

@@ -35,11 +35,11 @@ class TStraightRun {
   bool CanDrop(const TPoint2D& P, const TPoint2D& Next) const {
     const TPoint2D Way = Next - FKept;
     const double Length = Way.Mag();
-    if (!(Length >= FReach)) return false;
+    if (!(Length >= FReach) || !std::isfinite(Length)) return false;
     if (FHasWedge && !(FRight.CrossMul(Way) >= 0.0 && Way.CrossMul(FLeft) >= 0.0)) return false;
-    const double Along = Way.DotMul(P - FKept);
-    return Along >= 0.0 && Along <= Way.DotMul(Way) &&
-           TVLine2D(FKept, Next).LineDistanceTo(P) <= FEps;
+    const TVLine2D Base(FKept, Next);
+    const double Along = Base.CalcParamByPointProjection(P);
+    return Along >= 0.0 && Along <= 1.0 && Base.LineDistanceTo(P) <= FEps;
   }
   void Drop(const TPoint2D& P) {
     const TPoint2D Way = P - FKept;
@@ -92,8 +92,9 @@ std::vector<std::size_t> KeptPlaces(const std::vector<TPoint2D>& Points, std::si
 bool CanDropFirst(const std::vector<TPoint2D>& Points, const std::vector<std::size_t>& Kept,
                   double Eps) {
   const TVLine2D Way(Points[Kept.back()], Points[Kept[1]]);
-  const double Along = Way.Vector().DotMul(Points[0] - Way.StartPoint);
-  if (!(Along >= 0.0 && Along <= Way.Vector().DotMul(Way.Vector()))) return false;
+  if (!std::isfinite(Way.Vector().Mag())) return false;
+  const double Along = Way.CalcParamByPointProjection(Points[0]);
+  if (!(Along >= 0.0 && Along <= 1.0)) return false;
   const auto IsNear = [&](const TPoint2D& P) { return Way.SegmentDistanceTo(P) <= Eps; };
   const auto At = [&](std::size_t I) { return Points.begin() + static_cast<std::ptrdiff_t>(I); };
   return std::all_of(At(Kept.back()), Points.end(), IsNear) &&

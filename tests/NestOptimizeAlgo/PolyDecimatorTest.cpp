@@ -166,6 +166,11 @@ TEST(TPolyDecimator, SmoothingDropsStraightRunsAndNeverDriftsAway) {
   EXPECT_EQ(4U, TPolyDecimator(Flat, 0.0).CollinearSmooth().size());
   TPoints Back{{0, 0}, {5, 0}, {3, 0}};  // not between its neighbours
   EXPECT_EQ(Back, TPolyDecimator(Back, 0.0).CollinearSmooth());
+  const double Infinity = std::numeric_limits<double>::infinity();
+  for (const TPoint2D& Next : {TPoint2D(Infinity, 0.0), TPoint2D(1e200, 0.0)}) {
+    TPoints Beyond{{0, 0}, {2e200, Next.X == Infinity ? 7.0 : 0.0}, Next};  // squares overflow
+    EXPECT_EQ(Beyond, TPolyDecimator(Beyond, 0.0).CollinearSmooth());
+  }
   // Every vertex of a dense arc is near the line through its neighbours.
   TPoints Arc = test::Circle(10000, 1000.0, 0.5);
   const TPoints Smooth = TPolyDecimator(Arc, 0.0).CollinearSmooth(0.001);
@@ -226,6 +231,13 @@ TEST(TPolyDecimator, OuterAndInnerOutlinesKeepTheirSide) {
     EXPECT_TRUE(test::Holds(Points, Inner));
     EXPECT_GE(Inner.size(), 4U);
   }
+}
+
+TEST(TPolyDecimator, RepeatsAreNoCornersOfAnInscribedHull) {
+  TPoints Square{{0, 0}, {0, 0}, {4, 0}, {4, 4}, {0, 4}, {0, 0}, {0, 0}};
+  TPoints Inner = TPolyDecimator(Square, 100.0).GetInscribedHull();
+  Inner.erase(std::unique(Inner.begin(), Inner.end()), Inner.end());
+  EXPECT_EQ(4U, Inner.size());
 }
 
 TEST(TPolyDecimator, AVertexOnTheNewEdgeKeepsADentOpen) {
