@@ -16,9 +16,9 @@ namespace tarnalgo {
 namespace detail {
 
 template <class K>
-concept TStandardHashable = requires(const K& Key) {
+concept TStandardHashable = requires(const K& Key, const K& Other) {
   { std::hash<K>()(Key) } -> std::convertible_to<std::size_t>;
-  { Key == Key } -> std::convertible_to<bool>;
+  { Key == Other } -> std::convertible_to<bool>;
 };
 
 }  // namespace detail
