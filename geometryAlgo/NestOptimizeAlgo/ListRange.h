@@ -20,7 +20,7 @@ inline std::span<const TPoint2D> ListRange(const std::vector<TPoint2D>& Points, 
     RaiseError<EParamError>("TPolyDecimator", "index out of range");
   }
   return std::span(Points).subspan(static_cast<std::size_t>(First),
-                                   static_cast<std::size_t>(Last - First + 1));
+                                   static_cast<std::size_t>(Last - First) + 1);
 }
 
 }  // namespace tarnalgo
