@@ -57,7 +57,9 @@ class TPassedSegments {
         continue;
       }
       for (int Cell = First; Cell <= Last; ++Cell) {
-        VisitList(FHeads[static_cast<std::size_t>(Row.FirstCell + Cell)], &TPlace::NextInCell);
+        const std::size_t Head =
+            static_cast<std::size_t>(Row.FirstCell) + static_cast<std::size_t>(Cell);
+        VisitList(FHeads[Head], &TPlace::NextInCell);
       }
     }
     return Looked;
