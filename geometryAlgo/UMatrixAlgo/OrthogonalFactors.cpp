@@ -45,7 +45,8 @@ TReflection ReflectionOf(TFloatMatrix& A, int K) {
   const double Image = -std::copysign(Length, First);
   RowDivide(Result.V.data(), First - Image, Result.V.size());
   Result.V[0] = 1.0;
-  Result.Factor = (Image - First) / Image;
+  // From the vector as rounded, so that the reflection is orthogonal even for denormal columns.
+  Result.Factor = 2.0 / RowDot(Result.V.data(), Result.V.data(), Result.V.size());
   return Result;
 }
 
@@ -71,9 +72,9 @@ TFloatMatrix TMatrixDCMPTool::GetOrthoByGramSchmidt(const TFloatMatrix& Matrix) 
   TFloatMatrix Columns = Matrix.Transpose();  // rows lie in one piece
   for (int K = 0; K < Columns.GetRowCnt(); ++K) {
     double* const Column = Columns.Row(K);
-    const double Length = RowMag(Column, static_cast<std::size_t>(Columns.GetColCnt()));
-    if (Length == 0.0) continue;  // exact
-    const double Left = MakeOrthogonal(Column, Length, Columns, K);
+    // A unit vector first: the components of denormals would be rounded to nothing.
+    if (MakeUnit(Column, static_cast<std::size_t>(Columns.GetColCnt())) == 0.0) continue;  // exact
+    const double Left = MakeOrthogonal(Column, 1.0, Columns, K);
     if (Left < kIndependence) std::fill_n(Column, Columns.GetColCnt(), 0.0);
   }
   return Columns.Transpose();

@@ -47,5 +47,18 @@ TEST(QR, TakesZerosAndHugeItems) {
   EXPECT_EQ(0, Q.GetRowCnt());
 }
 
+TEST(OrthogonalFactors, AreOrthogonalForDenormalColumns) {
+  for (const double Scale : {1e-320, 5e-324}) {
+    SCOPED_TRACE(Scale);
+    const TFloatMatrix A = MatrixOf({{3, 1, 0}, {3, 2, 1}, {0, 1, 1}}) * Scale;
+    TFloatMatrix Q, R;
+    TMatrixDCMPTool::QRDCMP(A, Q, R);
+    EXPECT_TRUE((Q.Transpose() * Q).Equls(TFloatMatrix(3), 1e-14));
+    EXPECT_TRUE((Q * R).Equls(A, 5e-323));
+    const TFloatMatrix G = TMatrixDCMPTool::GetOrthoByGramSchmidt(A.SubMatrix(0, 0, 3, 2));
+    EXPECT_TRUE((G.Transpose() * G).Equls(TFloatMatrix(2), 1e-14));
+  }
+}
+
 }  // namespace
 }  // namespace tarnalgo
