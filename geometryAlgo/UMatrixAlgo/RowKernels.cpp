@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "geometryAlgo/UMatrixAlgo/Pack.h"
 
@@ -73,32 +74,36 @@ template <class TSums>
   return Sums.Total(A + I, B + I, Count - I);
 }
 
-/// `Rows` rows with B, two at a time, which share the loads of B.
-template <class TSums>
-[[gnu::always_inline]] inline void DotsOf(const double* A, std::ptrdiff_t Step, std::size_t Rows,
+/// So many rows at a time share the loads of B; as many as have room in the registers.
+template <std::ptrdiff_t kRows>
+using TRowsAtOnce = std::make_integer_sequence<std::ptrdiff_t, kRows>;
+
+/// `Rows` rows with B.
+template <class TSums, std::ptrdiff_t... kRow>
+[[gnu::always_inline]] inline void DotsOf(std::integer_sequence<std::ptrdiff_t, kRow...> /*rows*/,
+                                          const double* A, std::ptrdiff_t Step, std::size_t Rows,
                                           const double* B, std::size_t Count, double* Dots) {
-  for (; Rows >= 2; Rows -= 2, A += 2 * Step, Dots += 2) {
-    TSums First;
-    TSums Second;
+  constexpr std::size_t kAtOnce = sizeof...(kRow);
+  for (; Rows >= kAtOnce; Rows -= kAtOnce, Dots += kAtOnce) {
+    TSums Sums[kAtOnce];
     std::size_t I = 0;
     for (; I + kDotSums <= Count; I += kDotSums) {
-      First.Add(A + I, B + I);
-      Second.Add(A + Step + I, B + I);
+      (Sums[kRow].Add(A + kRow * Step + I, B + I), ...);
     }
-    Dots[0] = First.Total(A + I, B + I, Count - I);
-    Dots[1] = Second.Total(A + Step + I, B + I, Count - I);
+    ((Dots[kRow] = Sums[kRow].Total(A + kRow * Step + I, B + I, Count - I)), ...);
+    A += static_cast<std::ptrdiff_t>(kAtOnce) * Step;
   }
-  if (Rows == 1) Dots[0] = DotOf<TSums>(A, B, Count);
+  for (; Rows > 0; --Rows, A += Step, ++Dots) *Dots = DotOf<TSums>(A, B, Count);
 }
 
 void DotsNarrow(const double* A, std::ptrdiff_t Step, std::size_t Rows, const double* B,
                 std::size_t Count, double* Dots) {
-  DotsOf<TNarrowSums>(A, Step, Rows, B, Count, Dots);
+  DotsOf<TNarrowSums>(TRowsAtOnce<2>(), A, Step, Rows, B, Count, Dots);
 }
 
 TARNALGO_WIDE_CODE void DotsWide(const double* A, std::ptrdiff_t Step, std::size_t Rows,
                                  const double* B, std::size_t Count, double* Dots) {
-  DotsOf<TWideSums>(A, Step, Rows, B, Count, Dots);
+  DotsOf<TWideSums>(TRowsAtOnce<4>(), A, Step, Rows, B, Count, Dots);
 }
 
 /// Y := Y + Σ Factors[r]·(row r), four rows at a time, which share the loads of Y.
