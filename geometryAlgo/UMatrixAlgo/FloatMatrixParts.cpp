@@ -57,7 +57,8 @@ void TFloatMatrix::ExpandARow(const TFloatVector& ARow) {
 }
 
 void TFloatMatrix::ExpandColumns(const TFloatMatrix& Columns) {
-  const TFloatMatrix Tail = Columns;  // keeps the elements where `Columns` is this matrix
+  // Keeps the elements where `Columns` is this matrix.
+  const TFloatMatrix Tail = Columns;  // NOLINT(performance-unnecessary-copy-initialization)
   if (GetRowCnt() == 0) {
     *this = Tail.Clone();
     return;
@@ -71,13 +72,13 @@ void TFloatMatrix::ExpandColumns(const TFloatMatrix& Columns) {
 }
 
 void TFloatMatrix::ExpandRows(const TFloatMatrix& Rows) {
-  const TFloatMatrix Tail = Rows;  // keeps the elements where `Rows` is this matrix
+  // Keeps the elements where `Rows` is this matrix.
+  const TFloatMatrix Tail = Rows;  // NOLINT(performance-unnecessary-copy-initialization)
   if (GetRowCnt() == 0) {
     *this = Tail.Clone();
     return;
   }
-  if (Tail.GetRowCnt() == 0) return;
-  AssertThat(GetColCnt() == Tail.GetColCnt(), kMatrixUnit);
+  AssertThat(Tail.GetRowCnt() == 0 || GetColCnt() == Tail.GetColCnt(), kMatrixUnit);
   const int Height = GetRowCnt();
   SetRowCnt(Height + Tail.GetRowCnt());
   for (int I = 0; I < Tail.GetRowCnt(); ++I) {

@@ -21,6 +21,10 @@ TEST(TFloatMatrix, CopiesSeeElementWritesAndExchangesButKeepTheirSize) {
   B.ExpandARow({7, 7});
   B.SetItem(0, 0, 0);
   EXPECT_EQ(MatrixOf({{4, 3}, {9, 1}}), A);
+  B = A;
+  B.ExpandRows(TFloatMatrix());  // nothing, yet a buffer of its own
+  B.SetItem(0, 0, 0);
+  EXPECT_EQ(MatrixOf({{4, 3}, {9, 1}}), A);
   TFloatMatrix C = A;
   ASSERT_TRUE(C.TryReverse());
   EXPECT_EQ(MatrixOf({{4, 3}, {9, 1}}), A);
