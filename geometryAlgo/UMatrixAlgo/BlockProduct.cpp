@@ -25,7 +25,7 @@ int SlicesOf(int Count, int Width) {
 }
 
 /// `Rows` x `Depth` of A, slice by slice, each column by column; missing rows are 0.
-void PackA(TBlockView A, int Rows, int Depth, double* To) {
+void PackA(TBlockView A, int Rows, std::ptrdiff_t Depth, double* To) {
   for (int I = 0; I < Rows; I += kTileRows, To += Depth * kTileRows) {
     const int Height = std::min(kTileRows, Rows - I);
     if (Height < kTileRows) std::fill_n(To, Depth * kTileRows, 0.0);
@@ -37,13 +37,13 @@ void PackA(TBlockView A, int Rows, int Depth, double* To) {
 }
 
 /// `Depth` x `Columns` of B, slice by slice, each row by row; missing columns are 0.
-void PackB(TBlockView B, int Depth, int Columns, double* To) {
+void PackB(TBlockView B, std::ptrdiff_t Depth, int Columns, double* To) {
   for (int J = 0; J < Columns; J += kTileColumns, To += Depth * kTileColumns) {
     const int Width = std::min(kTileColumns, Columns - J);
     if (Width < kTileColumns) std::fill_n(To, Depth * kTileColumns, 0.0);
     const double* From = B.Items + J * B.ColumnStep;
     if (B.ColumnStep == 1) {
-      for (int K = 0; K < Depth; ++K, From += B.RowStep) {
+      for (std::ptrdiff_t K = 0; K < Depth; ++K, From += B.RowStep) {
         std::copy_n(From, Width, To + K * kTileColumns);
       }
       continue;
@@ -135,10 +135,10 @@ template <bool kIsNegative, class TPack>
         continue;
       }
       double Edge[kTileRows * kTileColumns] = {};
-      for (int R = 0; R < Height; ++R)
+      for (std::ptrdiff_t R = 0; R < Height; ++R)
         std::copy_n(C + R * Job.CStep, Width, Edge + R * kTileColumns);
       MultiplySlices<kIsNegative, TPack>(Job.Depth, A, B, Edge, kTileColumns);
-      for (int R = 0; R < Height; ++R)
+      for (std::ptrdiff_t R = 0; R < Height; ++R)
         std::copy_n(Edge + R * kTileColumns, Width, C + R * Job.CStep);
     }
   }

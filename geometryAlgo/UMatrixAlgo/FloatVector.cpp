@@ -102,7 +102,8 @@ void TFloatVector::Expand(const std::vector<double>& Values) {
 }
 
 void TFloatVector::Expand(const TFloatVector& Other) {
-  const TFloatVector Tail = Other;  // keeps the elements where `Other` is this vector
+  // Keeps the elements where `Other` is this vector.
+  const TFloatVector Tail = Other;  // NOLINT(performance-unnecessary-copy-initialization)
   const int Size = GetSize();
   SetSize(Size + Tail.GetSize());
   std::copy_n(Tail.Data(), Tail.GetSize(), Data() + Size);

@@ -67,7 +67,7 @@ class TFactorer {
   /// Column `K` of the panel: its pivot, the division, its products from the later columns.
   void FactorColumn(int First, int Width, int K, int Height) {
     double* const Column = &FPanel[Place(0, K, Height)];
-    const auto Below = static_cast<std::size_t>(Height - K - 1);
+    const std::size_t Below = static_cast<std::size_t>(Height) - static_cast<std::size_t>(K) - 1;
     const int Pivot = K + static_cast<int>(RowLargest(Column + K, Below + 1));
     FPivots[static_cast<std::size_t>(First + K)] = First + Pivot;
     if (Pivot != K) {
