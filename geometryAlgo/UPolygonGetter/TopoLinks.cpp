@@ -7,6 +7,7 @@
 #include "containers/Container/Bytewise.h"
 #include "geometryAlgo/UPolygonGetter/CompareTool.h"
 #include "geometryAlgo/UPolygonGetter/TopoGraph.h"
+#include "geometryAlgo/VedaType/Point.h"
 #include "host/Cadutils.h"
 #include "host/Exceptions.h"
 
@@ -32,7 +33,9 @@ TTopoLinks::~TTopoLinks() = default;
 TTopoLinks TTopoLinks::CreateTopoLink(const TMChainExtends& Chains) {
   TTopoLinks Links;
   for (const TMChainExtend* Chain : Chains) {
-    if (Chain->Count() < 2) continue;
+    const std::vector<TPoint2D>& Points = Chain->Points();
+    if (Points.size() < 2) continue;
+    if (!std::all_of(Points.begin(), Points.end(), TPoint2DUtils::IsFinite)) continue;
     Links.AddValue(TransToInt(Chain->First()), Chain->Clone());
     Links.AddValue(TransToInt(Chain->Last()), Chain->CloneReverse());
   }

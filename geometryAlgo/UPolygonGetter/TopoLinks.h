@@ -49,7 +49,7 @@ class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEq
   // --- The table (TopoLinks.cpp) ---
 
   /// A table of copies of the chains, each registered at both ends, in descending order of angle at
-  /// every node. Chains of fewer than two points are left out.
+  /// every node. Chains of fewer than two points, or with one that is not finite, are left out.
   static TTopoLinks CreateTopoLink(const TMChainExtends& Chains);
 
   /// Appends the chain to node `P`, which is made when it is new.

@@ -80,6 +80,7 @@ TEST(GetPolygons, TracesOutlinesByTheTurningRule) {
       {"a chain drawn twice", {Lower, Lower, Upper}, {1, -1}},
       {"a closed chain drawn twice, twice", {Square, Square}, {1, -1, 1, -1}},
       {"a chain of one point", {Lower, {{0, 0}}, Upper}, {1, -1}},
+      {"a chain that leads nowhere", {Lower, {{0, 0}, {std::nan(""), 5}}, Upper}, {1, -1}},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
