@@ -91,8 +91,10 @@ class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEq
   /// its first point; ends on one node that are farther apart are both kept. A walk that cannot get
   /// on, in a table where chains lack their other object, gives no outline.
   /// Ownership: `Polylines` must live as long as its outlines are asked for in the dictionaries.
+  /// An entry left there by an outline that is gone gives way to a new one at the same address.
   /// Cost: O(n log n), n the points of all chains; linear but for the order of the nodes and the
-  /// search for both objects.
+  /// search for both objects. Repeats of a chain within 1e-6 that are not exact cost the square of
+  /// their number.
   void GetPolygons(TPointsOfOutline& PointsOf, TChainsOfOutline& ChainsOf,
                    TVPolyline2DList& Polylines);
   /// The same, but only outlines with negative area are kept: after `SortTopoChainsMax` the

@@ -152,8 +152,8 @@ void TraceOutlines(const TTopoLinks& Links, bool OnlyNegative, TPointsOfOutline&
       Points->push_back(Graph.Node(Graph.Entry(Entry).From));
       Chains->Add(Graph.Entry(Entry).Chain);
     }
-    PointsOf.Add(Polyline.get(), std::move(Points));
-    ChainsOf.Add(Polyline.get(), std::move(Chains));
+    PointsOf.AddOrSetValue(Polyline.get(), std::move(Points));
+    ChainsOf.AddOrSetValue(Polyline.get(), std::move(Chains));
     Polylines.Add(std::move(Polyline));
   }
 }

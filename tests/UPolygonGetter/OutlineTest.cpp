@@ -104,6 +104,17 @@ TEST(GetPolygons, RecordsTheNodesAndChainsOfEachOutline) {
   EXPECT_FALSE(Traced.ChainsOf[Outside]->OwnsObjects());
 }
 
+TEST(GetPolygons, FillsDictionariesThatOutlivedTheirOutlines) {
+  TPointsOfOutline PointsOf;
+  TChainsOfOutline ChainsOf;
+  for (int Round = 0; Round < 20; ++Round) {
+    TTopoLinks Links = LinksOf({{{0, 0}, {1, 0}, {1, 1}, {0, 0}}});
+    TVPolyline2DList Outlines;  // the next ones may get the same addresses
+    ASSERT_NO_THROW(Links.GetPolygons(PointsOf, ChainsOf, Outlines));
+    EXPECT_EQ(Links[TIntPoint(0, 0)]->Last(), ChainsOf[Outlines.Last()]->First());
+  }
+}
+
 TEST(GetPolygons, StartsOnlyWhereTheNodeFlagIsSet) {
   TTopoLinks Links = LinksOf({{{0, 0}, {1, 0}}, {{1, 0}, {0, 1}, {0, 0}}});
   for (TNodeEdges* Edges : Links.Values()) Edges->SetNodeFlag(false);
