@@ -102,8 +102,8 @@ void TOrderSweep::Run() {
   }
 }
 
-/// Among segments through its start the new one stands as it goes on. Where lines zigzag between two
-/// borders, half of them would otherwise wait to change places at every end along the border.
+/// Among segments through its start the new one stands as it goes on. Where lines zigzag between
+/// two borders, half of them would otherwise wait to change places at every end along the border.
 void TOrderSweep::Enter(int Seg) {
   const TVLine2D& New = FLines[static_cast<std::size_t>(Seg)];
   const TSpot Spot = FOrder.Insert(Seg, New, [&](const TVLine2D& Line) {

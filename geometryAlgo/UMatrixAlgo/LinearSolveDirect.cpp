@@ -74,6 +74,9 @@ bool HoldsNormalSystem(const TFloatMatrix& A, const TFloatVector& X, const TFloa
 
 }  // namespace
 
+// Handles by value, as of every solver: X may be the variable that B came from, or hold its buffer.
+// NOLINTBEGIN(performance-unnecessary-value-param)
+
 bool TLinearSolveTool::Gaussian(TFloatVector& X, TFloatMatrix A, TFloatVector B) {
   AssertThat(A.GetRowCnt() == A.GetColCnt(), kMatrixUnit);
   AssertThat(B.GetSize() == A.GetRowCnt(), kMatrixUnit);
@@ -122,5 +125,7 @@ bool TLinearSolveTool::SolveLeastSquares(TFloatMatrix A, TFloatVector B, TFloatV
   TFloatVector Residuals;
   return SolveLeastSquares(std::move(A), std::move(B), X, Residuals);
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
 
 }  // namespace tarnalgo

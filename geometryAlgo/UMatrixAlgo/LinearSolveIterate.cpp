@@ -59,6 +59,9 @@ double Sweep(TFloatVector& X, const TFloatMatrix& A, const TFloatVector& B) {
 
 }  // namespace
 
+// Handles by value, as of every solver: X may be the variable that B came from, or hold its buffer.
+// NOLINTBEGIN(performance-unnecessary-value-param)
+
 bool TLinearSolveTool::ConjugateGradient(TFloatVector& X, TFloatMatrix A, TFloatVector B) {
   AssertThat(A.GetRowCnt() == A.GetColCnt(), kMatrixUnit);
   AssertThat(B.GetSize() == A.GetRowCnt(), kMatrixUnit);
@@ -106,5 +109,7 @@ bool TLinearSolveTool::SSOR(TFloatVector& X, TFloatMatrix A, TFloatVector B) {
   }
   return false;
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
 
 }  // namespace tarnalgo
