@@ -79,22 +79,23 @@ TEST_P(KnownPrograms, AreSolvedToTheirPublishedOptima) {
   EXPECT_TRUE(Program.Holds(Method.X(), 2e-6));
 }
 
-INSTANTIATE_TEST_SUITE_P(Published, KnownPrograms,
-                         testing::Values(TKnownOptimum{"lp/adlittle", 2.2549496316e5, 0},
-                                         TKnownOptimum{"lp/afiro", -4.6475314286e2, 0},
-                                         TKnownOptimum{"lp/blend", -3.0812149846e1, 0},
-                                         TKnownOptimum{"lp/kb2", -1.7499001299e3, 0},
-                                         TKnownOptimum{"lp/recipe", -2.66616e2, 0},
-                                         TKnownOptimum{"lp/sc50a", -6.4575077059e1, 0},
-                                         TKnownOptimum{"lp/sc50b", -70, 0},
-                                         TKnownOptimum{"lp/share2b", -4.1573224074e2, 0},
-                                         TKnownOptimum{"lp/stocfor1", -4.1131976219e4, 0},
-                                         TKnownOptimum{"ip/p0033", 2520.57174, 3089}),
-                         [](const auto& Info) {
-                           std::string Name = Info.param.Name;
-                           Name[2] = '_';
-                           return Name;
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Published, KnownPrograms,
+    testing::Values(
+        TKnownOptimum{"lp/adlittle", 2.2549496316e5, 0},
+        TKnownOptimum{"lp/afiro", -4.6475314286e2, 0},
+        TKnownOptimum{"lp/blend", -3.0812149846e1, 0}, TKnownOptimum{"lp/kb2", -1.7499001299e3, 0},
+        TKnownOptimum{"lp/recipe", -2.66616e2, 0}, TKnownOptimum{"lp/sc50a", -6.4575077059e1, 0},
+        TKnownOptimum{"lp/sc50b", -70, 0}, TKnownOptimum{"lp/share2b", -4.1573224074e2, 0},
+        TKnownOptimum{"lp/stocfor1", -4.1131976219e4, 0}, TKnownOptimum{"ip/bell5", 8608417.95, 0},
+        TKnownOptimum{"ip/egout", 149.588766, 0}, TKnownOptimum{"ip/enigma", 0, 0},
+        TKnownOptimum{"ip/flugpl", 1167185.73, 1201500}, TKnownOptimum{"ip/lseu", 834.682353, 0},
+        TKnownOptimum{"ip/p0033", 2520.57174, 3089}, TKnownOptimum{"ip/stein27", 13, 0}),
+    [](const auto& Info) {
+      std::string Name = Info.param.Name;
+      Name[2] = '_';
+      return Name;
+    });
 
 }  // namespace
 }  // namespace tarnalgo
