@@ -21,9 +21,15 @@ bool TMeetingTest::IsNear(const TVLine2D& Line, const TPoint2D& P) const {
   if (!(V.DotMul(D) > 0.0L)) return D.Mag() <= Reach;
   const TExtPoint2D FromEnd = TExtPoint2D(P) - End;
   if (!(V.DotMul(FromEnd) < 0.0L)) return FromEnd.Mag() <= Reach;
-  if (std::abs(V.CrossMul(D)) <= Reach * V.Mag()) return true;
-  // Without a tolerance to speak of, extended precision does not decide about the line itself.
-  return SideOfLine(Line.StartPoint, Line.EndPoint, P) == 0;
+  const long double Left = V.X * D.Y;
+  const long double Right = V.Y * D.X;
+  const long double Side = std::abs(Left - Right);
+  const long double Limit = Reach * V.Mag();
+  const long double Rounding =
+      4 * std::numeric_limits<long double>::epsilon() * (std::abs(Left) + std::abs(Right));
+  if (std::abs(Side - Limit) > Rounding) return Side < Limit;
+  // Without a tolerance to speak of, extended precision does not decide.
+  return std::abs(RoundedSide(Line.StartPoint, Line.EndPoint, P)) <= Limit;
 }
 
 bool TMeetingTest::FindTouch(const TVLine2D& A, const TVLine2D& B, TMeeting& Meeting) const {

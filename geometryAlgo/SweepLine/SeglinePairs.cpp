@@ -142,7 +142,7 @@ void TSeglinesIntersector::TestPassedSeg(TRank Passed, TRank Seg) {
 
 /// Tests all pairs of which the search in exact order tells, those of segments to come included. A
 /// meeting between the end of one segment and the start of the other has no place for an event and
-/// is recorded at once.
+/// comes last.
 void TSeglinesIntersector::TestAllInOrder() {
   FAllPairsTested = true;
   FMeets.resize(FLines.size(), false);
@@ -154,7 +154,7 @@ void TSeglinesIntersector::TestAllInOrder() {
     const TPoint2D Low = Later(Later(Line(A).StartPoint, Line(B).StartPoint), FSweepPoint);
     const TPoint2D High = Earlier(Line(A).EndPoint, Line(B).EndPoint);
     if (TPoint2DUtils::CompareByXY(High, Low) < 0) {
-      FResult.push_back(CreateIntersectInfo(Meeting, A, B));
+      FUnplaced.push_back(CreateIntersectInfo(Meeting, A, B));
     } else {
       AddEvent(A, B, Meeting);
     }

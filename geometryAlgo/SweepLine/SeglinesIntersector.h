@@ -31,7 +31,8 @@ namespace tarnalgo {
 /// large, or as small, as a double holds.
 /// Tolerance: `Tolerance`, a length. A negative one and NaN count as 0: exact.
 /// `SecondTolerance`, an angle (radians, period π): which directions count as the same.
-/// Ties: records come in the order of the sweep, which for meetings at one point is unspecified.
+/// Ties: records come in the order of the sweep, which for meetings at one point is unspecified,
+/// and last those for which it finds no place, because of rounding or a gap between the segments.
 /// Ownership: keeps copies of the segments; the result is the caller's.
 /// Cost: O((n + k) log n) time, O(n + k) memory: n segments, k pairs that meet or come within a
 /// few tolerances.
@@ -192,7 +193,7 @@ class TSeglinesIntersector {
   THashIndex FRecordIndex;   // the dictionary, by `GetCrossRecordID`
   std::size_t FIndexed = 0;  // records that it has; the others follow when it is asked
   std::vector<TSeglineIntersectInfo> FResult;
-  std::vector<TSeglineIntersectInfo> FUnplaced;  // their event found no run of two
+  std::vector<TSeglineIntersectInfo> FUnplaced;  // without an event, or it found no run of two
 };
 
 }  // namespace tarnalgo

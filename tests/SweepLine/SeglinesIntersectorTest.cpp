@@ -175,6 +175,15 @@ TEST(TSeglinesIntersector, FindsThePairsOfAHatch) {
   }
 }
 
+// The point is 1 / √2 · 2^-40 off the line: products of 81 bits tell, extended precision does not.
+TEST(TSeglinesIntersector, WithoutAToleranceTouchesAreExact) {
+  const double N = std::ldexp(1.0, 40);
+  const TVLine2D Line{{0, 0}, {N, N + 1}};
+  EXPECT_TRUE(Sweep({Line, {{N - 1, N}, {N - 1, 2 * N}}}, 0.0).empty());
+  EXPECT_EQ(1u, Sweep({Line, {{N - 1, N}, {N - 1, 0}}}, 0.0).size());
+  EXPECT_EQ(1u, Sweep({Line, {{N - 1, N}, {N - 1, 2 * N}}}, std::ldexp(1.0, -40)).size());
+}
+
 TEST(TSeglinesIntersector, RecordsPointStretchAndParameters) {
   const auto Infos = Sweep({{{10, 0}, {0, 0}}, {{4, 0}, {20, 0}}, {{5, -3}, {5, 9}}});
   ASSERT_EQ((TPairs{{0, 1}, {0, 2}, {1, 2}}), PairsOf(Infos));
