@@ -65,23 +65,24 @@ void TSeglinesIntersector::TakeLines(const std::vector<TVLine2D>& Lines, double 
   FScale = ScaleFor(GreatestCoordinate(Lines));
   if (Tolerance > 0.0) FTolerance = std::min(Tolerance * FScale, kGreatestTolerance);
   FTest = TMeetingTest(FTolerance);
+  // Turned after scaling, which may take an end to another side.
+  const auto Taken = [&](const TVLine2D& Given) {
+    const TVLine2D Seg(Given.StartPoint * FScale, Given.EndPoint * FScale);
+    const bool IsForward = TPoint2DUtils::CompareByXY(Seg.StartPoint, Seg.EndPoint) <= 0;
+    return IsForward ? Seg : Seg.ReverseDirection();
+  };
   std::vector<TSegmentEnd> Starts;
   Starts.reserve(Lines.size());
   for (std::size_t I = 0; I < Lines.size(); ++I) {
     if (!IsFinite(Lines[I])) continue;
-    const bool IsForward = TPoint2DUtils::CompareByXY(Lines[I].StartPoint, Lines[I].EndPoint) <= 0;
-    const TPoint2D& Start = IsForward ? Lines[I].StartPoint : Lines[I].EndPoint;
-    Starts.push_back({Start * FScale, static_cast<int>(I)});
+    Starts.push_back({Taken(Lines[I]).StartPoint, static_cast<int>(I)});
   }
   SortSegmentEnds(Starts);
   FLines.reserve(Starts.size());
   FSources.reserve(Starts.size());
   for (const TSegmentEnd& Start : Starts) {
-    const TVLine2D& Given = Lines[Index(Start.Id)];
-    TVLine2D Seg(Given.StartPoint * FScale, Given.EndPoint * FScale);
-    if (TPoint2DUtils::CompareByXY(Seg.StartPoint, Seg.EndPoint) > 0) Seg = Seg.ReverseDirection();
     FRanks[Index(Start.Id)] = static_cast<TRank>(FLines.size());
-    FLines.push_back(Seg);
+    FLines.push_back(Taken(Lines[Index(Start.Id)]));
     FSources.push_back(Start.Id);
   }
 }

@@ -247,6 +247,15 @@ TEST(TSeglinesIntersector, ASecondCallFindsNothingLeft) {
   EXPECT_TRUE(Sweep({}).empty());
 }
 
+// Scaled down, the first is upright: it starts at its other end.
+TEST(TSeglinesIntersector, SegmentsStartWhereScalingPutsTheirStart) {
+  std::vector<TVLine2D> Lines = {{{0, 1e300}, {1e-300, 0}}, {{0, 95e298}, {1e300, 95e298}}};
+  for (int I = 1; I < 9; ++I) Lines.push_back({{-1e300, I * 1e299}, {0, I * 1e299}});
+  const auto Infos = Sweep(Lines, 0.0);
+  ASSERT_EQ(9u, Infos.size());
+  for (std::size_t I = 0; I < 8; ++I) EXPECT_EQ(static_cast<int>(I) + 2, Infos[I].HigherSegment);
+}
+
 TEST(TSeglinesIntersector, AnyInputTerminatesAndWhatIsNotFiniteMeetsNothing) {
   const double NaN = std::nan("");
   const double Inf = std::numeric_limits<double>::infinity();
