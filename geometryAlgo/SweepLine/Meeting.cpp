@@ -10,6 +10,19 @@
 
 namespace tarnalgo {
 
+namespace {
+
+/// On which side of `Line` and how far `P` is, times the length of `Line`: of the exact sign and
+/// within 2^-28 of itself, however much of it extended precision loses.
+long double CloseSide(const TVLine2D& Line, const TPoint2D& P) {
+  constexpr long double kCloseEnough = 0x1p28L;
+  const TRoundedSide<long double> Side(Line.StartPoint, Line.EndPoint, P);
+  if (std::abs(Side.Value) >= kCloseEnough * Side.Bound) return Side.Value;
+  return RoundedSide(Line.StartPoint, Line.EndPoint, P);
+}
+
+}  // namespace
+
 bool TMeetingTest::IsNear(const TVLine2D& Line, const TPoint2D& P) const {
   if (P == Line.StartPoint || P == Line.EndPoint) return true;
   if (std::abs(PlainSide(Line, {P, P})) == 1) return false;
@@ -67,10 +80,8 @@ TMeeting TMeetingTest::CrossingOf(const TVLine2D& A, const TVLine2D& B) {
   const bool UseA = VA.DotMul(VA) <= VB.DotMul(VB);
   const TVLine2D& Line = UseA ? A : B;
   const TVLine2D& Other = UseA ? B : A;
-  const TExtPoint2D Base(Other.StartPoint);
-  const TExtPoint2D V = TExtPoint2D(Other.EndPoint) - Base;
-  const long double Side1 = V.CrossMul(TExtPoint2D(Line.StartPoint) - Base);
-  const long double Side2 = V.CrossMul(TExtPoint2D(Line.EndPoint) - Base);
+  const long double Side1 = CloseSide(Other, Line.StartPoint);
+  const long double Side2 = CloseSide(Other, Line.EndPoint);
   const long double T = Side1 != Side2 ? Side1 / (Side1 - Side2) : 0.5L;
   const TExtPoint2D Start(Line.StartPoint);
   const TPoint2D P =

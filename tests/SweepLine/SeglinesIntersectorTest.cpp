@@ -184,6 +184,14 @@ TEST(TSeglinesIntersector, WithoutAToleranceTouchesAreExact) {
   EXPECT_EQ(1u, Sweep({Line, {{N - 1, N}, {N - 1, 2 * N}}}, std::ldexp(1.0, -40)).size());
 }
 
+TEST(TSeglinesIntersector, LongLinesSideBySideCrossWithinBoth) {
+  const double N = std::ldexp(1.0, 40);
+  const auto Infos =
+      Sweep({{{131, 95}, {N + 131, -N / 2 + 96}}, {{0, 160}, {N + 1, -N / 2 + 161}}}, 0.0);
+  ASSERT_EQ(1u, Infos.size());
+  EXPECT_NEAR(N - 259, Infos[0].FirstPoint.X, 1.0);  // not 131 past the end of the second
+}
+
 TEST(TSeglinesIntersector, RecordsPointStretchAndParameters) {
   const auto Infos = Sweep({{{10, 0}, {0, 0}}, {{4, 0}, {20, 0}}, {{5, -3}, {5, 9}}});
   ASSERT_EQ((TPairs{{0, 1}, {0, 2}, {1, 2}}), PairsOf(Infos));
