@@ -150,6 +150,7 @@ class TSimplexAndDualMethod {
 
   template <class TChoose>
   bool MakePivots(double Sense, TChoose&& Choose);
+  bool RunSimplex(bool FormsAnew);
   bool FormFromInverse();
   bool RunMethods();
   bool RunFromNeitherSide();
@@ -175,7 +176,7 @@ class TSimplexAndDualMethod {
   bool FTurned = false;  // the tableau minimises the negative of a greatest objective
   TSimplexTableau FTable;
   TSimplexTableau FStart;   // the tableau as built, with the costs that count now
-  bool FFormsAnew = false;  // the revised method is running
+  bool FFormsAnew = false;  // the last method run is the revised one
   std::vector<double> FW;   // a kept row 0, by column; empty = none
   TFloatVector FX;
   double FObjective = 0.0;

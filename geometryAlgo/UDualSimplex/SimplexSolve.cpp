@@ -209,19 +209,21 @@ bool TSimplexAndDualMethod::MakePivots(double Sense, TChoose&& Choose) {
 }
 
 bool TSimplexAndDualMethod::SolveBySimplex() {
+  return RunSimplex(false);
+}
+
+bool TSimplexAndDualMethod::SolveByRevisedSimplex() {
+  return RunSimplex(true);
+}
+
+bool TSimplexAndDualMethod::RunSimplex(bool FormsAnew) {
   ++SimplexRuns;
+  FFormsAnew = FormsAnew;
   return MakePivots(1.0, [this](bool IsCycling) {
     const int Column = IsCycling ? LowestNegativeCost() : GetColCNMinNegative();
     if (Column == 0) return TStep{0, 0, true};
     return TStep{IsCycling ? LowestLeavingRow(Column) : FindNewBaseIdxByB(Column), Column, false};
   });
-}
-
-bool TSimplexAndDualMethod::SolveByRevisedSimplex() {
-  FFormsAnew = true;
-  const bool Solved = SolveBySimplex();
-  FFormsAnew = false;
-  return Solved;
 }
 
 /// Forms the tableau as the inverse of the basis times the tableau as built.
@@ -247,6 +249,7 @@ bool TSimplexAndDualMethod::FormFromInverse() {
 
 bool TSimplexAndDualMethod::SolveByDualSimplex() {
   ++DualSimplexRuns;
+  FFormsAnew = false;
   return MakePivots(-1.0, [this](bool IsCycling) {
     const int Row = IsCycling ? LowestInfeasibleRow() : GetRowBMinNegative();
     if (Row == 0) return TStep{0, 0, true};
