@@ -58,7 +58,8 @@ bool TSimplexAndDualMethod::SolveByBranchAndBound(const TFloatMatrix& A, const T
                                                   const TFloatVector& C, bool Maximise) {
   AssertThat(A.GetRowCnt() > 0, kUnit, kNoRowLine);
   AssertThat(A.GetColCnt() > 0, kUnit, kNoColumnLine);
-  const TFloatVector Costs = C;  // which may be the solution, soon another
+  // `C` may be the solution, which is soon another.
+  const TFloatVector Costs = C;  // NOLINT(performance-unnecessary-copy-initialization)
   if (!Solve(A, Senses, Costs, Maximise)) return false;
   int Fractional = -1;
   if (IsInteger(Fractional)) return true;

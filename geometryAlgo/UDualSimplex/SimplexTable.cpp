@@ -99,8 +99,10 @@ void TSimplexAndDualMethod::SetWValue() {
 }
 
 std::vector<double> TSimplexAndDualMethod::CostsByColumn() const {
-  std::vector<double> Costs;
-  for (int J = 0; J < FTable.ColCnt(); ++J) Costs.push_back(FTable.Item(0, J));
+  std::vector<double> Costs(static_cast<std::size_t>(FTable.ColCnt()));
+  for (int J = 0; J < FTable.ColCnt(); ++J) {
+    Costs[static_cast<std::size_t>(J)] = FTable.Item(0, J);
+  }
   return Costs;
 }
 

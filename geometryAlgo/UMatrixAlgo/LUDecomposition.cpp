@@ -69,7 +69,8 @@ class TFactorer {
     double* const Column = &FPanel[Place(0, K, Height)];
     const std::size_t Below = static_cast<std::size_t>(Height) - static_cast<std::size_t>(K) - 1;
     const int Pivot = K + static_cast<int>(RowLargest(Column + K, Below + 1));
-    FPivots[static_cast<std::size_t>(First + K)] = First + Pivot;
+    const std::size_t Own = static_cast<std::size_t>(First) + static_cast<std::size_t>(K);
+    FPivots[Own] = First + Pivot;
     if (Pivot != K) {
       for (int J = 0; J < Width; ++J) {
         std::swap(FPanel[Place(K, J, Height)], FPanel[Place(Pivot, J, Height)]);
