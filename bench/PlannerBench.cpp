@@ -8,6 +8,7 @@
 #include <tuple>
 #include <vector>
 
+#include "examples/sheet_planner/Nesting.h"
 #include "examples/sheet_planner/Planner.h"
 #include "examples/sheet_planner/SampleSheets.h"
 
@@ -51,7 +52,7 @@ void SortKeys(benchmark::State& State) {
 void Group(benchmark::State& State) {
   const TSheet Sheet = PrepareSheet(TurnedPlate(State.range(0)), {});
   for (auto _ : State) {
-    TPlan Plan = GroupSheet(Sheet);
+    TPlan Plan = GroupSheet(Sheet, TNesting(Sheet));
     benchmark::DoNotOptimize(Plan.Passes.data());
     State.counters["passes"] = static_cast<double>(Plan.Passes.size());
   }
@@ -69,7 +70,7 @@ void RejectGaps(benchmark::State& State) {
   const TSheet Sheet = PrepareSheet(TurnedPlate(State.range(0)), {});
   for (auto _ : State) {
     State.PauseTiming();
-    TPlan Plan = GroupSheet(Sheet);
+    TPlan Plan = GroupSheet(Sheet, TNesting(Sheet));
     State.ResumeTiming();
     RejectCrossingGaps(Sheet, Plan);
     benchmark::DoNotOptimize(Plan.Passes.data());
