@@ -51,10 +51,19 @@ void SortKeys(benchmark::State& State) {
 /// From the sheet's edges to the passes.
 void Group(benchmark::State& State) {
   const TSheet Sheet = PrepareSheet(TurnedPlate(State.range(0)), {});
+  const TNesting Nesting(Sheet);
   for (auto _ : State) {
-    TPlan Plan = GroupSheet(Sheet, TNesting(Sheet));
+    TPlan Plan = GroupSheet(Sheet, Nesting);
     benchmark::DoNotOptimize(Plan.Passes.data());
     State.counters["passes"] = static_cast<double>(Plan.Passes.size());
+  }
+}
+
+void Nest(benchmark::State& State) {
+  const TSheet Sheet = PrepareSheet(TurnedPlate(State.range(0)), {});
+  for (auto _ : State) {
+    const TNesting Nesting(Sheet);
+    benchmark::DoNotOptimize(&Nesting);
   }
 }
 
@@ -79,6 +88,7 @@ void RejectGaps(benchmark::State& State) {
 
 BENCHMARK(SortKeys)->Name("StdSortOfTheKeys")->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(Group)->Name("GroupSheet")->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Nest)->Name("TNesting")->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(Prepare)->Name("PrepareSheet")->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(RejectGaps)->Name("RejectCrossingGaps")->Arg(100000)->Unit(benchmark::kMillisecond);
 
