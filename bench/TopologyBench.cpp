@@ -43,9 +43,8 @@ void CreateLinks(benchmark::State& State) {
 }
 BENCHMARK(CreateLinks)->Arg(32)->Arg(100)->Arg(320)->Arg(700)->Unit(benchmark::kMillisecond);
 
-/// Items are chains: the time for each should hardly grow.
-void TraceFaces(benchmark::State& State) {
-  const TMChainExtends Chains = Net(static_cast<int>(State.range(0)));
+/// Every outline of these chains, again and again.
+void TraceAll(benchmark::State& State, const TMChainExtends& Chains) {
   TTopoLinks Links = TTopoLinks::CreateTopoLink(Chains);
   for (auto _ : State) {
     TPointsOfOutline PointsOf;
@@ -57,6 +56,12 @@ void TraceFaces(benchmark::State& State) {
     Links.SortDicIntPoint(true);
     State.ResumeTiming();
   }
+}
+
+/// Items are chains: the time for each should hardly grow.
+void TraceFaces(benchmark::State& State) {
+  const TMChainExtends Chains = Net(static_cast<int>(State.range(0)));
+  TraceAll(State, Chains);
   State.SetItemsProcessed(State.iterations() * Chains.Count());
 }
 BENCHMARK(TraceFaces)->Arg(32)->Arg(100)->Arg(320)->Arg(700)->Unit(benchmark::kMillisecond);
@@ -71,17 +76,7 @@ void TraceFlower(benchmark::State& State) {
     const TPoint2D Back = TPoint2D(1000, 0).RotateBy(Step * (I + 0.5));
     Chains.Add(std::make_unique<TMChainExtend>(std::vector<TPoint2D>{{}, Out, Back, {}}));
   }
-  TTopoLinks Links = TTopoLinks::CreateTopoLink(Chains);
-  for (auto _ : State) {
-    TPointsOfOutline PointsOf;
-    TChainsOfOutline ChainsOf;
-    TVPolyline2DList Outlines;
-    Links.GetPolygons(PointsOf, ChainsOf, Outlines);
-    benchmark::DoNotOptimize(Outlines.Count());
-    State.PauseTiming();
-    Links.SortDicIntPoint(true);
-    State.ResumeTiming();
-  }
+  TraceAll(State, Chains);
   State.SetItemsProcessed(State.iterations() * Petals);
 }
 BENCHMARK(TraceFlower)->RangeMultiplier(10)->Range(100, 100000)->Unit(benchmark::kMillisecond);

@@ -28,6 +28,11 @@ namespace tarnalgo {
 /// set. False: infeasible, unbounded, given up (see `PivotLimit`) or not finite; then the solution
 /// is zeros and the objective 0.
 ///
+/// The methods pivot by the stated rules. A basis that comes back while the objective stands still
+/// means a cycle: for a time the rules of Bland (1977), which never cycle, take their place. And
+/// before a verdict, and from time to time, the tableau is held against the program: one that has
+/// drifted off it by rounding is formed anew, so that no answer rests on noise.
+///
 /// Tolerance: reduced costs and right-hand sides of at least -1e-6 count as not negative, elements
 /// of at most 1e-6 are no pivots, whatever the scale of the program.
 /// Ownership: keeps handles on the program's elements and never writes to them.
@@ -159,7 +164,6 @@ class TSimplexAndDualMethod {
   bool Refresh();
   bool HasDrifted() const;
   std::vector<double> CostsByColumn() const;
-  void SetStartCosts(const std::vector<double>& Costs);
   int LowestNegativeCost() const;
   int LowestLeavingRow(int Column) const;
   int LowestInfeasibleRow() const;

@@ -90,7 +90,7 @@ bool TSimplexAndDualMethod::ChangeSMA() {
   SetWValue();
   std::replace_if(Costs + 1, Costs + FTable.PlaceCnt(), IsNegative, 0.0);
   Costs[0] = 0.0;
-  SetStartCosts(CostsByColumn());
+  FStart.SetCosts(CostsByColumn());
   return true;
 }
 
@@ -106,32 +106,10 @@ std::vector<double> TSimplexAndDualMethod::CostsByColumn() const {
   return Costs;
 }
 
-/// Gives the tableau as built the costs that become `Costs`, by column, in the basis of now.
-void TSimplexAndDualMethod::SetStartCosts(const std::vector<double>& Costs) {
-  double* const Top = FStart.Row(0);
-  std::copy_n(Costs.begin(), FStart.PlaceCnt(), Top);
-  for (int I = 1; I < FStart.RowCnt(); ++I) {
-    const double Cost = Costs[static_cast<std::size_t>(FStart.BasicColumn(I))];
-    if (Cost == 0.0) continue;  // exact: always so while no pivot has been made
-    const double* const Row = FStart.Row(I);
-    for (int J = 0; J < FStart.PlaceCnt(); ++J) Top[J] -= Cost * Row[J];
-  }
-}
-
 void TSimplexAndDualMethod::RestoreCosts() {
   if (FW.empty()) return;
-  double* const Costs = FTable.Row(0);
-  for (int J = 0; J < FTable.ColCnt(); ++J) {
-    if (const int Place = FTable.PlaceOf(J); Place >= 0)
-      Costs[Place] = FW[static_cast<std::size_t>(J)];
-  }
-  for (int I = 1; I < FTable.RowCnt(); ++I) {
-    const double Cost = FW[static_cast<std::size_t>(FTable.BasicColumn(I))];
-    if (Cost == 0.0) continue;  // exact: nothing to take off
-    const double* const Row = FTable.Row(I);
-    for (int J = 0; J < FTable.PlaceCnt(); ++J) Costs[J] -= Cost * Row[J];
-  }
-  SetStartCosts(FW);
+  FTable.SetCosts(FW);
+  FStart.SetCosts(FW);
   FW.clear();
 }
 

@@ -110,15 +110,20 @@ void TSimplexTableau::Pivot(int Index, int Column) {
   Basic = Column;
 }
 
-void TSimplexTableau::SetItems(const std::vector<double>& Costs, const TFloatMatrix& Rows) {
+void TSimplexTableau::SetCosts(const std::vector<double>& Costs) {
   for (int J = 0; J < ColCnt(); ++J) {
     if (PlaceOf(J) >= 0) Row(0)[PlaceOf(J)] = Costs[static_cast<std::size_t>(J)];
   }
   for (int I = 1; I < FRowCnt; ++I) {
-    std::copy_n(Rows.Row(I - 1), FPlaceCnt, Row(I));
     const double Cost = Costs[static_cast<std::size_t>(BasicColumn(I))];
+    if (Cost == 0.0) continue;  // exact: there is nothing to take off
     RowAddMultiple(Row(0), -Cost, Row(I), static_cast<std::size_t>(FPlaceCnt));
   }
+}
+
+void TSimplexTableau::SetItems(const std::vector<double>& Costs, const TFloatMatrix& Rows) {
+  for (int I = 1; I < FRowCnt; ++I) std::copy_n(Rows.Row(I - 1), FPlaceCnt, Row(I));
+  SetCosts(Costs);
 }
 
 /// The row of the largest element of `Column` among those whose basic column is not one of

@@ -44,8 +44,10 @@ class TSimplexTableau {
   /// other row so that `Column` becomes the basic one of the row.
   void Pivot(int Index, int Column);
 
+  /// Row 0 becomes `Costs`, by column, less what they cost in the basic columns.
+  void SetCosts(const std::vector<double>& Costs);
   /// Replaces all elements, the basic columns staying as they are: `Rows` holds the rows from 1 on,
-  /// by place, and row 0 becomes `Costs`, by column, less what they cost in the basic columns.
+  /// by place, and row 0 becomes that of `SetCosts`.
   void SetItems(const std::vector<double>& Costs, const TFloatMatrix& Rows);
 
   /// What this tableau, the slacks basic in it, becomes when the basic columns are those of
