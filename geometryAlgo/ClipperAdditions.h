@@ -9,26 +9,27 @@
 namespace ClipperLib {
 
 struct IntPoint;
+/// As the library declares them.
 typedef std::vector<IntPoint> Path;
-typedef std::vector<Path> Paths;
+typedef std::vector<Path> Paths;  ///< As the library declares it.
 class PolyNode;
 class PolyTree;
 
 /// Componentwise sum and difference; beyond 64 bits they wrap round. Equality is the library's own.
 IntPoint operator+(const IntPoint& A, const IntPoint& B);
-IntPoint operator-(const IntPoint& A, const IntPoint& B);
+IntPoint operator-(const IntPoint& A, const IntPoint& B);  ///< The same for the difference.
 
 }  // namespace ClipperLib
 
 namespace tarnalgo {
 
-/// A point of two signed 64-bit integers, a path of them, a list of paths, a node of a clipping
-/// result and the whole result. Whoever looks inside includes <polyclipping/clipper.hpp>.
+/// A point of two signed 64-bit integers. Whoever looks inside this one, and the types below,
+/// includes <polyclipping/clipper.hpp>.
 using TIntPoint = ClipperLib::IntPoint;
-using TPath = ClipperLib::Path;
-using TPaths = ClipperLib::Paths;
-using TPolyNode = ClipperLib::PolyNode;
-using TPolyTree = ClipperLib::PolyTree;
+using TPath = ClipperLib::Path;          ///< A path of integer points.
+using TPaths = ClipperLib::Paths;        ///< A list of paths.
+using TPolyNode = ClipperLib::PolyNode;  ///< A node of a clipping result: a contour.
+using TPolyTree = ClipperLib::PolyTree;  ///< A whole clipping result, contours nested.
 
 /// Model coordinates times `Scale` in extended precision, rounded to the nearest integer, exact
 /// halves to even. What the clipping library cannot take is held at its greatest coordinate
@@ -53,8 +54,8 @@ double DistanceTo(const TIntPoint& A, const TIntPoint& B);
 /// Cost: O(n).
 TPath CleanPolygonEx(const TPath& Path, double Distance);
 
-/// Empties every path, then the list, and gives the memory back. Two names of one operation.
+/// Empties every path, then the list, and gives the memory back.
 void FreePaths(TPaths& Paths);
-void FreeAllPaths(TPaths& Paths);
+void FreeAllPaths(TPaths& Paths);  ///< `FreePaths` under its other name.
 
 }  // namespace tarnalgo

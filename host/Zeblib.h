@@ -8,10 +8,11 @@ namespace tarnalgo {
 /// A value that may be absent: the host's nullable.
 template <class T>
 struct TNullable {
-  bool HasValue = false;
-  T Value{};
+  bool HasValue = false;  ///< `Value` counts.
+  T Value{};              ///< What there is; default-made when there is nothing.
 
   constexpr TNullable() = default;
+  /// Holds `AValue`.
   constexpr explicit TNullable(const T& AValue) : HasValue(true), Value(AValue) {}
 };
 

@@ -5,9 +5,11 @@
 # To build the library and the planner, to draw the picture of the plan.
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpolyclipping-dev libdxflib-dev libcli11-dev
   nlohmann-json3-dev librsvg2-bin"
+# To build the reference documentation.
+DOCS_PACKAGES="doxygen"
 # To test and check as well.
 TEST_PACKAGES="$BUILD_PACKAGES ccache git clang clang-format clang-tidy libclang-rt-14-dev
-  libgtest-dev libgmock-dev"
+  libgtest-dev libgmock-dev $DOCS_PACKAGES"
 # To measure against the peers.
 BENCH_PACKAGES="$BUILD_PACKAGES libbenchmark-dev libboost-dev libcgal-dev libgeos++-dev libompl-dev
   libeigen3-dev libglpk-dev coinor-libclp-dev"

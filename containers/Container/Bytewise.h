@@ -56,6 +56,7 @@ concept TBytewiseComparable = std::is_trivially_copyable_v<T> && kHasNoPadding<T
 /// Exact equality of all bytes: 0.0 differs from −0.0, a NaN equals a NaN of the same bits.
 template <TBytewiseComparable T>
 struct TBytewiseEqual {
+  /// All bytes are the same.
   bool operator()(const T& A, const T& B) const noexcept {
     return std::memcmp(&A, &B, detail::BytesOf(A).size()) == 0;
   }
@@ -64,6 +65,7 @@ struct TBytewiseEqual {
 /// A hash of all bytes, the same in every run. Each bit of the record reaches each bit of the hash.
 template <TBytewiseComparable T>
 struct TBytewiseHash {
+  /// The same for records of the same bytes.
   std::size_t operator()(const T& Value) const noexcept {
     const auto Bytes = detail::BytesOf(Value);
     std::uint64_t Hash = Bytes.size();

@@ -47,6 +47,7 @@ class TCollection : public TCollectionBase {
                 "elements are compared by their bytes: trivially copyable, no padding");
 
  public:
+  /// Walks the elements, which cannot be changed in place.
   using TIterator = typename std::vector<T>::const_iterator;
 
   TCollection() = default;
@@ -61,21 +62,26 @@ class TCollection : public TCollectionBase {
   }
 
   int Count() const override { return static_cast<int>(FItems.size()); }
+  /// The elements, for a range-based loop.
   TIterator begin() const { return FItems.begin(); }
-  TIterator end() const { return FItems.end(); }
+  TIterator end() const { return FItems.end(); }  ///< Behind the last.
+  /// The set has a record of these very bytes.
   bool Contains(const T& Value) const { return PositionOf(Value) >= 0; }
   bool Equals(const TCollectionBase* Obj) const override;
 
   /// False, and no change, when the element is present already.
   bool Add(const T& Value);
+  /// `Add` for each, in the order of the range.
   template <std::ranges::input_range TRange>
   void AddRange(const TRange& Values) {
     for (const T& Value : Values) Add(Value);
   }
   /// Does nothing when the element is absent.
   void Remove(const T& Value);
+  /// Removes all elements.
   void Clear();
 
+  /// An independent copy, elements in the same order.
   TCollection Clone() const { return *this; }
   /// Adds all of `Source`, after a `Clear` when `ClearFirst`: the collection itself as `Source` is
   /// then empty.
@@ -90,11 +96,13 @@ class TCollection : public TCollectionBase {
   /// Keeps what is in just one of the two.
   void ExclusiveOr(const TCollection& Collection);
 
+  ///@{
   /// The same four, leaving both operands as they are.
   TCollection UnionTo(const TCollection& Collection) const;
   TCollection IntersectionTo(const TCollection& Collection) const;
   TCollection DifferenceTo(const TCollection& Collection) const;
   TCollection ExclusiveOrTo(const TCollection& Collection) const;
+  ///@}
 
  private:
   static std::size_t HashOf(const T& Value) { return TBytewiseHash<T>()(Value); }

@@ -21,20 +21,25 @@ class TLentList {
 
  public:
   TLentList() = default;
+  /// Room for `Capacity` items in `Storage` before the heap is needed.
   TLentList(T* Storage, int Capacity) : FItems(Storage), FCapacity(-Capacity) {}
   TLentList(const TLentList&) = delete;
   TLentList& operator=(const TLentList&) = delete;
   ~TLentList() { FreeOwnStorage(); }
 
-  int Count() const { return FCount; }
-  bool IsEmpty() const { return FCount == 0; }
+  int Count() const { return FCount; }          ///< Items in the list.
+  bool IsEmpty() const { return FCount == 0; }  ///< Nothing in the list.
+  ///@{
+  /// Items in place, in the order of addition. Additions beyond the capacity make them invalid.
   T& operator[](int Index) { return FItems[Index]; }
   const T& operator[](int Index) const { return FItems[Index]; }
   T* begin() { return FItems; }
   T* end() { return FItems + FCount; }
   const T* begin() const { return FItems; }
   const T* end() const { return FItems + FCount; }
+  ///@}
 
+  /// Appends an item; the list moves to twice its room when it is full.
   void Add(T Item) {
     if (FCount == Capacity()) Grow(std::max(4, 2 * FCount));
     FItems[FCount++] = Item;

@@ -31,7 +31,7 @@ class TLinkedListNode {
   TLinkedListNode(const TLinkedListNode&) = delete;
   TLinkedListNode& operator=(const TLinkedListNode&) = delete;
 
-  const T& Data() const { return FData; }
+  const T& Data() const { return FData; }  ///< The value, fixed for the life of the node.
   /// Null at the head.
   TLinkedListNode* Prev() const { return FPrev; }
   /// Null at the tail.
@@ -58,35 +58,42 @@ class TLinkedListNode {
 template <class T>
 class TLinkedList {
  public:
+  /// What `Head`, `Next` and the others hand out.
   using TNode = TLinkedListNode<T>;
 
   TLinkedList() = default;
+  /// A node for each item, in order.
   explicit TLinkedList(const std::vector<T>& List) : TLinkedList(List, 0, SizeOf(List)) {}
   /// The items `StartId` .. `EndId` − 1; none when `EndId` <= `StartId`.
   /// Errors: an item outside the list, `EParamError`.
   TLinkedList(const std::vector<T>& List, int StartId, int EndId);
+  ///@{
+  /// The nodes change hands and keep their addresses; the other list is empty afterwards.
   TLinkedList(TLinkedList&& Other) noexcept
       : FHead(std::exchange(Other.FHead, nullptr)),
         FTail(std::exchange(Other.FTail, nullptr)),
         FCount(std::exchange(Other.FCount, 0)) {}
   TLinkedList& operator=(TLinkedList&& Other) noexcept;
+  ///@}
   TLinkedList(const TLinkedList&) = delete;
   TLinkedList& operator=(const TLinkedList&) = delete;
   virtual ~TLinkedList() { Clear(); }
 
-  TNode* Head() const { return FHead; }
-  TNode* Tail() const { return FTail; }
-  int Count() const { return FCount; }
-  bool Empty() const { return FHead == nullptr; }
+  TNode* Head() const { return FHead; }            ///< The first node, null when empty.
+  TNode* Tail() const { return FTail; }            ///< The last node, null when empty.
+  int Count() const { return FCount; }             ///< Nodes in the list.
+  bool Empty() const { return FHead == nullptr; }  ///< No node in the list.
 
+  /// The new node, in front of the head or behind the tail.
   TNode* AddToHead(const T& Data);
-  TNode* AddToTail(const T& Data);
+  TNode* AddToTail(const T& Data);  ///< The same behind the tail.
   /// The new node, between `Node` (of this list, not null) and its successor.
   TNode* InsertAfter(TNode* Node, const T& Data);
 
   /// Unlinks the end node and returns its data; of an empty list `T` with all bytes zero.
   /// Ownership: `DoesRelease` frees the node, otherwise it passes to the caller.
   T RemoveHead(bool DoesRelease);
+  /// The same at the other end.
   T RemoveTail(bool DoesRelease);
   /// Unlinks `Node`, whose own links stay as they were, so that a walk may go on from it; null does
   /// nothing.
@@ -94,10 +101,12 @@ class TLinkedList {
   /// `ELinkedList` "[Error] TLinkedList<T>.Remove: 节点数据不匹配", nothing changed.
   /// Ownership: as `RemoveHead`.
   void Remove(TNode* Node, bool DoesRelease);
+  /// Frees all nodes.
   void Clear();
 
   /// The data at an end; of an empty list `T` with all bytes zero.
   T GetHeadData() const { return FHead != nullptr ? FHead->FData : ZeroFilled(); }
+  /// The data at the tail.
   T GetTailData() const { return FTail != nullptr ? FTail->FData : ZeroFilled(); }
 
  private:

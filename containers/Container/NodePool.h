@@ -49,6 +49,8 @@ template <class TNode>
 class TNodePool {
  public:
   TNodePool() = default;
+  ///@{
+  /// Memory and nodes change hands; nodes keep their addresses.
   TNodePool(TNodePool&& Other) noexcept
       : FSlabs(std::exchange(Other.FSlabs, {})),
         FFree(std::exchange(Other.FFree, nullptr)),
@@ -62,6 +64,7 @@ class TNodePool {
     std::swap(FEnd, Taken.FEnd);
     return *this;
   }
+  ///@}
   TNodePool(const TNodePool&) = delete;
   TNodePool& operator=(const TNodePool&) = delete;
   ~TNodePool() { Release(); }

@@ -15,7 +15,7 @@ namespace tarnalgo {
 
 /// What happened to an item of a `TObjectList`.
 enum class TListChange {
-  Added,
+  Added,     ///< in the list already
   Removed,   ///< about to be freed by the list
   Extracted  ///< handed out, the list no longer owns it
 };
@@ -35,9 +35,12 @@ enum class TListChange {
 template <class T>
 class TObjectList {
  public:
+  /// Walks the items as raw pointers.
   using TIterator = typename std::vector<T*>::const_iterator;
 
+  /// An empty list that owns what it will hold, or refers to it.
   explicit TObjectList(bool OwnsObjects = true) : FOwnsObjects(OwnsObjects) {}
+  /// Items and the duty to free them change hands; the other list is empty afterwards.
   TObjectList(TObjectList&& Other) noexcept
       : FItems(std::exchange(Other.FItems, {})), FOwnsObjects(Other.FOwnsObjects) {}
   /// The items replaced are freed without notification of the other list's.
@@ -54,20 +57,24 @@ class TObjectList {
   /// Frees owned items, last first, without notification (the derived part is gone already).
   virtual ~TObjectList() { FreeAll(); }
 
-  bool OwnsObjects() const { return FOwnsObjects; }
+  bool OwnsObjects() const { return FOwnsObjects; }  ///< Whether the list frees its items.
   /// Hands the duty to free the items to the list, or takes it away.
   void SetOwnsObjects(bool Value) { FOwnsObjects = Value; }
 
-  int Count() const { return static_cast<int>(FItems.size()); }
-  bool IsEmpty() const { return FItems.empty(); }
+  int Count() const { return static_cast<int>(FItems.size()); }  ///< Items in the list.
+  bool IsEmpty() const { return FItems.empty(); }                ///< No item in the list.
+  /// The item at `Index`, still the list's.
   T* operator[](int Index) const {
     CheckIndex(Index, Count());
     return FItems[static_cast<std::size_t>(Index)];
   }
+  /// The item at either end. An empty list has none and raises.
   T* First() const { return (*this)[0]; }
-  T* Last() const { return (*this)[Count() - 1]; }
+  T* Last() const { return (*this)[Count() - 1]; }  ///< The same at the end.
+  /// The items in their order; any addition or removal ends a walk.
   TIterator begin() const { return FItems.begin(); }
-  TIterator end() const { return FItems.end(); }
+  TIterator end() const { return FItems.end(); }  ///< Behind the last.
+  /// Room for `Capacity` items in all; less than now is no request.
   void Reserve(int Capacity) {
     if (Capacity > 0) FItems.reserve(static_cast<std::size_t>(Capacity));
   }
@@ -80,10 +87,13 @@ class TObjectList {
     Insert(Count(), std::move(Item));
     return Count() - 1;
   }
+  /// The same; a list that does not own only refers to the object, which must outlive it.
   int Add(T* Item) {
     Insert(Count(), Item);
     return Count() - 1;
   }
+  /// Puts the item before the one at `Index`, or at the end for `Index` = Count.
+  /// Ownership: as `Add`.
   void Insert(int Index, std::unique_ptr<T> Item) {
     CheckOwning();
     CheckItem(Item.get());
@@ -91,6 +101,7 @@ class TObjectList {
     FItems.insert(FItems.begin() + Index, Item.get());
     Notify(*Item.release(), TListChange::Added);
   }
+  /// The same; a list that does not own only refers to the object.
   void Insert(int Index, T* Item) {
     if (FOwnsObjects) return Insert(Index, std::unique_ptr<T>(Item));
     CheckItem(Item);
@@ -132,6 +143,7 @@ class TObjectList {
     Notify(*Item, TListChange::Extracted);
     return Item;
   }
+  /// Removes all items, last first, each as `Delete` does.
   void Clear() {
     while (!FItems.empty()) Delete(Count() - 1);
   }
@@ -140,7 +152,9 @@ class TObjectList {
     const auto Found = std::find(FItems.begin(), FItems.end(), Item);
     return Found == FItems.end() ? -1 : static_cast<int>(Found - FItems.begin());
   }
+  /// The last item comes first; nothing is notified.
   void Reverse() { std::reverse(FItems.begin(), FItems.end()); }
+  /// Swaps the places of two items; nothing is notified.
   void Exchange(int A, int B) {
     CheckIndex(A, Count());
     CheckIndex(B, Count());

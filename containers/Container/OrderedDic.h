@@ -23,7 +23,8 @@ namespace tarnalgo {
 template <class K, class V>
 class TOrderedDic {
  public:
-  int Count() const { return FCount; }
+  int Count() const { return FCount; }  ///< Keys present.
+  /// The key is present.
   bool Contains(const K& Key) const { return Position(Key, HashOf(Key)) >= 0; }
   /// The object of `Key`, null when it is absent.
   V* Find(const K& Key) const {
@@ -72,6 +73,7 @@ class TOrderedDic {
     if (FCount == 0) Clear();
     return Value;
   }
+  /// Forgets all keys; the objects are not touched.
   void Clear() {
     if (FCount > 0) FIndex.Clear();
     FEntries.clear();

@@ -50,10 +50,12 @@ struct TKeyEqual<K> : std::equal_to<K> {};
 template <class K, class V, class THash = TKeyHash<K>, class TEqual = TKeyEqual<K>>
 class TOwnValueDic {
  public:
+  /// A key with the value it owns.
   struct TPair {
-    K Key;
-    std::unique_ptr<V> Value;
+    K Key;                     ///< What the value is found by.
+    std::unique_ptr<V> Value;  ///< Never null but for a pair that was added as null.
   };
+  /// Walks the pairs.
   using TIterator = typename std::vector<TPair>::const_iterator;
 
   TOwnValueDic() = default;
@@ -61,13 +63,16 @@ class TOwnValueDic {
   TOwnValueDic& operator=(TOwnValueDic&&) = default;
   virtual ~TOwnValueDic() = default;
 
-  int Count() const { return static_cast<int>(FPairs.size()); }
+  int Count() const { return static_cast<int>(FPairs.size()); }  ///< Pairs in the dictionary.
+  /// The pairs, in the order that `Keys` has.
   TIterator begin() const { return FPairs.begin(); }
-  TIterator end() const { return FPairs.end(); }
+  TIterator end() const { return FPairs.end(); }  ///< Behind the last.
+  /// Copies of the keys, in the order of enumeration.
   std::vector<K> Keys() const;
   /// Ownership: stays with the dictionary.
   std::vector<V*> Values() const;
 
+  /// The key is present, whatever its value.
   bool ContainsKey(const K& Key) const { return PositionOf(Key) >= 0; }
   /// `Value` is null when the key is absent.
   bool TryGetValue(const K& Key, V*& Value) const;
@@ -82,6 +87,7 @@ class TOwnValueDic {
   void Remove(const K& Key) { Extract(Key); }
   /// Removes the key and hands its value out; null when it is absent.
   std::unique_ptr<V> Extract(const K& Key);
+  /// Frees all values. They are gone from the dictionary before the first destructor runs.
   void Clear();
 
  private:

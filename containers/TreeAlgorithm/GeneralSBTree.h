@@ -16,7 +16,9 @@ namespace tarnalgo {
 /// processor runs side by side meanwhile depends on how little it has to do at each node.
 template <class K>
 struct TExactComparer {
+  /// −1, 0 or 1 by `<` alone.
   int operator()(const K& A, const K& B) const { return CompareExact(A, B); }
+  /// Neither is less.
   static bool AreEqual(const K& A, const K& B) {
     if constexpr (std::is_integral_v<K>) {
       return A == B;
@@ -32,12 +34,17 @@ struct TExactComparer {
 template <class K, class V>
 class TGeneralSBTreeNode : public TSBTree {
  public:
+  /// The place in the order.
   K Key;
+  /// What is kept with the key.
   V Value;
 
+  /// A tree of one node.
   TGeneralSBTreeNode(K AKey, V AValue) : Key(std::move(AKey)), Value(std::move(AValue)) {}
 
+  /// The subtree before this node, null for none.
   TGeneralSBTreeNode* Left() const { return static_cast<TGeneralSBTreeNode*>(FLeft); }
+  /// The subtree behind this node, null for none.
   TGeneralSBTreeNode* Right() const { return static_cast<TGeneralSBTreeNode*>(FRight); }
 
   /// Inserts `NewNode`, a tree of one node, into this tree, of which `Root` is the top; `Root`
@@ -68,17 +75,21 @@ class TGeneralSBTreeNode : public TSBTree {
 template <class K, class V, class TComparer = std::function<int(const K&, const K&)>>
 class TGeneralSBTree {
  public:
+  /// The handle that insertion and searches answer.
   using TNode = TGeneralSBTreeNode<K, V>;
 
+  /// An empty tree in the order of `Comparer`.
   explicit TGeneralSBTree(TComparer Comparer = TComparer());
   TGeneralSBTree(const TGeneralSBTree&) = delete;
   TGeneralSBTree& operator=(const TGeneralSBTree&) = delete;
   virtual ~TGeneralSBTree() { Clear(); }
 
+  /// Nodes in the tree, equal keys counted each.
   int Count() const { return FRoot != nullptr ? FRoot->Size() : 0; }
   /// The top of the tree, null when it is empty. Gives access to the order statistics of `TSBTree`.
   TNode* Root() const { return FRoot; }
 
+  /// The new node.
   TNode* Insert(K Key, V Value);
 
   /// False, with `Value` untouched, when the key is absent.
@@ -95,12 +106,14 @@ class TGeneralSBTree {
   void Remove(const K& Key) { RemoveNode(SearchNode(Key)); }
   /// `Node` is of this tree; null does nothing.
   void RemoveNode(TNode* Node);
+  /// Frees all nodes.
   void Clear();
 
   /// Neighbours in order, null past the ends and for null.
   static TNode* PreviousNode(TNode* Node) {
     return Node != nullptr ? static_cast<TNode*>(Node->PreviousTree()) : nullptr;
   }
+  /// The neighbour behind, null past the last and for null.
   static TNode* NextNode(TNode* Node) {
     return Node != nullptr ? static_cast<TNode*>(Node->NextTree()) : nullptr;
   }

@@ -14,8 +14,8 @@ namespace tarnalgo {
 /// One item of a heap with its key (0 where the order is that of a comparer).
 template <class T>
 struct THeapNode {
-  T Data{};
-  double Key = 0.0;
+  T Data{};          ///< The item.
+  double Key = 0.0;  ///< Its number in key mode.
 };
 
 /// A binary min-heap, ordered by a number that comes with each item or by a comparer of the items.
@@ -41,11 +41,13 @@ struct THeapNode {
 template <class T, class TComparer = std::function<int(const T&, const T&)>>
 class TMinHeap {
  public:
+  /// What the array holds.
   using TNode = THeapNode<T>;
 
   /// An empty heap in comparer mode; in key mode when `Comparer` is null, as it is by default for
   /// `std::function`.
   TMinHeap() : TMinHeap(TComparer{}) {}
+  /// An empty heap in the order of `Comparer`; in key mode when it is null.
   explicit TMinHeap(TComparer Comparer)
       : FComparer(std::move(Comparer)), FByKey(IsNull(FComparer)) {}
   /// A heap in comparer mode of all items of `Datas`.
@@ -57,7 +59,8 @@ class TMinHeap {
   TMinHeap& operator=(TMinHeap&&) = default;
   virtual ~TMinHeap() = default;
 
-  int Count() const { return static_cast<int>(FDatas.size()); }
+  int Count() const { return static_cast<int>(FDatas.size()); }  ///< Items in the heap.
+  /// Removes all items; order and mode stay.
   void Clear() {
     FDatas.clear();
     FHasInvalidKeys = false;
@@ -72,12 +75,14 @@ class TMinHeap {
   /// empty list).
   void AddRange(const std::vector<T>& Datas);
 
+  ///@{
   /// The minimum, its key and both together; valid until the heap changes.
   /// Errors: an empty heap, "[Error] TMinHeap.Top: 堆中没有元素" (the first two) and
   /// "[Error] TMinHeap.TopNode: 堆中没有元素".
   const T& Top() const;
   double TopKey() const;
   const TNode& TopNode() const;
+  ///@}
   /// Removes the minimum and returns it.
   /// Errors: an empty heap, "[Error] TMinHeap.Pop: 堆中没有元素".
   T Pop();

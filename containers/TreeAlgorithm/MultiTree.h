@@ -19,6 +19,7 @@ namespace tarnalgo {
 template <class T>
 class TMultiTree {
  public:
+  /// The nodes a tree is made of.
   using TNode = TTreeNode<T>;
 
   TMultiTree() = default;
@@ -34,8 +35,9 @@ class TMultiTree {
 
   /// Null for an empty tree.
   TNode* Root() { return FRoot.get(); }
+  /// The root, to look at.
   const TNode* Root() const { return FRoot.get(); }
-  bool IsEmpty() const { return !FRoot; }
+  bool IsEmpty() const { return !FRoot; }  ///< There is no root.
 
   /// Appends `ChildNode`, with all that hangs below it, to the children of `ParentNode`, a node of
   /// this tree. Returns the node added, which the tree owns.
@@ -44,6 +46,7 @@ class TMultiTree {
     return ChildNode.release();
   }
 
+  ///@{
   /// The root's traversals of these names; nothing for an empty tree.
   virtual std::vector<TNode*> HierarchicalTraversal() {
     return FRoot ? FRoot->HierarchicalTraversal() : std::vector<TNode*>{};
@@ -54,6 +57,7 @@ class TMultiTree {
   virtual std::vector<TNode*> PostOrderTraversal() {
     return FRoot ? FRoot->PostOrderTraversal() : std::vector<TNode*>{};
   }
+  ///@}
 
   /// The node that holds `Data` (compared by `==`), null when there is none.
   /// Ties: the last in breadth-first order.

@@ -24,25 +24,30 @@ namespace tarnalgo {
 template <class T>
 class TTreeNode {
  public:
+  /// A node on its own, without parent and children.
   explicit TTreeNode(T Data) : FData(std::move(Data)) {}
   TTreeNode(const TTreeNode&) = delete;
   TTreeNode& operator=(const TTreeNode&) = delete;
   virtual ~TTreeNode() = default;
 
-  const T& Data() const { return FData; }
+  const T& Data() const { return FData; }  ///< The item.
+  /// Replaces the item; nothing in the tree depends on it.
   void SetData(T Value) { FData = std::move(Value); }
   /// −1 for a node just made, 0 for the root of a tree, and for a child the depth that its parent
   /// had when the child was attached, plus 1: attaching a subtree does not renew the depths in it.
   int Depth() const { return FDepth; }
   /// Null for a root.
   TTreeNode* Parent() { return FParent; }
+  /// Null for a root.
   const TTreeNode* Parent() const { return FParent; }
   /// The children, first added first. Valid until a child is added or removed.
   std::span<TTreeNode* const> ChildNodes() { return {FChildNodes.begin(), FChildNodes.end()}; }
+  /// The children, to look at.
   std::span<const TTreeNode* const> ChildNodes() const {
     return {FChildNodes.begin(), FChildNodes.end()};
   }
 
+  /// The node has no parent.
   virtual bool IsRoot() const { return FParent == nullptr; }
   /// The node has no children.
   virtual bool IsLeaf() const { return FChildNodes.IsEmpty(); }
@@ -72,10 +77,13 @@ class TTreeNode {
   template <class>
   friend class TMultiTree;
 
+  ///@{
+  /// What the operations keep, within reach of derived nodes.
   TTreeNode* FParent = nullptr;
   TLentList<TTreeNode*> FChildNodes;
   T FData;
   int FDepth = -1;
+  ///@}
 };
 
 template <class T>

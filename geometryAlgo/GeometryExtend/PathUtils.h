@@ -22,11 +22,15 @@ using TPathsList = std::vector<TPaths>;
 /// Bounds of integer points, closed. Valid when `Left` <= `Right` and `Bottom` <= `Top`; any other
 /// box, the default one too, is empty.
 struct TIntRect {
+  ///@{
+  /// A side, in integer units.
   std::int64_t Left = INT64_MAX;
   std::int64_t Right = INT64_MIN;
   std::int64_t Top = INT64_MIN;
   std::int64_t Bottom = INT64_MAX;
+  ///@}
 
+  /// Not empty.
   constexpr bool IsValid() const { return Left <= Right && Bottom <= Top; }
   friend constexpr bool operator==(const TIntRect&, const TIntRect&) = default;
 };
@@ -60,17 +64,18 @@ class TPathUtils {
  public:
   /// A place on a path: the point and its parameter.
   struct TTempRec {
-    TPointL2D Point;
-    double Param = 0.0;
+    TPointL2D Point;     ///< The place, in integer units.
+    double Param = 0.0;  ///< Its parameter on the path.
   };
   /// A vertex within an array of paths, by position; −1, −1 is none.
   struct TPointIndex {
-    int Path = -1;
-    int Point = -1;
+    int Path = -1;   ///< Position of the path in the array.
+    int Point = -1;  ///< Position of the vertex in that path.
     friend constexpr bool operator==(const TPointIndex&, const TPointIndex&) = default;
   };
   /// The order along a path: by parameter, exact sign.
   struct TParamComparer {
+    /// −1, 0 or 1; places of equal parameter are equal.
     int operator()(const TTempRec& A, const TTempRec& B) const;
   };
 
@@ -79,22 +84,25 @@ class TPathUtils {
   // Results with a fraction are rounded to the nearest integer, halves to even, and held within the
   // library's range.
 
+  /// The point of these integers.
   static TIntPoint CreateIntPoint(std::int64_t X, std::int64_t Y);
   /// Coordinates that are not integers need a scale.
   template <class TY, TNotIntegers<TY> TX>
   static TIntPoint CreateIntPoint(TX X, TY Y) = delete;
+  /// `ScaledIntPoint`.
   static TIntPoint CreateIntPoint(const TPoint2D& P, double Scale);
+  /// The integers divided by `Scale`.
   static TPoint2D CreatePoint2D(const TIntPoint& P, double Scale);
   /// The same integers, no scaling.
   static TPointL2D CreatePointL2D(const TIntPoint& P);
-  static bool Equal(const TIntPoint& A, const TIntPoint& B);
-  static TIntPoint Sub(const TIntPoint& A, const TIntPoint& B);
+  static bool Equal(const TIntPoint& A, const TIntPoint& B);     ///< The same integers.
+  static TIntPoint Sub(const TIntPoint& A, const TIntPoint& B);  ///< The vector from `B` to `A`.
   /// Scalar product, formed exactly and rounded once: 0 only at a right angle.
   static double PointMul(const TIntPoint& A, const TIntPoint& B);
   /// The vector times a factor, or divided by one.
   static TIntPoint PointMul(const TIntPoint& V, double K);
-  static TIntPoint Divide(const TIntPoint& V, double K);
-  static TIntPoint Negative(const TIntPoint& V);
+  static TIntPoint Divide(const TIntPoint& V, double K);  ///< Divided by a number.
+  static TIntPoint Negative(const TIntPoint& V);          ///< The opposite vector.
   /// Turned by `A` radians counter-clockwise about the origin.
   static TIntPoint Rotate(const TIntPoint& V, double A);
   /// Brought to `Length` integer units, turned round by a negative one; the zero vector stays.
@@ -114,24 +122,33 @@ class TPathUtils {
   static TPath CreatePath(const TVPolyline2D& Polyline, double Scale);
   /// Nothing gives an empty path.
   static TPath CreatePath(const TVPolyline2D* Polyline, double Scale);
+  /// One integer point a point of the list.
   static TPath CreatePath(std::span<const TPoint2D> Points, double Scale);
-  static TPath CreatePath(const std::vector<TPoint2D>& Points, double Scale);
+  static TPath CreatePath(const std::vector<TPoint2D>& Points, double Scale);  ///< The same.
   /// Top left, bottom left, bottom right, top right: counter-clockwise. An empty box is taken by
   /// its sides as they are.
   static TPath CreatePath(const TVRect2D& Rect, double Scale);
+  /// A path for each polyline; nothing gives no path.
   static TPaths CreatePaths(const TVPolyline2DList& List, double Scale);
+  /// The same of a list that may be absent.
   static TPaths CreatePaths(const TVPolyline2DList* List, double Scale);
 
   /// The contours of all polygons, one polygon after the other, each outline before its holes.
   static TPaths CreatePaths(const TVHPolygonList& List, double Scale);
+  /// The same of a list that may be absent.
   static TPaths CreatePaths(const TVHPolygonList* List, double Scale);
 
+  /// The points of the path in model units.
   static std::vector<TPoint2D> CreatePoint2DList(const TPath& Path, double Scale);
+  /// One vertex a point, open unless the path repeats its first point.
   static TVPolyline2D CreatePolyline(const TPath& Path, double Scale);
+  /// A polyline for each path.
   static TVPolyline2DList CreatePolylines(const TPaths& Paths, double Scale);
+  ///@{
   /// Replaces the vertices (the polylines of the list) by those of the path (the paths).
   static void AssignToPolyline(const TPath& Path, TVPolyline2D& Polyline, double Scale);
   static void AssignToPolylines(const TPaths& Paths, TVPolyline2DList& List, double Scale);
+  ///@}
 
   // --- Sense, closure, edits (PathEdit.cpp) ---
 
@@ -145,73 +162,87 @@ class TPathUtils {
   static void SetIsClockwise(TPaths& Paths, bool Clockwise, bool EachPath);
   /// Appends a copy of the first point unless the path is empty or ends in it already.
   static void ConnectHeadTail(TPath& Path);
-  static void ConnectHeadTail(TPaths& Paths);
+  static void ConnectHeadTail(TPaths& Paths);  ///< The same of every path.
   /// Without the vertices that lie on straight ways: `TVPolyline2D::CollinearSmooth` with 1e-6
   /// model units. The ends of a path that does not repeat its first point stay.
   static TPath CollinearSmooth(const TPath& Path);
   /// The last point repeats the first, exactly; an array when it is not empty and all its paths do.
   static bool IsClosed(const TPath& Path);
-  static bool IsClosed(const TPaths& Paths);
+  static bool IsClosed(const TPaths& Paths);  ///< There are paths, all closed.
   /// Takes out the point (the path) at that position.
   static void Delete(TPath& Path, int Index);
-  static void Delete(TPaths& Paths, int Index);
+  static void Delete(TPaths& Paths, int Index);  ///< Takes out a whole path.
+  /// An independent copy.
   static TPath Clone(const TPath& Path);
-  static TPaths Clone(const TPaths& Paths);
+  static TPaths Clone(const TPaths& Paths);  ///< Copies of all paths.
   /// The other way round. Paths of an array keep their places.
   static void Reverse(TPath& Path);
-  static void Reverse(TPaths& Paths);
+  static void Reverse(TPaths& Paths);  ///< Every path, in its place.
   /// Every point negated: turned by half a turn about the origin, as the moving part of a no-fit
   /// polygon is.
   static void Negative(TPath& Path);
-  static void Negative(TPaths& Paths);
+  static void Negative(TPaths& Paths);  ///< The same of every path.
+  ///@{
   /// Turned by `A` radians counter-clockwise about `Centre`; exact for 0.
   static void Rotate(TPath& Path, double A);
   static void Rotate(TPath& Path, double A, const TIntPoint& Centre);
   static void Rotate(TPaths& Paths, double A);
   static void Rotate(TPaths& Paths, double A, const TIntPoint& Centre);
+  ///@}
+  /// Shifted by `V` integer units.
   static void Translate(TPath& Path, const TIntPoint& V);
-  static void Translate(TPaths& Paths, const TIntPoint& V);
+  static void Translate(TPaths& Paths, const TIntPoint& V);  ///< The same of every path.
+  ///@{
   /// Scaled by `K` about `Centre`.
   static void Zoom(TPath& Path, double K);
   static void Zoom(TPath& Path, double K, const TIntPoint& Centre);
   static void Zoom(TPaths& Paths, double K);
   static void Zoom(TPaths& Paths, double K, const TIntPoint& Centre);
+  ///@}
   /// Empties and gives the memory back.
   static void Free(TPath& Path);
-  static void Free(TPaths& Paths);
+  static void Free(TPaths& Paths);  ///< All paths and the array.
   /// Appends a path, or all paths of `Other`, which may be the array itself.
   static void PathsAdd(TPaths& Paths, const TPath& Path);
-  static void PathsAddRange(TPaths& Paths, const TPaths& Other);
+  static void PathsAddRange(TPaths& Paths, const TPaths& Other);  ///< All paths of `Other`.
 
   // --- Measures and places (PathQuery.cpp) ---
 
+  /// Points of all paths together.
   static std::int64_t GetPathsPointCount(const TPaths& Paths);
   /// Bytes that the arrays occupy, capacity not yet used included.
   static std::size_t MemoryUse(const TPath& Path);
-  static std::size_t MemoryUse(const TPaths& Paths);
+  static std::size_t MemoryUse(const TPaths& Paths);  ///< The same of array and paths.
+  ///@{
   /// Integer bounds, empty when there is no point; `BoundBox` is the same divided by `Scale`.
   static TIntRect IntBoundbox(const TPath& Path);
   static TIntRect IntBoundbox(const TPaths& Paths);
   static TVRect2D BoundBox(const TPath& Path, double Scale = 1.0);
   static TVRect2D BoundBox(const TPaths& Paths, double Scale = 1.0);
+  ///@}
+  ///@{
   /// Length of the ring, of the listed edges, in integer units; of an array the sum.
   static double Perimeter(const TPath& Path);
   static double Perimeter(const TPaths& Paths);
   static double TotalLength(const TPath& Path);
   static double TotalLength(const TPaths& Paths);
+  ///@}
   /// Area of the ring in integer units squared, counter-clockwise positive or without sign; 0 for
   /// fewer than three points. Summed exactly and rounded once.
   static double Area(const TPath& Path, bool Absolute);
   /// Four points, or five of which the last repeats the first, whose neighbouring edges are all at
   /// right angles, exactly. Edges of no length pass: four equal points are a rectangle.
   static bool IsRectangle(const TPath& Path);
+  ///@{
   /// Where the first of the listed edges that reaches `X` has it; at the start of an edge along the
   /// Y axis. Of an array the first path that reaches it. False, `Y` untouched, when none does.
   static bool CalcYByX(const TPath& Path, double X, double& Y);
   static bool CalcYByX(const TPaths& Paths, double X, double& Y);
   static bool CalcXByY(const TPath& Path, double Y, double& X);
   static bool CalcXByY(const TPaths& Paths, double Y, double& X);
+  ///@}
 
+  ///@{
   /// The vertex that lies farthest in the direction named first, of those the farthest in the
   /// second one: `LeftTopPoint` the highest of the leftmost, `TopLeftPoint` the leftmost of the
   /// highest. `Index` names it. The origin and −1 when there is no vertex.
@@ -248,14 +279,17 @@ class TPathUtils {
   static TIntPoint TopRightPoint(const TPath& Path, int& Index);
   static TIntPoint TopRightPoint(const TPaths& Paths);
   static TIntPoint TopRightPoint(const TPaths& Paths, TPointIndex& Index);
+  ///@}
 
   /// Where `P` lies, `srIn`, `srOn` or `srOut`, by the library's `PointInPolygon`. Of an outer with
   /// holes: on the edge of a hole is `srOn`, inside one is `srOut`, the first hole that tells
   /// decides.
   static TShapeRelation RelationWithPoint(const TPath& Path, const TIntPoint& P);
+  /// The same of an outer with holes.
   static TShapeRelation RelationWithPoint(const TPaths& Paths, const TIntPoint& P);
   /// The relation is `srIn` or `srOn`.
   static bool PointInPolygon(const TPath& Path, const TIntPoint& P);
+  /// The same of an outer with holes.
   static bool PointInPolygons(const TPaths& Paths, const TIntPoint& P);
 
   // --- Parameters and nearness (PathParam.cpp) ---
@@ -302,6 +336,7 @@ class TPathUtils {
 
   // --- Cutting (PathCut.cpp) ---
 
+  ///@{
   /// The parts of `Path`, in its order and direction, between the places where its listed edges
   /// meet those of the cutter, cross or touch; along a common stretch it is cut at both ends. The
   /// parts join end to end and make up the path. Of a path that repeats its first point the last
@@ -313,6 +348,7 @@ class TPathUtils {
                           double Tolerance = kLinearTolerance);
   static TPaths CutByPaths(const TPath& Path, const TPaths& Cutters,
                            double Tolerance = kLinearTolerance);
+  ///@}
 
   // --- Outers and holes (PathGroups.cpp) ---
 

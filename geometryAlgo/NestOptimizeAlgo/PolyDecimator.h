@@ -35,6 +35,8 @@ namespace tarnalgo {
 /// Ownership: keeps a reference to the caller's list, which must outlive this object.
 class TPolyDecimator {
  public:
+  ///@{
+  /// Refers to that list from here on; a length as tolerance.
   TPolyDecimator(std::vector<TPoint2D>& Points, double ATolerance) {
     SetParams(Points, ATolerance);
   }
@@ -44,9 +46,12 @@ class TPolyDecimator {
     FPoints = &Points;
     FTolerance = ATolerance;
   }
+  ///@}
+  /// The caller's list as it is now.
   const std::vector<TPoint2D>& Points() const { return *FPoints; }
   /// Length: the distance above which a point is kept.
   double Tolerance() const { return FTolerance; }
+  /// Nothing is checked; 0 is replaced by the operations that say so.
   void SetTolerance(double Value) { FTolerance = Value; }
 
   // --- Near repeats and straight runs (PolyDecimatorClean.cpp) ---

@@ -23,6 +23,7 @@ class TPolygonBasicAlgo {
   static constexpr double Area(const TPoint2D& P1, const TPoint2D& P2, const TPoint2D& P3) {
     return (P2.X - P1.X) * (P3.Y - P1.Y) - (P2.Y - P1.Y) * (P3.X - P1.X);
   }
+  ///@{
   /// Extent of the points along `D` (any length); `MaxPt` and `MinPt` are the positions of the
   /// points farthest along it and against it. 0 when all project alike or there is no point; both
   /// positions are 0 then.
@@ -30,6 +31,7 @@ class TPolygonBasicAlgo {
   static double ExtremePoints(const TVPoint2DList& PtList, const TPoint2D& D, int& MaxPt,
                               int& MinPt);
   static double ProjectionLength(const TVPoint2DList& PtList, const TPoint2D& D);
+  ///@}
   /// The same for an integer path of the standard scale 100000, in model units.
   static double ProjectionLength(const TPath& Path, const TPoint2D& D);
 
@@ -49,6 +51,7 @@ class TPolygonBasicAlgo {
   /// the slack of 1.1e-5), and about any points, through `TConvexHullCalculator::CalcConvexHull`.
   /// Cost: O(n log n).
   static double SimpleMABB(const TVPolyline2D& SimplePoly, TVPoint2DList& MABB);
+  /// The same about any points.
   static double PointSetMABB(const TVPolyline2D& Points, TVPoint2DList& MABB);
 
   // --- Width, diameter, tangents, angles (PolygonMeasure.cpp) ---
@@ -59,17 +62,17 @@ class TPolygonBasicAlgo {
   /// Ties: the edge that closes the ring, then the first (after a clockwise list is reversed).
   /// Cost: O(n).
   static double ConvexWidth(const TVPolyline2D& ConvexPoly, TPoint2D& Direct);
-  static double ConvexWidth(const TVPolyline2D& ConvexPoly);
+  static double ConvexWidth(const TVPolyline2D& ConvexPoly);  ///< The width alone.
   /// The same of the strict hull of a simple polygon. O(n log n).
   static double SimpleWidth(const TVPolyline2D& SimplePoly, TPoint2D& Direct);
-  static double SimpleWidth(const TVPolyline2D& SimplePoly);
+  static double SimpleWidth(const TVPolyline2D& SimplePoly);  ///< The width alone.
 
   /// The greatest distance of two vertices of a convex polygon, `I` < `J` their positions (a
   /// closing repeat is never named). 0 for fewer than two points, both positions 0 then.
   /// Ties: the first pair, by `I`, then by `J`.
   /// Cost: O(n).
   static double ConvexDiameter(const TVPolyline2D& ConvexPoly, int& I, int& J);
-  static double ConvexDiameter(const TVPolyline2D& ConvexPoly);
+  static double ConvexDiameter(const TVPolyline2D& ConvexPoly);  ///< The distance alone.
   /// The greatest distance of two vertices of any polygon. O(n log n).
   static double SimpleDiameter(const TVPolyline2D& SimplePoly);
 
@@ -88,7 +91,7 @@ class TPolygonBasicAlgo {
   /// Ties: the first vertex, exactly.
   /// Cost: O(n).
   static double MinInternalAngle(const TVPolyline2D& Poly, int& Index);
-  static double MinInternalAngle(const TVPolyline2D& Poly);
+  static double MinInternalAngle(const TVPolyline2D& Poly);  ///< The angle alone.
 
   // --- Simplicity and regions (PolygonClip.cpp) ---
   //

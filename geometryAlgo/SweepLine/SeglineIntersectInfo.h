@@ -11,16 +11,18 @@ struct TSeglineIntersectInfo {
   /// The segments share a stretch from `FirstPoint` to `SecondPoint`; otherwise one point, which
   /// stands in both.
   bool Flag = false;
-  TPoint2D FirstPoint;
-  TPoint2D SecondPoint;
+  TPoint2D FirstPoint;   ///< The meeting point, or where the stretch begins, by X, then Y.
+  TPoint2D SecondPoint;  ///< Where the stretch ends; `FirstPoint` again for a single point.
   /// Positions in the caller's list.
   int LowerSegment = 0;
-  int HigherSegment = 0;
+  int HigherSegment = 0;  ///< The greater position.
+  ///@{
   /// Parameters on the two segments, in [0, 1], counted from the end that comes first by X, then Y.
   double LowerParam1 = 0.0;
   double HigherParam1 = 0.0;
   double LowerParam2 = 0.0;
   double HigherParam2 = 0.0;
+  ///@}
 
   TSeglineIntersectInfo() = default;
 

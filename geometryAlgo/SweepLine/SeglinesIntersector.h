@@ -40,18 +40,19 @@ class TSeglinesIntersector {
  public:
   /// What orders an event.
   struct TEventKey {
-    TPoint2D Point;
-    int First = 0;          // the segment that starts or ends here, or the first of two that cross
-    int Second = 0;         // the second of two that cross, else 0
-    std::uint8_t Kind = 0;  // 0 start, 1 crossing, 2 end
+    TPoint2D Point;  ///< Where on the sheet, and so when in the sweep.
+    int First = 0;   ///< The segment that starts or ends here, or the first of two that cross.
+    int Second = 0;  ///< The second of two that cross, else 0.
+    std::uint8_t Kind = 0;  ///< 0 start, 1 crossing, 2 end.
   };
 
   /// Something that happens at a place of the sweep.
   class TEvent : public TEventKey {
    public:
-    TEvent* Other = nullptr;     // the event that has already dealt with this crossing
-    TSeglineIntersectInfo Info;  // of a crossing: what it reports
+    TEvent* Other = nullptr;     ///< The event that has already dealt with this crossing.
+    TSeglineIntersectInfo Info;  ///< Of a crossing: what it reports.
 
+    /// Takes the fields as they are.
     TEvent(const TPoint2D& P, int AFirst, int ASecond, std::uint8_t AKind, TEvent* AOther,
            const TSeglineIntersectInfo& AInfo)
         : TEventKey{P, AFirst, ASecond, AKind}, Other(AOther), Info(AInfo) {}
@@ -61,6 +62,7 @@ class TSeglinesIntersector {
     static int Compare(const TEventKey& A, const TEventKey& B);
   };
 
+  /// Takes the segments in and orders their ends; nothing is found before `GetResult`.
   TSeglinesIntersector(const std::vector<TVLine2D>& Lines, double Tolerance,
                        double SecondTolerance);
   TSeglinesIntersector(const TSeglinesIntersector&) = delete;

@@ -7,26 +7,28 @@
 
 namespace tarnalgo {
 
-/// Senses of a constraint, as they stand in a `TIntegerVec`.
-inline constexpr int kAtMost = -1;
-inline constexpr int kAtLeast = 1;
+inline constexpr int kAtMost = -1;  ///< Sense of a constraint in a `TIntegerVec`: <=.
+inline constexpr int kAtLeast = 1;  ///< Sense of a constraint in a `TIntegerVec`: >=.
 
 /// A bound on one variable.
 struct TInequalityData {
-  int Variable = 0;  // column of the constraint matrix
-  double Value = 0.0;
-  int Sense = kAtMost;
+  int Variable = 0;     ///< Column of the constraint matrix, from 1 on.
+  double Value = 0.0;   ///< The bound itself.
+  int Sense = kAtMost;  ///< `kAtMost` or `kAtLeast`.
 };
 
 /// Bounds that are added to a program.
 class TInequalityDataList {
  public:
-  int Count() const { return static_cast<int>(FItems.size()); }
+  int Count() const { return static_cast<int>(FItems.size()); }  ///< Bounds in the list.
+  /// The bound added as number `Index`, from 0 on; `EParamError` outside.
   const TInequalityData& operator[](int Index) const;
 
+  /// Appends a bound. Nothing is checked before `AddDatato`.
   void AddData(int Variable, double Value, int Sense) {
     FItems.push_back({Variable, Value, Sense});
   }
+  /// An independent copy.
   TInequalityDataList Clone() const { return *this; }
 
   /// Appends a row for each bound to `A`, whose column 0 holds the right-hand sides: the bound's

@@ -18,14 +18,19 @@ class TIntegerVec {
   TIntegerVec() = default;
   /// `Size` zeros.
   explicit TIntegerVec(int Size) { SetSize(Size); }
+  /// A copy of the numbers.
   TIntegerVec(std::initializer_list<int> Items);
-  explicit TIntegerVec(const std::vector<int>& Items);
+  explicit TIntegerVec(const std::vector<int>& Items);  ///< A copy of the numbers.
 
+  /// Elements; 0 without a buffer.
   int GetSize() const { return FItems ? static_cast<int>(FItems->size()) : 0; }
   /// Keeps what fits; new elements are 0.
   void SetSize(int Size);
+  /// The element at `Index`.
   int GetItem(int Index) const { return (*FItems)[Checked(Index)]; }
+  /// Writes the shared element.
   void SetItem(int Index, int Value) { (*FItems)[Checked(Index)] = Value; }
+  /// `GetItem`.
   int operator[](int Index) const { return GetItem(Index); }
 
   /// An independent copy.

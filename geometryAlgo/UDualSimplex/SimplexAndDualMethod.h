@@ -68,7 +68,9 @@ class TSimplexAndDualMethod {
   /// columns (also those beyond the vector) when it is empty, which is how it starts.
   void SetIntegerColumns(const TIntegerVec& Columns) { FIntegerColumns = Columns.Clone(); }
 
+  /// The solution: element j the value of variable j, element 0 always 0.
   const TFloatVector& X() const { return FX; }
+  /// The value of the objective there, its constant included.
   double Objective() const { return FObjective; }
   /// 1000 and 50 for each row and column, unless the constructor was given a limit.
   int PivotLimit() const;
@@ -125,7 +127,9 @@ class TSimplexAndDualMethod {
   /// Ties: the first; NaN is none.
   /// Errors: `V2` has another size, `EAssertionFailed`.
   static int GetVecDivMinValueId(const TFloatVector& V1, const TFloatVector& V2);
+  /// No reduced cost is below -1e-6: nothing improves the objective any more.
   bool CheckReducedCostAllPositive() const;
+  /// No right-hand side is below -1e-6: the tableau stands for a feasible solution.
   bool CheckObjValueAllPositive() const;
 
   /// Sets the solution to `Count` zeros, the objective to 0.
@@ -141,8 +145,11 @@ class TSimplexAndDualMethod {
 
   // --- Debug texts (SimplexPrint.cpp) ---
 
+  /// The tableau to the debug output.
   void PrintFMA() const;
+  /// The elements to the debug output, on one line.
   static void PrintIntVec(const TIntegerVec& Vec);
+  /// The solution and the objective to the debug output.
   void PrintResult() const;
 
  private:
@@ -186,8 +193,8 @@ class TSimplexAndDualMethod {
   double FObjective = 0.0;
 };
 
-/// How often the methods ran in this process. Diagnostics only.
+/// How often the simplex method ran in this process. Diagnostics only.
 std::int64_t SimplexRunCount();
-std::int64_t DualSimplexRunCount();
+std::int64_t DualSimplexRunCount();  ///< The same of the dual method.
 
 }  // namespace tarnalgo

@@ -34,6 +34,7 @@ class TFloatMatrix {
   TFloatMatrix() = default;
   /// `Rows` x `Columns` zeros.
   TFloatMatrix(int Rows, int Columns) : TFloatMatrix(Rows, Columns, 0.0) {}
+  /// Every element `Value`.
   TFloatMatrix(int Rows, int Columns, double Value);
   /// The identity.
   explicit TFloatMatrix(int Size);
@@ -45,37 +46,48 @@ class TFloatMatrix {
     for (int I = 0; I < V.GetSize(); ++I) SetItem(AsColumn ? I : 0, AsColumn ? 0 : I, V[I]);
   }
 
-  int GetRowCnt() const { return FBlock ? FBlock->Rows : 0; }
-  int GetColCnt() const { return FBlock ? FBlock->Columns : 0; }
+  int GetRowCnt() const { return FBlock ? FBlock->Rows : 0; }     ///< Rows; 0 without a buffer.
+  int GetColCnt() const { return FBlock ? FBlock->Columns : 0; }  ///< Columns; 0 without a row.
+  ///@{
   /// These keep what fits; new elements are 0.
   void SetRowCnt(int Rows) { Resize(Rows, GetColCnt()); }
   void SetColCnt(int Columns) { Resize(GetRowCnt(), Columns); }
   void Resize(int Rows, int Columns);
+  ///@}
 
+  /// The element in row `Row` and column `Column`, from 0 on.
   double GetItem(int Row, int Column) const { return *Checked(Row, Column); }
+  /// Writes the shared element.
   void SetItem(int Row, int Column, double Value) { *Checked(Row, Column) = Value; }
+  /// `GetItem`.
   double operator()(int Row, int Column) const { return GetItem(Row, Column); }
 
   /// The shared elements, for inner loops: `Row` elements, the next row `RowStride` further. Valid
   /// until the size of this handle changes. Row(0) of a matrix without rows is null.
   const double* Row(int Index) const { return RowAt(Index); }
-  double* Row(int Index) { return RowAt(Index); }
+  double* Row(int Index) { return RowAt(Index); }  ///< The same, to write.
+  /// Elements from the start of a row to that of the next; 0 without rows.
   std::ptrdiff_t RowStride() const { return FBlock ? FBlock->Stride : 0; }
 
+  /// An independent copy, elements and all.
   TFloatMatrix Clone() const;
   /// Lets go of the buffer: this matrix is empty, other handles keep theirs.
   void FreeData() { FBlock.reset(); }
 
   // --- Arithmetic (FloatMatrixArithmetic.cpp) ---
 
+  ///@{
   /// New matrices; the operands stay as they are. A division by 0 gives infinities and NaN.
   TFloatMatrix Add(const TFloatMatrix& Other) const;
   TFloatMatrix Subtract(const TFloatMatrix& Other) const;
   TFloatMatrix Multiply(double Factor) const;
+  ///@}
   /// The products; each element of matrix by matrix is summed in the order of the columns of this.
   TFloatMatrix Multiply(const TFloatMatrix& Other) const;
-  TFloatVector Multiply(const TFloatVector& V) const;
+  TFloatVector Multiply(const TFloatVector& V) const;  ///< Matrix by column.
+  /// Every element divided by `Divisor`.
   TFloatMatrix Divide(double Divisor) const;
+  /// Every element with the other sign.
   TFloatMatrix Negative() const;
 
   friend TFloatMatrix operator+(const TFloatMatrix& A, const TFloatMatrix& B) { return A.Add(B); }
@@ -97,6 +109,7 @@ class TFloatMatrix {
 
   /// A·Aᵀ, symmetric to the last bit.
   TFloatMatrix AAT() const;
+  /// Rows become columns.
   TFloatMatrix Transpose() const;
   /// Equal sizes, and each pair of elements equal.
   /// Tolerance: `Eps` on the elements, a difference of just `Eps` included.
@@ -114,41 +127,47 @@ class TFloatMatrix {
 
   // --- Rows, columns, parts (FloatMatrixParts.cpp) ---
 
+  ///@{
   /// Append. To a matrix without rows: takes the size of what is appended.
   void ExpandAColumn(const TFloatVector& Column);
   void ExpandARow(const TFloatVector& ARow);
   void ExpandColumns(const TFloatMatrix& Columns);
   void ExpandRows(const TFloatMatrix& Rows);
+  ///@}
 
   /// Drop the columns or rows at these indexes; any order, repeats do no harm.
   void ExceptColumns(const std::vector<int>& Indexes);
-  void ExceptRows(const std::vector<int>& Indexes);
+  void ExceptRows(const std::vector<int>& Indexes);  ///< The same for rows.
   /// Drop the last `Count`.
   /// Errors: fewer there, or a negative count, `EParamError`.
   void ExceptLastColumns(int Count = 1);
-  void ExceptLastRows(int Count = 1);
+  void ExceptLastRows(int Count = 1);  ///< The same for rows.
   /// Drop the columns or rows that hold exact zeros only.
   void RemoveZeroColumns();
-  void RemoveZeroRows();
+  void RemoveZeroRows();  ///< The same for rows.
 
   /// The block of `Rows` x `Columns` whose first element is [FirstRow][FirstColumn].
   TFloatMatrix SubMatrix(int FirstRow, int FirstColumn, int Rows, int Columns) const;
+  /// A copy of the row.
   TFloatVector GetRow(int Index) const;
+  /// The same into `Filled`, which gets a buffer of its own.
   void GetRow(int Index, TFloatVector& Filled) const { Filled = GetRow(Index); }
+  /// A copy of the column.
   TFloatVector GetColumn(int Index) const;
+  /// The same into `Filled`, which gets a buffer of its own.
   void GetColumn(int Index, TFloatVector& Filled) const { Filled = GetColumn(Index); }
   /// Write the (shared) elements.
   void SetRow(int Index, const TFloatVector& V);
-  void SetColumn(int Index, const TFloatVector& V);
+  void SetColumn(int Index, const TFloatVector& V);  ///< The same for a column.
   /// Euclidean length.
   double GetRowMag(int Index) const { return GetRow(Index).Mag(); }
-  double GetColumnMag(int Index) const { return GetColumn(Index).Mag(); }
+  double GetColumnMag(int Index) const { return GetColumn(Index).Mag(); }  ///< Length of a column.
   /// Exchange the (shared) elements.
   void SwapRows(int A, int B);
-  void SwapColumns(int A, int B);
+  void SwapColumns(int A, int B);  ///< The same for columns.
   /// A copy with zeros below the diagonal, or above it.
   TFloatMatrix UpperTriangleMat() const;
-  TFloatMatrix LowerTriangleMat() const;
+  TFloatMatrix LowerTriangleMat() const;  ///< A copy with zeros above the diagonal.
 
   // --- Text (FloatMatrixFile.cpp) ---
 

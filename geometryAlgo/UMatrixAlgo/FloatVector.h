@@ -29,28 +29,36 @@ class TFloatVector {
   TFloatVector() = default;
   /// `Size` zeros.
   explicit TFloatVector(int Size) : TFloatVector(Size, 0.0) {}
+  /// Every element `Value`.
   TFloatVector(int Size, double Value);
+  /// A copy of the numbers.
   TFloatVector(std::initializer_list<double> Items);
   /// A copy of the array.
   explicit TFloatVector(const std::vector<double>& Items);
 
+  /// Elements; 0 without a buffer.
   int GetSize() const { return FItems ? static_cast<int>(FItems->size()) : 0; }
   /// Keeps what fits; new elements are 0.
   void SetSize(int Size);
+  /// The element at `Index`, from 0 on.
   double GetItem(int Index) const { return (*FItems)[Checked(Index)]; }
+  /// Writes the shared element.
   void SetItem(int Index, double Value) { (*FItems)[Checked(Index)] = Value; }
+  /// `GetItem`.
   double operator[](int Index) const { return GetItem(Index); }
 
   /// The shared elements, for inner loops: valid until the size of this handle changes.
   const double* Data() const { return FItems ? FItems->data() : nullptr; }
-  double* Data() { return FItems ? FItems->data() : nullptr; }
+  double* Data() { return FItems ? FItems->data() : nullptr; }  ///< The same, to write.
 
+  ///@{
   /// New vectors; the operands stay as they are. A division by 0 gives infinities and NaN.
   TFloatVector Add(const TFloatVector& Other) const;
   TFloatVector Subtract(const TFloatVector& Other) const;
   TFloatVector Multiply(double Factor) const;
   TFloatVector Divide(double Divisor) const;
   TFloatVector Negative() const;
+  ///@}
 
   friend TFloatVector operator+(const TFloatVector& A, const TFloatVector& B) { return A.Add(B); }
   friend TFloatVector operator-(const TFloatVector& A, const TFloatVector& B) {
@@ -70,10 +78,12 @@ class TFloatVector {
   /// Tolerance: `Eps` on the elements, a difference of just `Eps` included.
   bool Equls(const TFloatVector& Other, double Eps) const;
 
+  ///@{
   /// Appends one element, or those of a list or vector (this vector itself too).
   void Expand(double Value);
   void Expand(const std::vector<double>& Values);
   void Expand(const TFloatVector& Other);
+  ///@}
   /// `Count` elements from `First`.
   /// Errors: the run leaves the vector, `EParamError`.
   TFloatVector SubVector(int First, int Count) const;
@@ -84,11 +94,14 @@ class TFloatVector {
   double GetAbsMax() const;
   /// Euclidean length; squares neither overflow nor vanish.
   double Mag() const;
+  /// The square of `Mag`, summed plainly: may overflow or vanish where `Mag` does not.
   double MagSqr() const;
+  ///@{
   /// Sum of the magnitudes, Euclidean length, largest magnitude.
   double Norm1() const;
   double Norm2() const { return Mag(); }
   double NormInf() const { return GetAbsMax(); }
+  ///@}
   /// Divides the (shared) elements by `Mag`; a zero vector stays as it is.
   void Normalize();
 

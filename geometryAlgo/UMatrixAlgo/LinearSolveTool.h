@@ -69,6 +69,7 @@ class TLinearSolveTool {
   /// Cost: O(m²·(m + n)) for m rows and n columns.
   static bool SolveLeastSquares(TFloatMatrix A, TFloatVector B, TFloatVector& X,
                                 TFloatVector& Residuals);
+  /// The same without the residuals.
   static bool SolveLeastSquares(TFloatMatrix A, TFloatVector B, TFloatVector& X);
 };
 

@@ -22,12 +22,14 @@ class TMatrixDCMPTool {
   /// Ownership: works on the shared elements; every copy of `A` sees it.
   static void PLU(TFloatMatrix& A, std::vector<int>& Pivots);
 
+  ///@{
   /// L (ones on the diagonal) and U with L·U = A but for the order of its rows, which is that of
   /// `PLU`; `LUCMPExt` tells it: row i of L·U is row Permutation[i] of A. `A` stays as it is.
   /// Errors: not square, `EAssertionFailed`.
   static void LUCMP(const TFloatMatrix& A, TFloatMatrix& L, TFloatMatrix& U);
   static void LUCMPExt(const TFloatMatrix& A, TFloatMatrix& L, TFloatMatrix& U,
                        std::vector<int>& Permutation);
+  ///@}
 
   // --- Inverses (MatrixInverse.cpp) ---
   // Errors: not square, `EAssertionFailed`. Where the result is false nothing is changed.

@@ -23,6 +23,7 @@ class TBridgeTool {
   explicit TBridgeTool(int VertexCount);
   virtual ~TBridgeTool();
 
+  /// What the constructor was given.
   int VertexCount() const { return static_cast<int>(FFirst.size()); }
 
   /// A link one way. The edges of a vertex are visited newest first.

@@ -10,11 +10,11 @@ namespace tarnalgo {
 
 /// What `TMChainsScatter` did to a drawing.
 struct TScatterStats {
-  int EndsMoved = 0;  // ends of curves that were snapped
-  int Cuts = 0;       // places where a curve was cut
-  int Repeated = 0;   // chains drawn again
-  int Swallowed = 0;  // curves no larger than a node
-  int Stubs = 0;      // what stuck out by no more than the gap
+  int EndsMoved = 0;  ///< Ends of curves that were snapped.
+  int Cuts = 0;       ///< Places where a curve was cut.
+  int Repeated = 0;   ///< Chains drawn again.
+  int Swallowed = 0;  ///< Curves no larger than a node.
+  int Stubs = 0;      ///< What stuck out by no more than the gap.
 };
 
 /// Cuts the curves of a drawing into chains that meet at their ends only: what `TTopoLinks` is made
@@ -40,12 +40,14 @@ struct TScatterStats {
 /// Ties: the first added.
 class TMChainsScatter {
  public:
+  /// An empty drawing whose ends will be snapped within `Gap`, a length.
   explicit TMChainsScatter(double Gap = kLinearTolerance) : FGap(Gap) {}
   virtual ~TMChainsScatter() = default;
 
   /// Adds a curve and answers its number. Closed when its last point repeats its first. A curve of
   /// fewer than two points, or with one that is not finite, gives no chains.
   int AddCurve(const TVPolyline2D& Curve);
+  /// Curves added, those that give no chains included.
   int CurveCount() const { return static_cast<int>(FCurves.size()); }
 
   /// The chains of all curves, in the order of the curves and along them.

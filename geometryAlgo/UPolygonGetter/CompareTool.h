@@ -9,8 +9,8 @@ namespace tarnalgo {
 
 /// A place where a curve is cut into chains. A plain value.
 struct TCutNode {
-  double Param = 0.0;  // along the curve
-  TPoint2D Point;      // where the chains will end
+  double Param = 0.0;  ///< Along the curve.
+  TPoint2D Point;      ///< Where the chains will end.
 };
 
 /// The outline of a part and the holes in it.
@@ -28,6 +28,7 @@ class TCompareTool {
   static int CompareByParam(const TCutNode& A, const TCutNode& B);
   /// Ascending and descending `AngleToXAxis`, which is worked out anew for both chains.
   static int CompareByAngleMin(const TMChainExtend& A, const TMChainExtend& B);
+  /// Descending, likewise.
   static int CompareByAngleMax(const TMChainExtend& A, const TMChainExtend& B);
   /// Ascending area, holes subtracted.
   static int CompareByPolygonArea(const TPartPolygon& A, const TPartPolygon& B);

@@ -16,6 +16,7 @@ class TNodeEdges : public TMChainExtends {
 
   /// Outlines may start here. Set at creation.
   bool NodeFlag() const { return FNodeFlag; }
+  /// Lets outlines start here, or not; walks pass through all the same.
   void SetNodeFlag(bool Value) { FNodeFlag = Value; }
 
   /// The turning rule: the position of the chain to go on with for a walk that arrives along
@@ -34,6 +35,7 @@ class TNodeEdges : public TMChainExtends {
 
   /// Position of the first chain that `EqualsTo` the given one, −1 when there is none.
   int IndexofByValue(const TMChainExtend& Chain) const;
+  /// Some chain here `EqualsTo` the given one.
   bool IsContains(const TMChainExtend& Chain) const { return IndexofByValue(Chain) >= 0; }
 
   /// Removes the chain (found by identity); nothing when it is not in the list. The list owns its

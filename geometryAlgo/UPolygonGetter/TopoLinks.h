@@ -13,9 +13,12 @@ namespace tarnalgo {
 
 /// How nodes are found in a dictionary.
 struct TNodeHash {
+  /// From both coordinates, the same in every run.
   std::size_t operator()(const TIntPoint& P) const;
 };
+/// The same integers.
 struct TNodeEqual {
+  /// Exact.
   bool operator()(const TIntPoint& A, const TIntPoint& B) const;
 };
 
@@ -39,11 +42,13 @@ class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEq
   /// Both keyed by the outline: its nodes, one for each chain, where the chain starts; its chains
   /// in the order of the walk, referred to only.
   using TPointsOfOutline = TOwnValueDic<const TVPolyline2D*, TIntPointList>;
+  /// The chains of each outline.
   using TChainsOfOutline = TOwnValueDic<const TVPolyline2D*, TMChainExtends>;
 
   TTopoLinks();
+  /// Nodes and chains change hands and keep their addresses.
   TTopoLinks(TTopoLinks&&) noexcept;
-  TTopoLinks& operator=(TTopoLinks&&) noexcept;
+  TTopoLinks& operator=(TTopoLinks&&) noexcept;  ///< As the constructor.
   ~TTopoLinks() override;
 
   // --- The table (TopoLinks.cpp) ---
@@ -57,6 +62,7 @@ class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEq
   void AddValue(const TIntPoint& P, std::unique_ptr<TMChainExtend> Chain);
   /// The same for a chain that is marked as a bridge or as dangling first.
   void AddBridgeValue(const TIntPoint& P, std::unique_ptr<TMChainExtend> Chain);
+  /// The same for a dangling chain.
   void AddDanglingValue(const TIntPoint& P, std::unique_ptr<TMChainExtend> Chain);
 
   /// All nodes in the order of `TCompareTool::CompareByYX`: lowest first, on one height from right
@@ -68,7 +74,7 @@ class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEq
   /// Puts the chains of every node with more than one in descending, or ascending, order of angle.
   /// Stable; equal is exactly equal.
   void SortTopoChainsMax();
-  void SortTopoChainsMin();
+  void SortTopoChainsMin();  ///< In ascending order.
 
   // --- Outlines (TopoPolygons.cpp) ---
 
@@ -131,7 +137,7 @@ class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEq
   std::vector<TMChainExtends> GroupUnlawChains() const;
 };
 
-using TPointsOfOutline = TTopoLinks::TPointsOfOutline;
-using TChainsOfOutline = TTopoLinks::TChainsOfOutline;
+using TPointsOfOutline = TTopoLinks::TPointsOfOutline;  ///< The nodes of each outline.
+using TChainsOfOutline = TTopoLinks::TChainsOfOutline;  ///< The chains of each outline.
 
 }  // namespace tarnalgo

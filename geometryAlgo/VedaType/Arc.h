@@ -27,10 +27,10 @@ concept TNeitherFlagNorNumber = !std::same_as<T, bool> && !std::same_as<T, doubl
 /// Parameter: a real T, 0 at the start, 1 at the end, along the arc's own direction; others go on
 /// round the circle. Operations return new values.
 struct TVArc2D {
-  TPoint2D Center;
-  TPoint2D StartPoint;
-  TPoint2D EndPoint;
-  bool IsClockwise = false;
+  TPoint2D Center;           ///< Of the circle; nothing makes both ends equally far from it.
+  TPoint2D StartPoint;       ///< Where the arc begins; gives the radius.
+  TPoint2D EndPoint;         ///< Where the arc ends, as a direction from the centre.
+  bool IsClockwise = false;  ///< Runs clockwise from start to end.
 
   // --- Constructors ---
   //
@@ -78,34 +78,39 @@ struct TVArc2D {
 
   // --- Measures ---
 
+  /// Distance from the centre to the start.
   double Radius() const { return Center.DistanceTo(StartPoint); }
+  /// The whole circle of the arc.
   TVCircle2D Circle() const { return {Center, Radius()}; }
   /// The end points are equal within 1e-6.
   bool IsCircle() const { return StartPoint.Equals(EndPoint); }
   /// Polar angles of the end points seen from the centre, in [0, 2π).
   double StartAngle() const { return (StartPoint - Center).Angle(); }
-  double EndAngle() const { return (EndPoint - Center).Angle(); }
+  double EndAngle() const { return (EndPoint - Center).Angle(); }  ///< The angle of the end point.
   /// The signed sweep: ±2π for a full circle, in [0, 2π) counter-clockwise, in (−2π, 0] clockwise.
   /// Ends that are apart but lie in one direction from the centre have the sweep 0.
   double AngleRange() const;
   /// tan(`AngleRange` / 4). A full circle has the huge value ±1.6e16, which as a bulge between two
   /// equal points says nothing: ask `IsCircle`.
   double Bulge() const;
+  /// Radius times the absolute sweep.
   double Length() const;
   /// Tight box of the arc itself.
   TVRect2D BoundBox() const;
 
   // --- New arcs ---
 
+  /// Moved by `V`.
   TVArc2D Translate(const TPoint2D& V) const;
   /// Turned by `A` radians about the origin, or about `Centre`.
   TVArc2D Rotate(double A) const;
-  TVArc2D Rotate(double A, const TPoint2D& Centre) const;
+  TVArc2D Rotate(double A, const TPoint2D& Centre) const;  ///< The same about `Centre`.
   /// The same points run the other way.
   constexpr TVArc2D Reverse() const { return {Center, EndPoint, StartPoint, !IsClockwise}; }
   /// The parts before and after parameter `T`, cut at `CalcPointByParam(T)`. At 0 or 1 one part has
   /// equal ends and so reads as a full circle.
   void SplitByParam(double T, TVArc2D& Left, TVArc2D& Right) const;
+  /// The host's arc of the same shape; its ends follow from centre, radius and angles.
   TArc2D ToArc2D() const { return {Center, Radius(), StartAngle(), AngleRange()}; }
 
   // --- Points and parameters ---
@@ -119,6 +124,7 @@ struct TVArc2D {
   /// before the start is nearly once round from it, not a small negative number.
   /// Errors: a sweep of 0 (1e-6), "[Error] TVArc2D.CalcParamByPoint: 圆弧退化为点".
   double CalcParamByPoint(const TPoint2D& P) const;
+  /// The point at parameter `T`, worked out from centre and angle: the ends to rounding only.
   TPoint2D CalcPointByParam(double T) const;
   /// The point of the circle at polar angle `A`.
   TPoint2D CalcPointByRadian(double A) const { return Circle().CalcPointByRadian(A); }

@@ -14,15 +14,18 @@ class TVPolyline2D;
 ///
 /// A plain value, nothing is checked. A negative or NaN radius holds no point and meets nothing.
 struct TVCircle2D {
-  TPoint2D Center;
-  double Radius = 0.0;
+  TPoint2D Center;      ///< Centre.
+  double Radius = 0.0;  ///< Radius, a length.
 
   constexpr TVCircle2D() = default;
+  /// Takes the numbers as they are.
   constexpr TVCircle2D(const TPoint2D& ACenter, double ARadius)
       : Center(ACenter), Radius(ARadius) {}
 
+  /// The host's circle of the same numbers.
   constexpr TCircle2D ToCircle2D() const { return {Center, Radius}; }
 
+  /// Box that the rim touches on all four sides; empty for a negative radius.
   constexpr TVRect2D Boundbox() const {
     return {Center.X - Radius, Center.X + Radius, Center.Y + Radius, Center.Y - Radius};
   }

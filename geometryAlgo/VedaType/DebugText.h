@@ -16,6 +16,7 @@ using enum TDebugDigits;
 /// Colour in which a dumped shape is to be drawn.
 inline constexpr std::string_view kDrawingColour = "#000000";
 
+/// The number with that many decimals, or as short as reads back.
 std::string DebugText(double Value, TDebugDigits Digits = ddFull);
 
 /// "(1.0000000000000000, 2.0000000000000000)", short "(1.000000, 2.000000)". Decimal points

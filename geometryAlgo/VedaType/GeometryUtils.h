@@ -26,7 +26,7 @@ class TGeometryUtils {
  public:
   /// A crossing found on a curve that is to be cut.
   struct TCrossRec {
-    TPoint2D Pt;
+    TPoint2D Pt;         ///< The place.
     double Param = 0.0;  ///< of the curve being cut
     double Dist = 0.0;   ///< of `Pt` from the other curve
   };
@@ -61,6 +61,7 @@ class TGeometryUtils {
 
   // --- Their workers ---
 
+  ///@{
   /// Everything that the part `Bezier` of a longer curve has in common with the other shape:
   /// crossings into `List` and stretches into `Stretches`, in parameters of the longer curve, of
   /// which the part spans `From` to `To`. Not in order, and a place may be named several times.
@@ -83,6 +84,8 @@ class TGeometryUtils {
                                       const TBezierSegment2D& B, double FromB, double ToB,
                                       int Depth, double Eps, std::vector<TCrossRec>& List,
                                       std::vector<TStretch>& Stretches);
+  ///@}
+  /// Appends a record of these three.
   static void AddCrossPt(std::vector<TCrossRec>& List, const TPoint2D& Pt, double Param,
                          double Dist) {
     List.push_back({Pt, Param, Dist});

@@ -39,6 +39,7 @@ namespace tarnalgo {
 /// `TVPolyline2D` do. Nothing raises but what `TObjectList` raises.
 class TVHPolygon : public TVGeometry2DList<TVPolyline2D> {
  public:
+  /// An empty region whose outline will run in that sense.
   explicit TVHPolygon(bool IsClockwise = false) : FIsClockwise(IsClockwise) {}
 
   /// A fresh empty polygon of the same sense.
@@ -64,7 +65,7 @@ class TVHPolygon : public TVGeometry2DList<TVPolyline2D> {
   /// Centroid of the region, and its X. Where no more area is left than the tolerance (1e-6) times
   /// the diagonal of the outline's box, that of the outline; the origin when empty.
   TPoint2D Gravity() const;
-  double XGravity() const { return Gravity().X; }
+  double XGravity() const { return Gravity().X; }  ///< X of `Gravity`.
   /// The same region: the same outline and the same holes in any order, each with the same vertices
   /// within `Eps`. Neither the sense of a contour nor where a closed one begins matters.
   /// Ties: each hole takes the first hole of `Other` that is equal and still free.
@@ -79,12 +80,14 @@ class TVHPolygon : public TVGeometry2DList<TVPolyline2D> {
   /// in place, so nothing is kept. A `TLABHPolygon` made of the polygon answers many questions in
   /// O(log n) for each chain looked at.
   TShapeRelation RelationWithPoint(const TPoint2D& P, double Eps = kLinearTolerance) const;
+  ///@{
   /// Some contour meets the other shape (some contour of it) within `Eps`; touching counts, lying
   /// inside without touching does not. Cost as `TVPolyline2D::IsCrossWith` for pairs of contours
   /// whose boxes meet.
   bool IsCrossWith(const TVLine2D& Line, double Eps = kLinearTolerance) const;
   bool IsCrossWith(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
   bool IsCrossWith(const TVHPolygon& Other, double Eps = kLinearTolerance) const;
+  ///@}
 
   void YMirror() override;
   void Transform(const TMatrix2D& Matrix) override;
@@ -116,7 +119,9 @@ class TVHPolygonList : public TVGeometry2DList<TVHPolygon> {
   /// the sense of its outer node. Nodes without points and open paths are passed over.
   TVHPolygonList(const ClipperLib::PolyTree& PolyTree, double Scale);
 
+  /// A fresh empty list.
   std::unique_ptr<TVHPolygonList> New() const { return std::unique_ptr<TVHPolygonList>(DoNew()); }
+  /// Deep copies of all regions, in the same order.
   std::unique_ptr<TVHPolygonList> Clone() const {
     return std::unique_ptr<TVHPolygonList>(DoClone());
   }
@@ -127,6 +132,7 @@ class TVHPolygonList : public TVGeometry2DList<TVHPolygon> {
   int PtCount() const;
   /// All contours of all members are closed.
   bool CheckClosed(double Eps = kLinearTolerance) const;
+  ///@{
   /// Centroid of the members together, each weighted with its area (with that of its outline for
   /// `GravityOutline`, which takes the members without their holes), and its X. Where all areas
   /// together are nothing, the mean of the members' centroids; the origin when empty.
@@ -134,15 +140,18 @@ class TVHPolygonList : public TVGeometry2DList<TVHPolygon> {
   TPoint2D GravityOutline() const;
   double XGravity() const { return Gravity().X; }
   double XGravityOutline() const { return GravityOutline().X; }
+  ///@}
 
   /// Where `P` lies: `srIn` when it lies in a member, else `srOn` when on the edge of one, else
   /// `srOut`.
   TShapeRelation RelationWithPoint(const TPoint2D& P, double Eps = kLinearTolerance) const;
+  ///@{
   /// Some member meets the other shape (some member of it), as `TVHPolygon::IsCrossWith`.
   bool IsCrossWith(const TVLine2D& Line, double Eps = kLinearTolerance) const;
   bool IsCrossWith(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
   bool IsCrossWith(const TVHPolygon& Other, double Eps = kLinearTolerance) const;
   bool IsCrossWith(const TVHPolygonList& Other, double Eps = kLinearTolerance) const;
+  ///@}
   /// Some contour intersects itself (`TVPolyline2D::IsSelfIntersect`), or two contours, of one
   /// member or of two, meet. Touching is meeting; one inside the other is not.
   /// Cost: as `TVPolyline2D::IsCrossWith` for each pair of contours whose boxes meet, and

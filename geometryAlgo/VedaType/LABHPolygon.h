@@ -24,7 +24,9 @@ class TLABHPolygon : public TVGeometry2DList<TLABPolyline> {
   /// Each contour as a chain of lines, in the same sense.
   explicit TLABHPolygon(const TVHPolygon& Polygon);
 
+  /// A fresh empty region.
   std::unique_ptr<TLABHPolygon> New() const { return std::unique_ptr<TLABHPolygon>(DoNew()); }
+  /// A deep copy.
   std::unique_ptr<TLABHPolygon> Clone() const { return std::unique_ptr<TLABHPolygon>(DoClone()); }
 
   /// Absolute area of the outline less that of each hole, true to arcs and Beziers: negative when
@@ -51,9 +53,11 @@ class TLABHPolygonList : public TVGeometry2DList<TLABHPolygon> {
   /// Each region as chains of lines.
   explicit TLABHPolygonList(const TVHPolygonList& Polygons);
 
+  /// A fresh empty list.
   std::unique_ptr<TLABHPolygonList> New() const {
     return std::unique_ptr<TLABHPolygonList>(DoNew());
   }
+  /// Deep copies of all regions, in the same order.
   std::unique_ptr<TLABHPolygonList> Clone() const {
     return std::unique_ptr<TLABHPolygonList>(DoClone());
   }

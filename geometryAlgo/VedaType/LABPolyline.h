@@ -40,12 +40,15 @@ using TLWPolyline = std::vector<TLWPoint2D>;
 /// those stated; everything else answers a neutral value for an empty chain.
 class TLABPolyline : public IVGeometry2D {
  public:
+  /// Walks the segments, which only the list may change.
   using TConstIterator = std::vector<TLABSegline>::const_iterator;
 
   // --- The list (LABPolyline.cpp) ---
 
   TLABPolyline() = default;
+  /// The segments as they are: nothing is joined.
   TLABPolyline(std::initializer_list<TLABSegline> Segs) : FSegs(Segs) {}
+  /// The segments as they are: nothing is joined.
   explicit TLABPolyline(std::vector<TLABSegline> Segs) : FSegs(std::move(Segs)) {}
   /// A line for each edge of the polyline.
   explicit TLABPolyline(const TVPolyline2D& Polyline);
@@ -60,19 +63,25 @@ class TLABPolyline : public IVGeometry2D {
   /// `TLABPolyline(*ToGeCurve2D())` is the chain itself, to rounding.
   explicit TLABPolyline(const TGeCurve2D& Curve);
 
+  /// A fresh empty chain.
   std::unique_ptr<TLABPolyline> New() const { return std::unique_ptr<TLABPolyline>(DoNew()); }
+  /// A copy; what was worked out is shared.
   std::unique_ptr<TLABPolyline> Clone() const { return std::unique_ptr<TLABPolyline>(DoClone()); }
 
-  int Count() const { return static_cast<int>(FSegs.size()); }
-  bool IsEmpty() const { return FSegs.empty(); }
+  int Count() const { return static_cast<int>(FSegs.size()); }  ///< Segments in the chain.
+  bool IsEmpty() const { return FSegs.empty(); }                ///< No segment in the chain.
+  /// Segment `Index`, to read.
   const TLABSegline& operator[](int Index) const {
     CheckIndex(Index, Count());
     return FSegs[static_cast<std::size_t>(Index)];
   }
+  /// The segment at either end. An empty chain has none and raises.
   const TLABSegline& First() const { return (*this)[0]; }
-  const TLABSegline& Last() const { return (*this)[Count() - 1]; }
+  const TLABSegline& Last() const { return (*this)[Count() - 1]; }  ///< The same at the end.
+  /// The segments in order; any change of the chain ends a walk.
   TConstIterator begin() const { return FSegs.begin(); }
-  TConstIterator end() const { return FSegs.end(); }
+  TConstIterator end() const { return FSegs.end(); }  ///< Behind the last.
+  /// The segments as the vector they stand in, for hot loops.
   const std::vector<TLABSegline>& Segs() const { return FSegs; }
 
   /// Appends and returns the position. A segment that does not start at the end of the chain (1e-6)
@@ -83,9 +92,12 @@ class TLABPolyline : public IVGeometry2D {
   void AddRange(const TLABPolyline& Other);
   /// These take the segment as it is.
   void Insert(int Index, const TLABSegline& Seg);
-  void Replace(int Index, const TLABSegline& Seg);
+  void Replace(int Index, const TLABSegline& Seg);  ///< Takes the segment as it is.
+  /// Takes a segment out; its neighbours stay as they are, so that a gap may remain.
   void Delete(int Index);
+  /// Takes all segments out.
   void Clear();
+  /// Room for `Capacity` segments in all.
   void Reserve(int Capacity);
   /// Drops the sampled polyline and the index; every change of the list does.
   void ClearSamplePolyline();
@@ -113,7 +125,7 @@ class TLABPolyline : public IVGeometry2D {
   /// start of an open chain "...: 不封闭混合多段线起点没有左切向量", for `RightTangentVector` its
   /// end "...: 不封闭混合多段线终点没有右切向量".
   TPoint2D LeftTangentVector(int Index) const;
-  TPoint2D RightTangentVector(int Index) const;
+  TPoint2D RightTangentVector(int Index) const;  ///< The direction leaving it.
 
   // --- Shape (LABPolylineShape.cpp) ---
 
@@ -183,6 +195,7 @@ class TLABPolyline : public IVGeometry2D {
   void CollinearSmooth(double Eps = kLinearTolerance);
 
  protected:
+  /// The empty chain that `New` starts from; a derived class answers its own.
   virtual TLABPolyline* DoNew() const { return new TLABPolyline; }
   TLABPolyline* DoClone() const override { return new TLABPolyline(*this); }
 
@@ -205,9 +218,11 @@ class TLABPolylineList : public TVGeometry2DList<TLABPolyline> {
  public:
   using TVGeometry2DList::TVGeometry2DList;
 
+  /// A fresh empty list.
   std::unique_ptr<TLABPolylineList> New() const {
     return std::unique_ptr<TLABPolylineList>(DoNew());
   }
+  /// Deep copies of all chains, in the same order.
   std::unique_ptr<TLABPolylineList> Clone() const {
     return std::unique_ptr<TLABPolylineList>(DoClone());
   }

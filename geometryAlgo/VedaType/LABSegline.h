@@ -15,6 +15,7 @@ namespace tarnalgo {
 
 class TVPolyline2D;
 
+/// What a piece of a contour is: `stLine` straight, `stArc` circular, `stBezier` a cubic.
 enum class TSegType : std::uint8_t { stLine, stArc, stBezier };
 using enum TSegType;
 
@@ -34,12 +35,12 @@ using enum TSegType;
 /// Parameter: a real T from 0 at `P1` to 1 at the end. Tolerances are lengths unless said
 /// otherwise.
 struct TLABSegline {
-  TSegType SegType = stLine;
-  TPoint2D P1;
-  TPoint2D P2;
-  TPoint2D P3;
-  TPoint2D P4;
-  double Bulge = 0.0;
+  TSegType SegType = stLine;  ///< Which of the fields count.
+  TPoint2D P1;                ///< Start.
+  TPoint2D P2;                ///< Centre of an arc, first control point of a Bezier.
+  TPoint2D P3;                ///< Second control point of a Bezier.
+  TPoint2D P4;                ///< End.
+  double Bulge = 0.0;  ///< Tan of a quarter of an arc's signed sweep; its sign tells the sense.
 
   constexpr TLABSegline() = default;
   /// The fields as they are.
@@ -57,6 +58,7 @@ struct TLABSegline {
   constexpr TLABSegline(const TPoint2D& AP1, const TPoint2D& AP2, const TPoint2D& AP3,
                         const TPoint2D& AP4)
       : SegType(stBezier), P1(AP1), P2(AP2), P3(AP3), P4(AP4) {}
+  /// A line.
   constexpr explicit TLABSegline(const TVLine2D& Line) : P1(Line.StartPoint), P4(Line.EndPoint) {}
   /// An arc; a full circle from a full turn on, or where ends within 1e-6 leave less than that
   /// open. An arc shorter than that is a line: its ends would make a circle of it.
@@ -136,13 +138,18 @@ struct TLABSegline {
 
   // --- New segments: the operation applied to every point field ---
 
+  /// Every point rounded to `Digits` decimals, halves to even; the bulge stays.
   TLABSegline RoundTo(int Digits) const;
+  /// Moved by `V`.
   TLABSegline Translate(const TPoint2D& V) const;
+  /// Moves this very segment.
   void TranslateInplace(const TPoint2D& V) { *this = Translate(V); }
   /// Turned by `A` radians about the origin, or about `Centre`.
   TLABSegline Rotate(double A) const;
-  TLABSegline Rotate(double A, const TPoint2D& Centre) const;
+  TLABSegline Rotate(double A, const TPoint2D& Centre) const;  ///< The same about `Centre`.
+  /// A quarter turn counter-clockwise about the origin, exact.
   TLABSegline RotateBy90() const;
+  /// A quarter turn clockwise about the origin, exact.
   TLABSegline RotateBy_90() const;
   /// (X, Y) becomes (−X, Y); the bulge changes its sign.
   TLABSegline YMirror() const;
@@ -151,6 +158,7 @@ struct TLABSegline {
   TLABSegline Transform(const TMatrix2D& Matrix) const;
   /// The same shape run the other way. Twice is the identity.
   TLABSegline Reverse() const;
+  /// Turns this very segment round.
   void ReverseInplace() { *this = Reverse(); }
 };
 

@@ -20,37 +20,46 @@ namespace tarnalgo {
 /// The relations answer a code: 0 = no common point, 1 = exactly one, 2 = coincident (overlapping).
 /// Points handed back are untouched where the code does not promise them.
 struct TVLine2D {
-  TPoint2D StartPoint;
-  TPoint2D EndPoint;
+  TPoint2D StartPoint;  ///< Where the parameter is 0.
+  TPoint2D EndPoint;    ///< Where the parameter is 1.
 
   constexpr TVLine2D() = default;
+  /// From one point to the other.
   constexpr TVLine2D(const TPoint2D& AStartPoint, const TPoint2D& AEndPoint)
       : StartPoint(AStartPoint), EndPoint(AEndPoint) {}
+  /// The host's segment.
   constexpr explicit TVLine2D(const TLine2D& Line)
       : StartPoint(Line.StartPoint), EndPoint(Line.EndPoint) {}
 
+  /// The host's segment of the same ends.
   constexpr TLine2D ToLine2D() const { return {StartPoint, EndPoint}; }
 
   // --- Measures ---
 
+  /// Distance of the two ends.
   double Length() const { return StartPoint.DistanceTo(EndPoint); }
   /// Tangent of the direction angle: ±infinity for a vertical segment, 0 for a degenerate one.
   double Slope() const;
+  /// From start to end, not normalised.
   constexpr TPoint2D Vector() const { return EndPoint - StartPoint; }
+  /// The middle; halves are added, so that it does not overflow.
   constexpr TPoint2D Center() const { return StartPoint * 0.5 + EndPoint * 0.5; }
+  /// Box of the two ends.
   constexpr TVRect2D BoundBox() const { return {StartPoint, EndPoint}; }
 
   // --- New segments ---
 
+  /// The same segment run the other way.
   constexpr TVLine2D ReverseDirection() const { return {EndPoint, StartPoint}; }
+  /// Moved by `V`.
   TVLine2D Translate(const TPoint2D& V) const;
   /// Turned by `A` radians about the origin, or about `Centre`.
   TVLine2D Rotate(double A) const;
-  TVLine2D Rotate(double A, const TPoint2D& Centre) const;
+  TVLine2D Rotate(double A, const TPoint2D& Centre) const;  ///< The same about `Centre`.
   /// Brought to length `ALength` from the start point, which stays (`Stretch`), or to both sides of
   /// the centre, which stays (`BiStretch`). A negative length turns the segment round.
   TVLine2D Stretch(double ALength) const;
-  TVLine2D BiStretch(double ALength) const;
+  TVLine2D BiStretch(double ALength) const;  ///< The same to both sides of the centre.
   /// The parallel segment at distance `D` on the left, on the right for a negative one.
   TVLine2D Offset(double D) const;
   /// This segment turned by 90° counter-clockwise about its centre.
@@ -70,11 +79,11 @@ struct TVLine2D {
   /// Distance from the segment. `T` is the parameter of the nearest point: 0 or 1 exactly where an
   /// end is nearest, 0 for a degenerate segment.
   double SegmentDistanceTo(const TPoint2D& P) const;
-  double SegmentDistanceTo(const TPoint2D& P, double& T) const;
+  double SegmentDistanceTo(const TPoint2D& P, double& T) const;  ///< The same with the place.
   /// Distance from the infinite line, from `StartPoint` for a degenerate segment. `T` is the
   /// parameter of the foot; the second form measures to that foot.
   double LineDistanceTo(const TPoint2D& P) const;
-  double LineDistanceTo(const TPoint2D& P, double& T) const;
+  double LineDistanceTo(const TPoint2D& P, double& T) const;  ///< The same, to the foot at `T`.
 
   /// `P` lies on the segment: at most `Eps` from the infinite line, and its parameter in [0, 1]
   /// with slack of the same number (so the slack of the ends grows with the length).
@@ -86,12 +95,14 @@ struct TVLine2D {
   /// The whole segment lies along one side of the box, within `Eps`. Never for an empty box.
   bool OnBorder(const TVRect2D& Box, double Eps = kLinearTolerance) const;
 
+  ///@{
   /// The coordinate of the infinite line at the other one, and the point there. A line that never
   /// reaches it (horizontal for a given Y, vertical for a given X) answers its start point's.
   double CalculateX(double Y) const;
   double CalculateY(double X) const;
   TPoint2D PointOfLineAtX(double X) const;
   TPoint2D PointOfLineAtY(double Y) const;
+  ///@}
 
   /// Those of the first `Count` points of `Q1`, `Q2` that have their parameter on this segment, put
   /// into `P1`, `P2` in their order; the result counts them. For points known to lie on the line.
@@ -101,6 +112,7 @@ struct TVLine2D {
 
   // --- Relations of lines ---
 
+  ///@{
   /// The infinite lines: 1 when they cross, 2 when they coincide, 0 when they are parallel and
   /// apart. `P` is the crossing.
   /// Tolerance: products of lengths, not normalised: parallel when |V1 × V2| <= `ParallelEps`,
@@ -111,6 +123,7 @@ struct TVLine2D {
                        double CoincidentEps = kLinearTolerance) const;
   int RelationWithLine(const TVLine2D& Other, TPoint2D& P, double ParallelEps = kLinearTolerance,
                        double CoincidentEps = kLinearTolerance) const;
+  ///@}
   /// This segment against the infinite `Line`: as `RelationWithLine`, but 1 only where the
   /// parameter of the crossing on this segment lies in [0, 1] (exact, ends included), else 0.
   int RelationSeglineWithLine(const TVLine2D& Line, TPoint2D& P) const;

@@ -22,11 +22,13 @@ using TNullablePoint2D = TNullable<TPoint2D>;
 /// A vertex of a light-weight polyline: a point and the bulge of the piece that starts there
 /// (tan of a quarter of its signed sweep, 0 for a straight piece, negative for clockwise).
 struct TLWPoint2D {
-  TPoint2D Pt;
-  double Bulge = 0.0;
+  TPoint2D Pt;         ///< The vertex.
+  double Bulge = 0.0;  ///< Of the piece to the next vertex.
 
   constexpr TLWPoint2D() = default;
+  /// A vertex that a straight piece leaves.
   constexpr explicit TLWPoint2D(const TPoint2D& APt) : Pt(APt) {}
+  /// A vertex and the bulge of the piece that leaves it.
   constexpr TLWPoint2D(const TPoint2D& APt, double ABulge) : Pt(APt), Bulge(ABulge) {}
 };
 
@@ -42,10 +44,11 @@ concept TNotIntegers = std::floating_point<T> || std::floating_point<TOther>;
 /// A plain value of 16 bytes without padding, so that a bytewise hash or comparison is an exact
 /// one. Sums and negatives that leave the 64 bits wrap round.
 struct TPointL2D {
-  std::int64_t X = 0;
-  std::int64_t Y = 0;
+  std::int64_t X = 0;  ///< To the right, lattice units.
+  std::int64_t Y = 0;  ///< Upwards, lattice units.
 
   constexpr TPointL2D() = default;
+  /// The point of these integers.
   constexpr TPointL2D(std::int64_t AX, std::int64_t AY) : X(AX), Y(AY) {}
   /// Coordinates that are not integers need the rounding of `TPointL2D(TPoint2D)`.
   template <class TY, TNotIntegers<TY> TX>
@@ -53,14 +56,18 @@ struct TPointL2D {
   /// Each coordinate rounded to the nearest integer, exact halves to even. Beyond the 64 bits the
   /// nearest integer that exists; NaN gives 0.
   explicit TPointL2D(const TPoint2D& P);
+  /// The host's point, exact.
   constexpr explicit TPointL2D(const Cadtypes::TIntPoint& P) : X(P.X), Y(P.Y) {}
 
   friend constexpr bool operator==(const TPointL2D&, const TPointL2D&) = default;
 
+  /// The opposite vector.
   constexpr TPointL2D operator-() const { return TPointL2D() - *this; }
+  /// Componentwise sum.
   constexpr TPointL2D operator+(const TPointL2D& B) const {
     return {Wrap(Bits(X) + Bits(B.X)), Wrap(Bits(Y) + Bits(B.Y))};
   }
+  /// Componentwise difference.
   constexpr TPointL2D operator-(const TPointL2D& B) const {
     return {Wrap(Bits(X) - Bits(B.X)), Wrap(Bits(Y) - Bits(B.Y))};
   }
@@ -78,6 +85,7 @@ struct TPointL2D {
   double DistanceTo(const TPointL2D& P) const;
   /// The vector turned counter-clockwise by 90° and by 270°.
   constexpr TPointL2D RotateBy90() const { return {(-*this).Y, X}; }
+  /// The vector turned by 270°.
   constexpr TPointL2D RotateBy270() const { return {Y, (-*this).X}; }
 
  private:
@@ -100,11 +108,12 @@ class TPoint2DUtils {
   /// Both coordinates are finite.
   static bool IsFinite(const TPoint2D& P) { return std::isfinite(P.X) && std::isfinite(P.Y); }
 
-  /// Lexicographic orders by exact signs: X then Y; Y then X. −1, 0 or 1.
+  /// Lexicographic order by exact signs, X then Y: −1, 0 or 1.
   static int CompareByXY(const TPoint2D& A, const TPoint2D& B) {
     if (const int Sign = CompareExact(A.X, B.X)) return Sign;
     return CompareExact(A.Y, B.Y);
   }
+  /// The same by Y, then X.
   static int CompareByYX(const TPoint2D& A, const TPoint2D& B);
 
   /// The quadrant of a vector, 1..4 counter-clockwise. Each quadrant has its first half axis and

@@ -24,19 +24,28 @@ namespace tarnalgo {
 /// Errors: a position outside 0 .. Count − 1 (`Insert`: Count), `EParamError`, nothing changed.
 class TVPoint2DList : public IVGeometry2D {
  public:
+  /// Walks points that may be moved.
   using TIterator = std::vector<TPoint2D>::iterator;
+  /// Walks points to read.
   using TConstIterator = std::vector<TPoint2D>::const_iterator;
 
   TVPoint2DList() = default;
+  ///@{
+  /// The points as they are, repeats included.
   TVPoint2DList(std::initializer_list<TPoint2D> Points) : FPoints(Points) {}
   explicit TVPoint2DList(std::vector<TPoint2D> Points) : FPoints(std::move(Points)) {}
+  ///@}
 
   /// A fresh empty list of the same class.
   std::unique_ptr<TVPoint2DList> New() const { return std::unique_ptr<TVPoint2DList>(DoNew()); }
+  /// A copy of the same class.
   std::unique_ptr<TVPoint2DList> Clone() const { return std::unique_ptr<TVPoint2DList>(DoClone()); }
 
+  /// Points in the list, closing repeats included.
   int Count() const { return static_cast<int>(FPoints.size()); }
-  bool IsEmpty() const { return FPoints.empty(); }
+  bool IsEmpty() const { return FPoints.empty(); }  ///< No point in the list.
+  ///@{
+  /// The point at `Index`.
   const TPoint2D& operator[](int Index) const {
     CheckIndex(Index, Count());
     return FPoints[static_cast<std::size_t>(Index)];
@@ -45,26 +54,38 @@ class TVPoint2DList : public IVGeometry2D {
     CheckIndex(Index, Count());
     return FPoints[static_cast<std::size_t>(Index)];
   }
+  ///@}
+  /// The point at either end. An empty list has none and raises.
   const TPoint2D& First() const { return (*this)[0]; }
-  const TPoint2D& Last() const { return (*this)[Count() - 1]; }
+  const TPoint2D& Last() const { return (*this)[Count() - 1]; }  ///< The same at the end.
+  ///@{
+  /// The points in order; an addition ends a walk.
   TIterator begin() { return FPoints.begin(); }
   TIterator end() { return FPoints.end(); }
   TConstIterator begin() const { return FPoints.begin(); }
   TConstIterator end() const { return FPoints.end(); }
+  ///@}
   /// All points; valid until the list changes.
   const std::vector<TPoint2D>& Points() const { return FPoints; }
 
+  /// Room for `Capacity` points in all.
   void Reserve(int Capacity);
   /// Appends and returns the position.
   int Add(const TPoint2D& P);
+  /// Appends all points of `Other`, which may be this list.
   void AddRange(const TVPoint2DList& Other);
-  void AddRange(const std::vector<TPoint2D>& Points);
+  void AddRange(const std::vector<TPoint2D>& Points);  ///< The same.
+  /// Puts `P` before the point at `Index`, or at the end for `Index` = Count.
   void Insert(int Index, const TPoint2D& P);
+  /// Takes out the point at `Index`.
   void Delete(int Index);
+  /// Takes out all points, keeps the memory.
   void Clear() { FPoints.clear(); }
+  /// The last point comes first.
   void Reverse();
   /// Takes over the points of `Other`, which may be this list.
   void Assign(const TVPoint2DList& Other);
+  /// Takes the vector over.
   void Assign(std::vector<TPoint2D> Points) { FPoints = std::move(Points); }
   /// Cuts `ACount` points out, beginning with point `Index`, and hands them over in their order.
   /// A stretch that reaches beyond an end of the list is cut where the list ends.
@@ -96,9 +117,11 @@ class TVPoint2DList : public IVGeometry2D {
   int FindMostValueId(TDir Dir) const;
 
  protected:
+  /// The empty list that `New` starts from; a derived class answers its own.
   virtual TVPoint2DList* DoNew() const { return new TVPoint2DList; }
   TVPoint2DList* DoClone() const override { return new TVPoint2DList(*this); }
 
+  /// The points, within reach of derived classes.
   std::vector<TPoint2D> FPoints;
 
  private:
@@ -133,23 +156,31 @@ class TVPolyline2D : public TVPoint2DList {
   // --- Making and handing over (Polyline.cpp) ---
 
   TVPolyline2D() = default;
+  /// The points as they are; closed only where the last repeats the first.
   TVPolyline2D(std::initializer_list<TPoint2D> Points) : TVPoint2DList(Points) {}
+  /// A polyline of one point.
   explicit TVPolyline2D(const TPoint2D& Point) : TVPoint2DList{Point} {}
+  /// The two ends of a segment.
   explicit TVPolyline2D(const TVLine2D& Line) : TVPoint2DList{Line.StartPoint, Line.EndPoint} {}
   /// Top right, top left, bottom left, bottom right, top right: closed and counter-clockwise.
   explicit TVPolyline2D(const TVRect2D& Rect);
+  /// The points as they are; closed only where the last repeats the first.
   explicit TVPolyline2D(std::vector<TPoint2D> Points) : TVPoint2DList(std::move(Points)) {}
+  /// The points of a list.
   explicit TVPolyline2D(const TVPoint2DList& Points) : TVPoint2DList(Points) {}
   /// Each integer point divided by `Scale`.
   TVPolyline2D(const TPath& Path, double Scale);
 
+  /// A fresh empty polyline.
   std::unique_ptr<TVPolyline2D> New() const { return std::unique_ptr<TVPolyline2D>(DoNew()); }
+  /// A copy of the same class.
   std::unique_ptr<TVPolyline2D> Clone() const { return std::unique_ptr<TVPolyline2D>(DoClone()); }
 
   /// One integer point a vertex: coordinates times `Scale`, rounded as `ScaledIntPoint` does.
   TPath ToPath(double Scale) const;
+  /// A copy of the points, as the host exchanges them.
   TDynPoints2D ToTDynPoints2D() const { return FPoints; }
-  std::vector<TPoint2D> ToTPoint2DList() const { return FPoints; }
+  std::vector<TPoint2D> ToTPoint2DList() const { return FPoints; }  ///< The same copy.
   /// For inspection: every point as "(%.16f, %.16f), ", one after another.
   std::string ToString() const;
   /// For inspection: a line with the colour, then a line "(%.16f, %.16f)" for each point.
@@ -183,6 +214,7 @@ class TVPolyline2D : public TVPoint2DList {
   /// an empty polyline.
   /// Ties: the first edge.
   double DistTo(const TPoint2D& P, TPoint2D& Nearest) const;
+  /// The same without the foot point.
   double DistTo(const TPoint2D& P) const;
   /// The point at parameter `U`, the origin outside [0, Count − 1]. Exact bounds, no slack: who
   /// adds up parameters clamps them.
@@ -198,6 +230,7 @@ class TVPolyline2D : public TVPoint2DList {
   /// The place reached after `Length` from the first vertex, held within the ends. The origin for
   /// an empty polyline.
   TPoint2D CalcTravelPos(double Length) const;
+  ///@{
   /// Direction of the polyline at parameter `U`: the vector of the edge, its length kept (the
   /// derivative by the parameter). At a vertex `CalcLeftDerivative` takes the edge that arrives and
   /// `CalcRightDerivative` the one that leaves, round the joint of a closed polyline;
@@ -207,6 +240,7 @@ class TVPolyline2D : public TVPoint2DList {
   TPoint2D CalcDerivative(double U) const;
   TPoint2D CalcLeftDerivative(double U) const;
   TPoint2D CalcRightDerivative(double U) const;
+  ///@}
   /// The part from parameter `ParamFrom` to `ParamTo`: the two end points interpolated, between
   /// them the vertices strictly between the two parameters. Equal parameters give that point twice,
   /// a parameter outside [0, Count − 1] the origin as end. An empty polyline has empty parts.
@@ -228,6 +262,7 @@ class TVPolyline2D : public TVPoint2DList {
   // over runs of edges; a hatch of long parallel edges at any angle keeps to it too. O(n m) where
   // the boxes of most edges overlap.
 
+  ///@{
   /// Everything this polyline has in common with the other, appended to the lists in the order in
   /// which this polyline runs: the single points into `Points`, the stretches where edges run along
   /// each other into `Lines`, directed as this polyline. Each place is reported once, however many
@@ -239,11 +274,15 @@ class TVPolyline2D : public TVPoint2DList {
                  double Eps = kLinearTolerance) const;
   bool CrossWith(const TVPolyline2D& Other, std::vector<TPoint2D>& Points,
                  std::vector<TVLine2D>& Lines, double Eps = kLinearTolerance) const;
+  ///@}
+  ///@{
   /// The last place that this polyline has in common with the other on its way; false, `LastPt`
   /// untouched, when there is none.
   bool CrossWithLastPt(const TVLine2D& Line, TPoint2D& LastPt, double Eps = kLinearTolerance) const;
   bool CrossWithLastPt(const TVPolyline2D& Other, TPoint2D& LastPt,
                        double Eps = kLinearTolerance) const;
+  ///@}
+  ///@{
   /// The common place nearest to `From`; on a stretch its nearest point. False, `Nearest`
   /// untouched, when there is none.
   /// Ties: points before stretches, then the first along this polyline.
@@ -251,8 +290,10 @@ class TVPolyline2D : public TVPoint2DList {
                          double Eps = kLinearTolerance) const;
   bool NearestCrossPoint(const TVPolyline2D& Other, const TPoint2D& From, TPoint2D& Nearest,
                          double Eps = kLinearTolerance) const;
+  ///@}
   /// There is a common place; stops at the first one found.
   bool IsCrossWith(const TVLine2D& Line, double Eps = kLinearTolerance) const;
+  /// The same with a polyline.
   bool IsCrossWith(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
   /// Two edges meet that do not follow each other, or two that do run back over one another.
   /// Touching is meeting: a contour that comes back to one of its vertices intersects itself. The
@@ -309,11 +350,13 @@ class TVPolyline2D : public TVPoint2DList {
 
   // --- Shape (PolylineShape.cpp) ---
 
+  ///@{
   /// The same vertices in the same order within `Eps`. Where a closed polyline begins does not
   /// matter. `IsEqualToReverse` compares with the reversed other polyline.
   /// Cost: O(n), times the visits of a closed polyline to its first point at worst.
   bool IsEqualTo(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
   bool IsEqualToReverse(const TVPolyline2D& Other, double Eps = kLinearTolerance) const;
+  ///@}
   /// The ring is a rectangle, at any angle and in either sense: four corners, diagonals that halve
   /// each other and are of one length, each within `Eps`. Vertices on its sides do not matter.
   bool IsRect(double Eps = kLinearTolerance) const;
@@ -341,6 +384,7 @@ class TVPolyline2D : public TVPoint2DList {
   double CurvatureRadius(int I) const;
 
  protected:
+  /// The empty polyline that `New` starts from; a derived class answers its own.
   TVPolyline2D* DoNew() const override { return new TVPolyline2D; }
   TVPolyline2D* DoClone() const override { return new TVPolyline2D(*this); }
 
@@ -366,9 +410,11 @@ class TVPolyline2DList : public TVGeometry2DList<TVPolyline2D> {
  public:
   using TVGeometry2DList::TVGeometry2DList;
 
+  /// A fresh empty list.
   std::unique_ptr<TVPolyline2DList> New() const {
     return std::unique_ptr<TVPolyline2DList>(DoNew());
   }
+  /// Deep copies of all polylines, in the same order.
   std::unique_ptr<TVPolyline2DList> Clone() const {
     return std::unique_ptr<TVPolyline2DList>(DoClone());
   }
@@ -379,6 +425,7 @@ class TVPolyline2DList : public TVGeometry2DList<TVPolyline2D> {
   /// when there is no point at all.
   /// Ties: the first polyline.
   double DistanceTo(const TPoint2D& P, TPoint2D& Nearest) const;
+  /// The same without the foot point.
   double DistanceTo(const TPoint2D& P) const;
   /// Deletes polylines that repeat an earlier one (`IsEqualTo`, `IsEqualToReverse`); the number
   /// deleted.

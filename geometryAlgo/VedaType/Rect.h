@@ -16,10 +16,10 @@ namespace tarnalgo {
 /// with any box. Operations return new boxes unless their name says otherwise (`Set...`,
 /// `...InPlace`).
 struct TVRect2D {
-  double Left = std::numeric_limits<double>::infinity();
-  double Right = -std::numeric_limits<double>::infinity();
-  double Top = -std::numeric_limits<double>::infinity();
-  double Bottom = std::numeric_limits<double>::infinity();
+  double Left = std::numeric_limits<double>::infinity();    ///< Least X.
+  double Right = -std::numeric_limits<double>::infinity();  ///< Greatest X.
+  double Top = -std::numeric_limits<double>::infinity();    ///< Greatest Y.
+  double Bottom = std::numeric_limits<double>::infinity();  ///< Least Y.
 
   /// The empty box, the same value as `TRect2D::FNull`.
   constexpr TVRect2D() = default;
@@ -32,11 +32,13 @@ struct TVRect2D {
         Right(Greater(Corner1.X, Corner2.X)),
         Top(Greater(Corner1.Y, Corner2.Y)),
         Bottom(Less(Corner1.Y, Corner2.Y)) {}
+  /// The host's box.
   constexpr explicit TVRect2D(const TRect2D& R)
       : Left(R.Min.X), Right(R.Max.X), Top(R.Max.Y), Bottom(R.Min.Y) {}
 
   friend constexpr bool operator==(const TVRect2D&, const TVRect2D&) = default;
 
+  /// Not empty; a box of one point is valid.
   constexpr bool IsValid() const {
     // Not short-circuit: one branch for the caller instead of two.
     return static_cast<bool>(static_cast<int>(Left <= Right) & static_cast<int>(Bottom <= Top));
@@ -48,6 +50,8 @@ struct TVRect2D {
 
   /// Centre; the origin for an empty box, whose mid-side points have the coordinate 0 likewise.
   constexpr TPoint2D Center() const { return {CenterX(), CenterY()}; }
+  ///@{
+  /// Corners, as the fields have them, and the middles of the sides.
   constexpr TPoint2D GetTopLeft() const { return {Left, Top}; }
   constexpr TPoint2D GetBottomLeft() const { return {Left, Bottom}; }
   constexpr TPoint2D GetTopRight() const { return {Right, Top}; }
@@ -56,15 +60,16 @@ struct TVRect2D {
   constexpr TPoint2D GetRightCenter() const { return {Right, CenterY()}; }
   constexpr TPoint2D GetTopCenter() const { return {CenterX(), Top}; }
   constexpr TPoint2D GetBottomCenter() const { return {CenterX(), Bottom}; }
+  ///@}
   /// Moves that corner; the opposite one stays, nothing is put in order.
   void SetTopLeft(const TPoint2D& P);
-  void SetBottomRight(const TPoint2D& P);
+  void SetBottomRight(const TPoint2D& P);  ///< Moves the lower right corner.
 
   // --- Measures ---
 
   /// Sides as they are: negative where an empty box is turned inside out.
   constexpr double Width() const { return Right - Left; }
-  constexpr double Height() const { return Top - Bottom; }
+  constexpr double Height() const { return Top - Bottom; }  ///< The side along Y.
   /// Length of the diagonal, 0 for an empty box.
   double HypotLength() const;
   /// The longer side runs along X; a square counts.
@@ -73,18 +78,21 @@ struct TVRect2D {
   double Ratio() const;
   /// `Width` · `Height`, −1 for an empty box.
   constexpr double Area() const { return IsValid() ? Width() * Height() : -1.0; }
+  ///@{
   /// Area and perimeter with an empty box counted as nothing: 0.
   constexpr double GeneralArea() const { return IsValid() ? Width() * Height() : 0.0; }
   constexpr double GeneralPerimeter() const { return IsValid() ? 2.0 * (Width() + Height()) : 0.0; }
+  ///@}
 
   // --- New boxes; an empty one stays as it is ---
 
   /// The box of the box turned by `A` radians, about the origin or about `Centre`.
   TVRect2D Rotate(double A) const;
-  TVRect2D Rotate(double A, const TPoint2D& Centre) const;
+  TVRect2D Rotate(double A, const TPoint2D& Centre) const;  ///< The same about `Centre`.
   /// Moved by a vector; `Offset` takes its coordinates.
   TVRect2D Translate(const TPoint2D& V) const;
-  TVRect2D Offset(double DX, double DY) const;
+  TVRect2D Offset(double DX, double DY) const;  ///< The same by coordinates.
+  ///@{
   /// Grown by the distance on every side, or by `DX` left and right and `DY` above and below.
   /// Negative distances shrink, in the end to an empty box.
   constexpr TVRect2D Inflate(double D) const { return Inflate(D, D); }
@@ -92,10 +100,12 @@ struct TVRect2D {
     if (!IsValid()) return *this;  // a wide margin would make it a box
     return {Left - DX, Right + DX, Top + DY, Bottom - DY};
   }
+  ///@}
   /// Scaled about the origin, or about `Centre`. A negative factor mirrors.
   TVRect2D Zoom(double K) const;
-  TVRect2D Zoom(double K, const TPoint2D& Centre) const;
+  TVRect2D Zoom(double K, const TPoint2D& Centre) const;  ///< The same about `Centre`.
 
+  ///@{
   /// The smallest box that covers both; an empty one (a point with NaN) adds nothing.
   constexpr TVRect2D Expand(const TVRect2D& R) const {
     if (!R.IsValid()) return *this;
@@ -104,9 +114,12 @@ struct TVRect2D {
             Less(Bottom, R.Bottom)};
   }
   constexpr TVRect2D Expand(const TPoint2D& P) const { return Expand(TVRect2D(P, P)); }
+  ///@}
+  /// `Expand` of this very box.
   constexpr void ExpandInPlace(const TVRect2D& R) { *this = Expand(R); }
-  constexpr void ExpandInPlace(const TPoint2D& P) { *this = Expand(P); }
+  constexpr void ExpandInPlace(const TPoint2D& P) { *this = Expand(P); }  ///< The same for a point.
 
+  ///@{
   /// The common part, a line or a point where the boxes only touch; an empty box when they are
   /// apart. `*` is the same operation.
   constexpr TVRect2D Intersect(const TVRect2D& R) const {
@@ -115,6 +128,7 @@ struct TVRect2D {
             Greater(Bottom, R.Bottom)};
   }
   constexpr TVRect2D operator*(const TVRect2D& R) const { return Intersect(R); }
+  ///@}
 
   // --- Relations; tolerances are lengths ---
 
@@ -123,6 +137,7 @@ struct TVRect2D {
 
   /// Where `P` lies: `srOn` within `Eps` of the border (by coordinates), else `srIn` or `srOut`.
   TShapeRelation RelationWith(const TPoint2D& P, double Eps = kLinearTolerance) const;
+  ///@{
   /// Where the other box lies, the other box being the subject: `srEqual` when no side differs by
   /// more than `Eps`; `srContained` when it lies in this one, `srContain` when this one lies in it,
   /// both with slack `Eps`; `srOn` when they only touch from outside; `srDeviate` when more than
@@ -130,11 +145,13 @@ struct TVRect2D {
   /// operation.
   TShapeRelation RelationWith(const TVRect2D& R, double Eps = kLinearTolerance) const;
   TShapeRelation RelationWithRectangle(const TVRect2D& R, double Eps = kLinearTolerance) const;
+  ///@}
 
   /// A box of the size of `R` fits into this one as it stands (`Holds`), turned by 90° (`Holds90`).
   /// Only the sizes count, not the places; equality within `Eps` fits. An empty `R` always fits,
   /// an empty box holds nothing else.
   bool Holds(const TVRect2D& R, double Eps = kLinearTolerance) const;
+  /// The same with `R` turned by 90°.
   bool Holds90(const TVRect2D& R, double Eps = kLinearTolerance) const;
   /// The same place and size: no side differs by more than `Eps`; any two empty boxes.
   bool SameAs(const TVRect2D& R, double Eps = kLinearTolerance) const;

@@ -19,6 +19,7 @@ class TCrossTool {
   static void AddPoint(TCollection<TPointL2D>& Keys, std::vector<TPoint2D>& Points,
                        const TPoint2D& P);
 
+  ///@{
   /// Appends where `TransLine` meets the other curve: single points, touches and ends included, to
   /// `Points`; stretches that both curves run along, by their two ends, to `Lines`. A point that
   /// `Points` holds already, as `AddPoint` judges it, is not repeated. A composite may hold curves
@@ -28,6 +29,7 @@ class TCrossTool {
                     std::vector<TPoint2D>& Points, std::vector<TVLine2D>& Lines);
   static void Cross(const TGeCompositeCurve2D& TransLine, const TGeCompositeCurve2D& Other,
                     std::vector<TPoint2D>& Points, std::vector<TVLine2D>& Lines);
+  ///@}
 
   /// Deletes the points at `P` from `Points` and answers whether any is left: touching at a shared
   /// end `P` is no crossing.

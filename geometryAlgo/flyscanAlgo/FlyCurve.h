@@ -27,16 +27,21 @@ class TFlyCurve {
   TFlyCurve(const TFlyCurve&) = delete;
   TFlyCurve& operator=(const TFlyCurve&) = delete;
 
+  /// The host curve that is cut along; null for none.
   TGeCurve2D* GeCurve() const { return FGeCurve; }
+  /// Refers to another curve; the former one is not freed.
   void SetGeCurve(TGeCurve2D* Value) { FGeCurve = Value; }
   /// The parameter of the curve at which cutting starts; matters for closed curves.
   double PathStartParam() const { return FPathStartParam; }
+  /// Sets where cutting starts; nothing checks that the curve has the parameter.
   void SetPathStartParam(double Value) { FPathStartParam = Value; }
   /// A connection (gap line or Bezier joint) rather than a cut of a part's edge.
   bool IsFlyGap() const { return FIsFlyGap; }
+  /// Marks the piece as a connection, or as a cut.
   void SetIsFlyGap(bool Value) { FIsFlyGap = Value; }
   /// The channel that cuts the piece; the first key of the segment order.
   std::int32_t ChannelPort() const { return FChannelPort; }
+  /// Hands the piece to another channel.
   void SetChannelPort(std::int32_t Value) { FChannelPort = Value; }
 
   /// Copies the four properties; the curve by reference. The class of `Dest` stays what it is.

@@ -24,7 +24,7 @@ class TFlyCurves : public TObjectList<TFlyCurve> {
   /// Start of the first piece's curve and end of the last one's (the curves' own ends, not where
   /// cutting starts). The zero point for an empty pass or a piece without a curve.
   TPoint2D StartPoint() const;
-  TPoint2D EndPoint() const;
+  TPoint2D EndPoint() const;  ///< End of the last one's.
 
   /// Runs the pass backwards: reverses the order of the pieces and each host curve in place. Each
   /// piece keeps the point at which its cutting starts.
@@ -41,9 +41,12 @@ class TFlyCurves : public TObjectList<TFlyCurve> {
 class TOwningFlyCurves : public TFlyCurves {
  public:
   TOwningFlyCurves() = default;
+  ///@{
+  /// Pieces and curves change hands. What an assigned pass held before is freed, curves too.
   TOwningFlyCurves(TOwningFlyCurves&& Other) noexcept
       : TFlyCurves(static_cast<TFlyCurves&&>(Other)) {}
   TOwningFlyCurves& operator=(TOwningFlyCurves&& Other) noexcept;
+  ///@}
   ~TOwningFlyCurves() override;
 
  protected:

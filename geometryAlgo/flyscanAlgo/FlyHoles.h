@@ -20,7 +20,8 @@ class TGeToDataDic {
   TGeToDataDic(const TGeToDataDic&) = delete;
   TGeToDataDic& operator=(const TGeToDataDic&) = delete;
 
-  int Count() const { return static_cast<int>(FEntries.size()); }
+  int Count() const { return static_cast<int>(FEntries.size()); }  ///< Keys present.
+  /// The very curve is a key.
   bool ContainsKey(const TGeCurve2D* Key) const { return FEntries.contains(Key); }
   /// The data of `Key`, `nullptr` when it is absent.
   TData* Find(const TGeCurve2D* Key) const {
@@ -38,6 +39,7 @@ class TGeToDataDic {
   }
   /// Removes `Key` and frees it; nothing happens when it is absent.
   void Remove(const TGeCurve2D* Key) { FEntries.erase(Key); }
+  /// Frees all curves; the data are not touched.
   void Clear() { FEntries.clear(); }
 
  private:
@@ -64,7 +66,8 @@ class TFlyHoles {
   TFlyHoles(const TFlyHoles&) = delete;
   TFlyHoles& operator=(const TFlyHoles&) = delete;
 
-  int Count() const { return FDic.Count(); }
+  int Count() const { return FDic.Count(); }  ///< Holes held, those without extent included.
+  /// The very curve is a hole here.
   bool Contains(const TGeCurve2D* GeCurve) const { return FDic.ContainsKey(GeCurve); }
   /// The index, for `TCrossTool::CheckCrossWithHoles` and searches of the host's own.
   const TRTree<TGeCurve2D*>& RTree() const { return FRTree; }
@@ -73,6 +76,7 @@ class TFlyHoles {
   /// `RemoveHole`. A hole without extent is held but never found.
   /// Ownership: takes the curve, also when the call raises (the curve is freed then).
   TGeCurve2D* AddHole(std::unique_ptr<TGeCurve2D> GeCurve);
+  /// The same for a raw pointer, which the holes own from here on.
   TGeCurve2D* AddHole(TGeCurve2D* GeCurve);
   /// Removes a hole and frees its curve; nothing happens when it is absent.
   void RemoveHole(const TGeCurve2D* GeCurve);

@@ -23,6 +23,7 @@ class TLinearSegment {
   /// Where the infinite line crosses the Y axis, or X of the given end point for a line within
   /// `AngleTolerance` of the vertical. Just outside that band it can be very large.
   double Intercept = 0.0;
+  /// The piece whose edge this is; its channel is the first key.
   TFlyCurve* RefCurve = nullptr;
 
   /// Computes the keys of `ALine`, an edge of `ACurve`. A segment of no length has the angle 0.

@@ -18,11 +18,12 @@ class TLinearSegmentList : public TObjectList<TLinearSegment> {
  public:
   /// Direction (radians) and intercept of the run, set by whoever makes it.
   double Angle = 0.0;
-  double Intercept = 0.0;
+  double Intercept = 0.0;  ///< As `TLinearSegment::Intercept`.
   /// Unit direction of the run: the zero vector until `BuildResult` derives it from `Angle`.
   TPoint2D AngVec;
 
   TLinearSegmentList() : TObjectList<TLinearSegment>(false) {}
+  /// An empty run of that direction and intercept.
   TLinearSegmentList(double AAngle, double AIntercept)
       : TObjectList<TLinearSegment>(false), Angle(AAngle), Intercept(AIntercept) {}
 

@@ -29,15 +29,16 @@ class TSegmentGroups : public TObjectList<TLinearSegmentList> {
 /// Equality is exact: directions a hair apart are different groups, so runs that belong together
 /// need the same bits, for instance the angle of the first of them.
 struct TGroupKey {
-  int Port = 0;
-  double Angle = 0.0;
+  int Port = 0;        ///< The channel.
+  double Angle = 0.0;  ///< Direction of the runs, radians.
 
   friend constexpr bool operator==(const TGroupKey&, const TGroupKey&) = default;
 };
 
 }  // namespace tarnalgo
 
-/// Agrees with `==`: both zeros hash alike.
+/// @cond
+// Agrees with `==`: both zeros hash alike.
 template <>
 struct std::hash<tarnalgo::TGroupKey> {
   std::size_t operator()(const tarnalgo::TGroupKey& Key) const noexcept {
@@ -46,3 +47,4 @@ struct std::hash<tarnalgo::TGroupKey> {
     return Port ^ (Angle + 0x9e3779b97f4a7c15ULL + (Port << 6) + (Port >> 2));
   }
 };
+/// @endcond

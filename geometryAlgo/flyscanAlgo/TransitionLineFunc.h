@@ -34,12 +34,15 @@ class TTransitionLineFunc {
 
   /// Length: `CalcTransitionLine` shrinks the radius while it is larger; 0 and less: it does not.
   double MinRadius() const { return FMinRadius; }
+  /// Nothing is checked; see `MinRadius`.
   void SetMinRadius(double Value) { FMinRadius = Value; }
   /// Angle (radians): poses at one point whose directions differ by less need no transition.
   double SamePtAng() const { return FSamePtAng; }
+  /// Nothing is checked; see `SamePtAng`.
   void SetSamePtAng(double Value) { FSamePtAng = Value; }
   /// Angle (radians): the most that a candidate turns, its arcs taken together; 3π/2 at first.
   double MaxAng() const { return FMaxAng; }
+  /// Nothing is checked; see `MaxAng`.
   void SetMaxAng(double Value) { FMaxAng = Value; }
 
   /// The shortest transition of radius `ARadius`. With `MinRadius` > 0 the radius shrinks by a
@@ -71,12 +74,14 @@ class TTransitionLineFunc {
   double CalcShortestLength(const TPoint2D& AStartPt, const TPoint2D& AStartVec,
                             const TPoint2D& AEndPt, const TPoint2D& AEndVec, double ARadius);
 
+  ///@{
   /// One candidate of the calculation that ran last, empty when it has none: turn about `C1`,
   /// straight, turn about `C2`, each clockwise where its flag is set; or, without arguments, the
   /// fillet.
   std::unique_ptr<TGeCompositeCurve2D> InternalCalc(const TPoint2D& C1, bool IsClockwise1,
                                                     const TPoint2D& C2, bool IsClockwise2) const;
   std::unique_ptr<TGeCompositeCurve2D> InternalCalc() const;
+  ///@}
 
   /// The exact sign of the difference of the lengths.
   static int CompareByCurveLength(const TGeCompositeCurve2D& A, const TGeCompositeCurve2D& B);

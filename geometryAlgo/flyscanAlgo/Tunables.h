@@ -5,6 +5,7 @@
 
 namespace tarnalgo {
 
+/// @file
 /// The tunables of flying-cut planning: process-wide variables, read by the algorithms at each
 /// call.
 ///
@@ -23,8 +24,9 @@ inline double AngleTolerance = 0.05235987755982989;
 /// Length, host: a run is split where the gap between two edges is longer.
 inline double MaxConnectDistance = 20.0;
 
-/// Lengths, host: edges outside this range are not cut flying.
+/// Length, host: longer edges are not cut flying.
 inline double MaxScanLineLength = 50.0;
+/// Length, host: shorter edges are not cut flying.
 inline double MinScanLineLength = 0.5;
 
 /// Length: the straight lead of a connection at either end.

@@ -40,12 +40,15 @@ double RootBetween(TFunction F, double Low, double AtLow, double High, double At
 template <std::size_t N>
 class TBernsteinRoots {
  public:
+  /// The coefficients, from the value at 0 to the value at 1.
   using TCoefficients = std::array<double, N + 1>;
 
+  /// Finds all roots at once.
   explicit TBernsteinRoots(const TCoefficients& C) { Isolate(C, 0.0, 1.0, 0); }
 
+  /// The roots found.
   const double* begin() const { return FRoots.data(); }
-  const double* end() const { return FRoots.data() + FCount; }
+  const double* end() const { return FRoots.data() + FCount; }  ///< Behind the last.
 
   /// The value at `T`, by de Casteljau.
   static double Eval(TCoefficients C, double T) {

@@ -12,6 +12,7 @@ namespace tarnalgo {
 /// Cost: O(n log n) to build, O(log n + k) for a box met by k pieces of like size.
 class TBoxTree {
  public:
+  /// Of pieces that already have their boxes; those without a valid box are never found.
   explicit TBoxTree(const std::vector<TCurvePiece>& Pieces);
 
   /// Appends the indices of the pieces whose boxes come within `Slack` of `Box`, ascending.

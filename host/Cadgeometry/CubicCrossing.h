@@ -9,8 +9,8 @@ namespace tarnalgo {
 
 /// A span of the parameter of a piece.
 struct TPieceSpan {
-  double From = 0.0;
-  double To = 1.0;
+  double From = 0.0;  ///< Parameter of the piece where the span begins.
+  double To = 1.0;    ///< Where it ends, above `From`.
 };
 
 /// Places where spans of two monotone cubics come within `Tol` of each other, as parameters of the

@@ -24,16 +24,21 @@ class TGeCircularArc2D : public TGeCurve2D {
   /// the same circle from `P1` to `P3`.
   /// Errors: collinear or coinciding points, `EGeometry`.
   TGeCircularArc2D(const TPoint2D& P1, const TPoint2D& P2, const TPoint2D& P3, bool Flag);
+  /// The same arc, its ends computed from centre and angles.
   explicit TGeCircularArc2D(const TArc2D& Arc);
 
+  /// An independent arc.
   std::unique_ptr<TGeCircularArc2D> Clone() const {
     return std::unique_ptr<TGeCircularArc2D>(NewClone());
   }
 
-  TPoint2D GetCenter() const { return FCenter; }
-  double GetRadius() const { return FRadius; }
+  TPoint2D GetCenter() const { return FCenter; }  ///< Centre of the circle.
+  double GetRadius() const { return FRadius; }    ///< Radius of the circle.
+  /// Direction from the centre to the start, radians.
   double GetStartAngle() const { return FStartAngle; }
+  /// Direction to the end; differs from start plus sweep by whole turns at most.
   double GetEndAngle() const { return FEndAngle; }
+  /// Radians turned from start to end, negative for clockwise.
   double GetSweepAngle() const { return FSweepAngle; }
   /// tan(sweep / 4). Of a full circle a huge number of no use.
   double Bulge() const { return Arc2D().Bulge(); }
@@ -41,13 +46,14 @@ class TGeCircularArc2D : public TGeCurve2D {
   bool IsCircle() const;
   /// The arc and its circle as records.
   TArc2D Arc2D() const { return {FCenter, FRadius, FStartAngle, FSweepAngle}; }
+  /// The whole circle of the arc, whatever its sweep.
   TCircle2D Circle2D() const { return {FCenter, FRadius}; }
 
   /// Moves one end along the circle; the other end and the sense stay. An end moved onto the other
   /// (1e-6, a length) makes the full circle.
   /// Errors: an angle that is not finite, `EParamError`.
   void SetStartAngle(double Angle);
-  void SetEndAngle(double Angle);
+  void SetEndAngle(double Angle);  ///< The same for the end.
   /// The start stays.
   /// Errors: a sweep that is not finite, `EParamError`.
   void SetSweepAngle(double Sweep);

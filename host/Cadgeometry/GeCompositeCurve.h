@@ -24,12 +24,14 @@ class TGeCompositeCurve2D : public TGeCurve2D {
   /// Ownership: with `Owns` set the curves pass to the composite, also when the call raises.
   /// Errors: an empty pointer, or with `Owns` the same curve twice, `EParamError`.
   TGeCompositeCurve2D(const std::vector<TGeCurve2D*>& Curves, bool Owns);
+  /// Clones every member, those only referred to as well.
   TGeCompositeCurve2D(const TGeCompositeCurve2D& Other);
-  TGeCompositeCurve2D& operator=(const TGeCompositeCurve2D& Other);
+  TGeCompositeCurve2D& operator=(const TGeCompositeCurve2D& Other);  ///< As the constructor.
   TGeCompositeCurve2D(TGeCompositeCurve2D&&) noexcept = default;
   TGeCompositeCurve2D& operator=(TGeCompositeCurve2D&&) noexcept = default;
   ~TGeCompositeCurve2D() override;
 
+  /// An independent composite, its members cloned and owned.
   std::unique_ptr<TGeCompositeCurve2D> Clone() const {
     return std::unique_ptr<TGeCompositeCurve2D>(NewClone());
   }
@@ -39,10 +41,12 @@ class TGeCompositeCurve2D : public TGeCurve2D {
   void AddCurve(std::unique_ptr<TGeCurve2D> Curve);
   /// Room for `Count` members in all, so that adding them does not move the list.
   void Reserve(int Count);
+  /// Members, empty ones included.
   int GetCurveCount() const { return static_cast<int>(FCurves.size()); }
   /// Member `Index`, which stays the composite's.
   /// Errors: an index outside 0 .. count − 1, `EParamError`.
   TGeCurve2D* GetCurve(int Index) { return FCurves[CheckedIndex(Index)].get(); }
+  /// Member `Index`, to look at.
   const TGeCurve2D* GetCurve(int Index) const { return FCurves[CheckedIndex(Index)].get(); }
 
   bool IsEmpty() const override;

@@ -27,17 +27,24 @@ namespace tarnalgo {
 /// Errors: none but those stated; coordinates that are not finite pass through.
 class TGeCurve2D : public TGeObject {
  public:
+  /// An independent curve of the same kind, the caller's.
   std::unique_ptr<TGeCurve2D> Clone() const { return std::unique_ptr<TGeCurve2D>(NewClone()); }
 
+  /// The curve has no point at all.
   virtual bool IsEmpty() const { return false; }
+  /// The point at `ParamFrom()`; the origin for an empty curve.
   virtual TPoint2D StartPoint() const = 0;
+  /// The point at `ParamTo()`; the origin for an empty curve.
   virtual TPoint2D EndPoint() const = 0;
   /// The end meets the start.
   /// Tolerance: 1e-6, a length. A curve that is a single point is closed.
   bool GetIsClosed() const { return !IsEmpty() && StartPoint().Equals(EndPoint()); }
+  /// `GetIsClosed` under its other name.
   bool IsClosed() const { return GetIsClosed(); }
 
+  /// Where the range of the parameter begins: 0 for every kind.
   double ParamFrom() const { return 0.0; }
+  /// Where the range of the parameter ends; the table above says what it counts.
   virtual double ParamTo() const = 0;
 
   /// The point at `T`; a parameter outside the range (or NaN) counts as the nearer end (the start).
@@ -57,6 +64,7 @@ class TGeCurve2D : public TGeObject {
 
   /// The tight box of the curve itself.
   virtual TRect2D GetBoundBox() const = 0;
+  /// Length along the curve, in model units.
   virtual double CurveLength() const = 0;
 
   /// Points along the curve such that no chord between two of them is further than `ChordEps` from

@@ -9,15 +9,19 @@ namespace tarnalgo {
 class TGeLine2D : public TGeCurve2D {
  public:
   TGeLine2D() = default;
+  /// The segment from `StartPoint` to `EndPoint`.
   TGeLine2D(const TPoint2D& StartPoint, const TPoint2D& EndPoint) : FLine(StartPoint, EndPoint) {}
+  /// The segment of a record.
   explicit TGeLine2D(const TLine2D& Line) : FLine(Line) {}
 
+  /// An independent line.
   std::unique_ptr<TGeLine2D> Clone() const { return std::unique_ptr<TGeLine2D>(NewClone()); }
 
-  TPoint2D GetLineStart() const { return FLine.StartPoint; }
-  TPoint2D GetLineEnd() const { return FLine.EndPoint; }
+  TPoint2D GetLineStart() const { return FLine.StartPoint; }  ///< `StartPoint`, not virtual.
+  TPoint2D GetLineEnd() const { return FLine.EndPoint; }      ///< `EndPoint`, not virtual.
+  /// Moves the start; the end stays.
   void SetLineStart(const TPoint2D& P) { FLine.StartPoint = P; }
-  void SetLineEnd(const TPoint2D& P) { FLine.EndPoint = P; }
+  void SetLineEnd(const TPoint2D& P) { FLine.EndPoint = P; }  ///< Moves the end; the start stays.
   /// The segment as a record.
   const TLine2D& Line2D() const { return FLine; }
 

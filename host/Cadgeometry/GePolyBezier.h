@@ -12,12 +12,16 @@ class TGePolyBezier2D : public TGeCurve2D {
  public:
   TGePolyBezier2D() = default;
 
+  /// An independent curve.
   std::unique_ptr<TGePolyBezier2D> Clone() const {
     return std::unique_ptr<TGePolyBezier2D>(NewClone());
   }
 
+  /// Appends a segment; it need not start where the last one ends.
   void AddBezier(const TBezierSegment2D& Segment) { FSegments.push_back(Segment); }
+  /// Number of segments.
   int GetBezierCount() const { return static_cast<int>(FSegments.size()); }
+  /// The segment over the parameters `Index` .. `Index` + 1.
   const TBezierSegment2D& GetBezier(int Index) const;
 
   bool IsEmpty() const override { return FSegments.empty(); }

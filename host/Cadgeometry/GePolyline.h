@@ -16,15 +16,21 @@ class TGePolyline2D : public TGeCurve2D {
   /// `Count` zero points.
   /// Errors: a negative count, `EParamError`.
   explicit TGePolyline2D(int Count = 0);
+  /// Takes the points over as they are, repeated ones included.
   explicit TGePolyline2D(TDynPoints2D Points) : FPoints(std::move(Points)) {}
 
+  /// An independent polyline.
   std::unique_ptr<TGePolyline2D> Clone() const {
     return std::unique_ptr<TGePolyline2D>(NewClone());
   }
 
+  /// Vertices; a closed polyline counts its first point twice.
   int GetPointCount() const { return static_cast<int>(FPoints.size()); }
+  /// The vertex at parameter `Index`.
   TPoint2D GetPoint(int Index) const { return FPoints[CheckedIndex(Index)]; }
+  /// Moves one vertex. A closing point is a vertex of its own and does not follow.
   void SetPoint(int Index, const TPoint2D& P) { FPoints[CheckedIndex(Index)] = P; }
+  /// The vertices in order.
   const TDynPoints2D& Points() const { return FPoints; }
 
   bool IsEmpty() const override { return FPoints.empty(); }

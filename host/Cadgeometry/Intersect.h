@@ -6,8 +6,8 @@ namespace tarnalgo {
 
 /// A point of a curve with its parameter.
 struct TPointOnCurve2D {
-  TPoint2D Point;
-  double Param = 0.0;
+  TPoint2D Point;      ///< The place.
+  double Param = 0.0;  ///< The curve's own parameter there.
 };
 
 /// One meeting of two curves, as the place on each of them. The two points agree within the
@@ -17,11 +17,11 @@ struct TPointOnCurve2D {
 /// curve, and from `OnSecond` to `EndOnSecond` on the second, against its direction where the
 /// parameters fall. Of a single point both ends are the same.
 struct TIntersect2D {
-  TPointOnCurve2D OnFirst;
-  TPointOnCurve2D OnSecond;
-  bool IsOverlap = false;
-  TPointOnCurve2D EndOnFirst;
-  TPointOnCurve2D EndOnSecond;
+  TPointOnCurve2D OnFirst;      ///< The meeting, or where an overlap begins, on the first curve.
+  TPointOnCurve2D OnSecond;     ///< The same place on the second curve.
+  bool IsOverlap = false;       ///< A stretch rather than a point.
+  TPointOnCurve2D EndOnFirst;   ///< Where an overlap ends, on the first curve.
+  TPointOnCurve2D EndOnSecond;  ///< The same place on the second curve.
 
   /// The meeting point on the first curve; the start of an overlap.
   const TPoint2D& Point() const { return OnFirst.Point; }

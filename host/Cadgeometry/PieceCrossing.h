@@ -8,15 +8,15 @@ namespace tarnalgo {
 
 /// A place where two pieces meet, in their own parameters.
 struct TPieceContact {
-  double U1 = 0.0;
-  double U2 = 0.0;
+  double U1 = 0.0;  ///< Parameter U on the first piece.
+  double U2 = 0.0;  ///< Parameter U on the second piece.
 };
 
 /// A stretch along which two pieces run within the tolerance of each other: ascending in U1, in
 /// either sense in U2.
 struct TPieceOverlap {
-  TPieceContact From;
-  TPieceContact To;
+  TPieceContact From;  ///< Its end with the smaller U1.
+  TPieceContact To;    ///< Its end with the larger U1.
 };
 
 /// Where two pieces meet.
@@ -35,24 +35,32 @@ struct TPieceOverlap {
 /// as the tolerance at worst.
 class TPieceCrossing {
  public:
+  /// Computes all meetings of the two.
   TPieceCrossing(const TCurvePiece& A, const TCurvePiece& B, double Tol);
 
   /// A list in place.
   template <class T, int Capacity>
   class TShortList {
    public:
+    ///@{
+    /// The items in the order of addition.
     const T* begin() const { return FItems.data(); }
     const T* end() const { return FItems.data() + FCount; }
     T* begin() { return FItems.data(); }
     T* end() { return FItems.data() + FCount; }
-    int Count() const { return FCount; }
-    bool IsFull() const { return FCount == Capacity; }
+    ///@}
+    int Count() const { return FCount; }                ///< Items present.
+    bool IsFull() const { return FCount == Capacity; }  ///< No room for another item.
+    ///@{
+    /// Item `Index`, which is not checked.
     T& operator[](int Index) { return FItems[static_cast<std::size_t>(Index)]; }
     const T& operator[](int Index) const { return FItems[static_cast<std::size_t>(Index)]; }
+    ///@}
     /// Beyond the capacity an item is dropped.
     void Add(const T& Item) {
       if (!IsFull()) FItems[static_cast<std::size_t>(FCount++)] = Item;
     }
+    /// Drops the items from `Count` on.
     void Truncate(int Count) { FCount = Count; }
 
    private:
@@ -62,12 +70,16 @@ class TPieceCrossing {
 
   /// More than any two pieces can have: two cubics cross nine times, and each has two ends.
   static constexpr int kMostContacts = 32;
+  /// Meetings in single places.
   using TContacts = TShortList<TPieceContact, kMostContacts>;
+  /// Meetings along a stretch.
   using TOverlaps = TShortList<TPieceOverlap, 4>;
 
   /// Ascending in U1, none of them within an overlap.
   const TContacts& Contacts() const { return FContacts; }
+  /// Ascending in U1.
   const TOverlaps& Overlaps() const { return FOverlaps; }
+  /// The pieces do not meet.
   bool IsEmpty() const { return FContacts.Count() == 0 && FOverlaps.Count() == 0; }
 
  private:

@@ -11,12 +11,13 @@ namespace tarnalgo {
 /// The ends follow from the centre and carry the rounding of the radius: an arc so flat that its
 /// radius reaches 1e9 keeps them to about 1e-6, a flatter one is better treated as its chord.
 struct TArc2D {
-  TPoint2D Center;
-  double Radius = 0.0;
-  double StartAngle = 0.0;
-  double SweepAngle = 0.0;
+  TPoint2D Center;          ///< Centre of the circle.
+  double Radius = 0.0;      ///< Radius, not negative.
+  double StartAngle = 0.0;  ///< Direction from the centre to the start, radians.
+  double SweepAngle = 0.0;  ///< Radians turned from start to end, negative for clockwise.
 
   constexpr TArc2D() = default;
+  /// Takes the numbers as they are, a negative radius included.
   constexpr TArc2D(const TPoint2D& ACenter, double ARadius, double AStartAngle, double ASweepAngle)
       : Center(ACenter), Radius(ARadius), StartAngle(AStartAngle), SweepAngle(ASweepAngle) {}
 
@@ -36,9 +37,13 @@ struct TArc2D {
 
   /// tan(sweep / 4), signed like the sweep.
   double Bulge() const;
+  /// Where the arc begins, computed from centre and angle.
   TPoint2D StartPoint() const { return PointAtParam(0.0); }
+  /// Where the arc ends, computed from centre and angle.
   TPoint2D EndPoint() const { return PointAtParam(1.0); }
+  /// The field, for callers that speak of both kinds of arcs.
   double GetSweepAngle() const { return SweepAngle; }
+  /// The point at `T`; beyond 0 .. 1 the circle goes on.
   TPoint2D PointAtParam(double T) const;
   /// Parameter of the direction of `P` from the centre, in [0, 2π / |sweep|): above 1 off the arc.
   /// Off the arc, and on a full circle, a direction within 1e-6 (as a length) before the start is
@@ -46,6 +51,7 @@ struct TArc2D {
   double ParamOfPoint(const TPoint2D& P) const;
   /// Tight box of the arc itself.
   TRect2D GetBoundBox() const;
+  /// Radius times the absolute sweep.
   double CurveLength() const;
   /// `P` lies on the arc, ends included.
   /// Tolerance: 1e-6, a length.

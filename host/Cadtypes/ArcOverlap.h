@@ -15,13 +15,16 @@ namespace tarnalgo {
 /// is a place where two ends touch. An arc with no longer gap between its ends is a full circle.
 class TArcOverlap {
  public:
+  /// One stretch, or one place, in which both arcs lie.
   struct TPart {
-    double Low = 0.0;
-    double High = 0.0;       // beyond 2π for a stretch over the seam of a full first arc
-    bool IsLowOwn = false;   // bounded by the start of the first arc, else by that of the second
-    bool IsHighOwn = false;  // bounded by the end of the first arc, else by that of the second
-    bool IsStretch = false;
+    double Low = 0.0;  ///< Where it begins.
+    /// Where it ends; beyond 2π for a stretch over the seam of a full first arc.
+    double High = 0.0;
+    bool IsLowOwn = false;   ///< Bounded by the start of the first arc, else by that of the second.
+    bool IsHighOwn = false;  ///< Bounded by the end of the first arc, else by that of the second.
+    bool IsStretch = false;  ///< Longer than the tolerance.
 
+    /// Radians that the part covers.
     double Width() const { return High - Low; }
   };
 
@@ -30,6 +33,7 @@ class TArcOverlap {
   TArcOverlap(double Radius, double Turn, double OtherStart, double OtherTurn,
               double Eps = kLinearTolerance);
 
+  /// None, one or two parts.
   std::span<const TPart> Parts() const { return {FParts, static_cast<std::size_t>(FCount)}; }
 
   /// An arc of that turn is a full circle.

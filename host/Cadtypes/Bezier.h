@@ -9,14 +9,15 @@ namespace tarnalgo {
 
 /// The host's cubic Bezier segment; parameter t in [0, 1].
 struct TBezierSegment2D {
-  TPoint2D P0;
-  TPoint2D P1;
-  TPoint2D P2;
-  TPoint2D P3;
+  TPoint2D P0;  ///< Start.
+  TPoint2D P1;  ///< First inner control point.
+  TPoint2D P2;  ///< Second inner control point.
+  TPoint2D P3;  ///< End.
 
   constexpr TBezierSegment2D() = default;
   /// The straight segment, controls at the thirds: the parameter runs evenly.
   TBezierSegment2D(const TPoint2D& AP0, const TPoint2D& AP3);
+  /// From its four control points.
   constexpr TBezierSegment2D(const TPoint2D& AP0, const TPoint2D& AP1, const TPoint2D& AP2,
                              const TPoint2D& AP3)
       : P0(AP0), P1(AP1), P2(AP2), P3(AP3) {}
@@ -27,16 +28,18 @@ struct TBezierSegment2D {
   TPoint2D EvalPoint(double T) const;
   /// First and second derivative by the parameter.
   TPoint2D Derivative(double T) const;
-  TPoint2D SecondDerivative(double T) const;
+  TPoint2D SecondDerivative(double T) const;  ///< Second derivative.
   /// De Casteljau: the two parts share the split point exactly and keep the outer ends.
   void Split(double T, TBezierSegment2D& Left, TBezierSegment2D& Right) const;
+  /// `Split` at one half.
   void SplitMiddle(TBezierSegment2D& Left, TBezierSegment2D& Right) const;
+  /// The same curve run the other way, bit for bit the same points of control.
   TBezierSegment2D Reversed() const { return {P3, P2, P1, P0}; }
 
   /// Direction at the ends, not normalised. A control point on its end is passed over: the limit
   /// direction, towards (from) the next different control point; zero when all four coincide.
   TPoint2D TangentStart() const;
-  TPoint2D TangentEnd() const;
+  TPoint2D TangentEnd() const;  ///< The direction at the end.
 
   /// All control points lie within `Eps` of the infinite line of the chord (of the point P0 when
   /// P0 = P3). `Line` receives the chord whatever the answer.
@@ -51,6 +54,7 @@ struct TBezierSegment2D {
   /// Ties: the smaller parameter.
   double DistanceTo(const TPoint2D& P, double Tol, double& T, TPoint2D& Foot) const;
 
+  /// Maps the control points, which maps the curve.
   void TransformBy(const TMatrix2D& M);
 
   /// Tight box: the extremes of the curve, not of its controls.

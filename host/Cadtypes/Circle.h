@@ -6,15 +6,18 @@ namespace tarnalgo {
 
 /// The host's circle. Parameter of a point on it: its polar angle in [0, 2π).
 struct TCircle2D {
-  TPoint2D Center;
-  double Radius = 0.0;
+  TPoint2D Center;      ///< Centre.
+  double Radius = 0.0;  ///< Radius, a length.
 
   constexpr TCircle2D() = default;
+  /// Takes the numbers as they are.
   constexpr TCircle2D(const TPoint2D& ACenter, double ARadius) : Center(ACenter), Radius(ARadius) {}
 
   friend constexpr bool operator==(const TCircle2D&, const TCircle2D&) = default;
 
+  /// Box that the circle touches on all four sides.
   TRect2D GetBoundBox() const;
+  /// The point in direction `A` (radians) from the centre.
   TPoint2D PointAtAngle(double A) const;
 
   /// Common points: 0, 1 (tangent within `Eps`) or 2; coincident circles have none to name: 0.

@@ -2,6 +2,7 @@
 
 namespace tarnalgo {
 
+/// @file
 /// The tolerances and fixed values of the library, each with its unit and what depends on it.
 /// `docs/tolerances.md` tells why each has its value.
 
@@ -21,15 +22,15 @@ inline constexpr double kHullSlack = 1.1e-5;
 /// Length: by how much a hull routine moves the second of three collinear leading points, so that
 /// the first turn has a sign.
 inline constexpr double kCollinearShiftX = 1.1e-5;
-inline constexpr double kCollinearShiftY = -1e-5;
+inline constexpr double kCollinearShiftY = -1e-5;  ///< The same along Y.
 
 /// Length: shorter edges have no direction for the calipers about a polygon and no angle between
 /// them.
 inline constexpr double kLeastEdge = 1e-8;
 
-/// Shares: by how much of the polygon's size a vertex may stand out of its smallest rectangle, and
-/// by how much of its area another rectangle must be smaller to take its place.
+/// Share of a polygon's size by which a vertex may stand out of its smallest rectangle.
 inline constexpr double kBoxSlack = 1e-6;
+/// Share of its area by which another rectangle must be smaller to take its place.
 inline constexpr double kBoxGain = 1e-9;
 
 /// Sine of the angle between two directions: below it two host lines count as parallel, and two
@@ -41,9 +42,10 @@ inline constexpr double kParallelSine = 1e-12;
 /// end, are one; where it was cut already the turn is the rounding of the cut.
 inline constexpr double kLeastBezierCut = 1e-9;
 
-/// Tolerances: how far the corner of a box moves when each of its sides moves by one (√2), and a
-/// place that is three quarters corner (0.75 along both axes), with a little to spare for rounding.
+/// Tolerances: how far the corner of a box moves when each of its sides moves by one (√2), with a
+/// little to spare for rounding.
 inline constexpr double kCornerReach = 1.5;
+/// The same of a place that is three quarters corner (0.75 along both axes).
 inline constexpr double kMarkReach = 1.1;
 
 /// Tolerances: length of the shortest loop that trimming keeps. Edges shorter than the tolerance
@@ -71,9 +73,9 @@ inline constexpr int kMostChords = 65536;
 /// keeps edges that are horizontal but for rounding in one group.
 inline constexpr double kTurnRoundAngle = 3.1405926535897932;
 
-/// Angles (radians): the sharpest corner a cam follows when both legs run along one axis, and when
-/// the corner changes the dominant axis.
+/// Angle (radians): the sharpest corner a cam follows when both legs run along one axis.
 inline constexpr double kCamCornerAngle = 1.0;
+/// Angle (radians): the sharpest one that changes the dominant axis.
 inline constexpr double kCamAxisChangeAngle = 0.5;
 
 /// Length: a connection may touch a hole this near to its own start point. Wider than the point
@@ -89,8 +91,9 @@ inline constexpr double kHoleChordTolerance = 0.1;
 /// Integer units per model unit: the standard scale of integer paths.
 inline constexpr double kIntegerScale = 100000.0;
 
-/// Decimals and integer units per model unit: the grid of the nodes on which chains meet.
+/// Decimals to which a place is rounded before it becomes a node on which chains meet.
 inline constexpr int kNodeDecimals = 5;
+/// Integer units per model unit: the grid of those nodes.
 inline constexpr double kNodeScale = 1000.0;
 
 /// Length: ends of chains this near to each other become one node. A little more than a cell of the
@@ -100,13 +103,13 @@ inline constexpr double kNodeReach = 1.5e-3;
 /// Integer units per model unit in the test whether a polygon is simple.
 inline constexpr double kSimpleScale = 1000000.0;
 
-/// Areas (model units squared): below the first an outline has none; two that differ by less than
-/// the second are the same. From a large area on a share of it may be lost too, but never much.
+/// Area (model units squared): below it an outline has none.
 inline constexpr double kNoArea = 1e-12;
+/// Area: two that differ by less are the same.
 inline constexpr double kSameArea = 1e-9;
-inline constexpr double kLargeArea = 1e-6;
-inline constexpr double kMostAreaLost = 0.1;
-inline constexpr double kShareOfAreaLost = 1e-12;
+inline constexpr double kLargeArea = 1e-6;         ///< Area: from here on a share may be lost too.
+inline constexpr double kMostAreaLost = 0.1;       ///< Area: the most that this share comes to.
+inline constexpr double kShareOfAreaLost = 1e-12;  ///< Share of a large area that may be lost.
 
 /// Length (integer units): two roundings of half a unit on each axis, with a little to spare. What
 /// a turned and shifted integer path is off its place.
@@ -119,9 +122,10 @@ inline constexpr double kSmoothJointTurn = 1.049291946298991;
 /// Length: nearer ends get no smooth joint.
 inline constexpr double kSmoothJointGap = 0.3;
 
-/// Length and cosine: the middle of a connection is pushed aside where the second control lies
-/// nearer than this to the line of the first lead and the directions are as parallel as this.
+/// Length: the middle of a connection is pushed aside where the second control lies nearer than
+/// this to the line of the first lead and the directions are as parallel as `kFacingCosine`.
 inline constexpr double kFacingDistance = 0.1;
+/// Cosine of the angle between those directions.
 inline constexpr double kFacingCosine = 0.999;
 
 /// Length: centres nearer than this have no common tangent.
@@ -149,20 +153,22 @@ inline constexpr double kGreatestTolerance = 1e100;
 /// that products of three stay far within a double.
 inline constexpr int kUnscaledExponent = 300;
 
-/// Counts: how many segments the segment sweep looks at, for each that has started or met another,
-/// and in vain besides, before it seeks all pairs in exact order.
+/// Count: how many segments the segment sweep looks at, for each that has started or met another,
+/// before it seeks all pairs in exact order.
 inline constexpr int kMostLooks = 32;
+/// Count: how many it looks at in vain besides.
 inline constexpr int kMostLooksInVain = 16384;
 
-/// Binary exponents of the sweep in exact order. Share of the greatest coordinate: by how much
-/// further it looks, for what rounding may have put out of order. Share of a segment's run in X: by
-/// how much it expects a crossing too early.
+/// Binary exponent, share of the greatest coordinate: by how much further the sweep in exact order
+/// looks, for what rounding may have put out of order.
 inline constexpr int kOrderSlackExponent = -44;
+/// Binary exponent, share of a segment's run in X: by how much it expects a crossing too early.
 inline constexpr int kEarlyCrossingExponent = -26;
 
-/// Elements of a simplex tableau: at most this is no pivot, at least its negative is not negative;
-/// and the margin within which two candidates are equal. Absolute: programs should be scaled.
+/// Element of a simplex tableau: at most this is no pivot, at least its negative is not negative.
+/// Absolute: programs should be scaled.
 inline constexpr double kPivotTolerance = 1e-6;
+/// Margin within which two candidates for a pivot are equal.
 inline constexpr double kPivotTieMargin = 1e-10;
 
 /// Distance of a variable from a whole number within which it is one.
@@ -191,8 +197,9 @@ inline constexpr double kNormalResidualTolerance = 1e-6;
 /// radial clean-up of a dense list.
 inline constexpr double kRadialThreshold = 0.00035;
 
-/// Lengths: a decimation tolerance up to the first counts as none and becomes the second.
+/// Length: a decimation tolerance up to this counts as none and becomes `kDecimationTolerance`.
 inline constexpr double kNoDecimation = 1e-12;
+/// Length: the tolerance of a decimation that was given none.
 inline constexpr double kDecimationTolerance = 0.01;
 
 /// Count: the points of a block, from its start to that of the next, that is decimated by itself.
@@ -205,9 +212,8 @@ inline constexpr double kLargestListCoordinate = 1e100;
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
 
-/// Angle (radians): one turn, half a turn, a quarter.
-inline constexpr double kFullTurn = 6.283185307179586;
-inline constexpr double kPi = 3.141592653589793;
-inline constexpr double kQuarterTurn = 1.5707963267948966;
+inline constexpr double kFullTurn = 6.283185307179586;      ///< Angle (radians): one turn.
+inline constexpr double kPi = 3.141592653589793;            ///< Half a turn.
+inline constexpr double kQuarterTurn = 1.5707963267948966;  ///< A quarter turn.
 
 }  // namespace tarnalgo

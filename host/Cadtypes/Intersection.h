@@ -7,9 +7,9 @@ namespace tarnalgo {
 
 /// One intersection of two curves: the point and its parameter on each of them.
 struct TIntersectPoint2D {
-  TPoint2D Point;
-  double Param1 = 0.0;
-  double Param2 = 0.0;
+  TPoint2D Point;       ///< The place, on the first curve.
+  double Param1 = 0.0;  ///< Parameter on the first curve.
+  double Param2 = 0.0;  ///< Parameter on the second curve.
 };
 
 /// The points alone of `A.Intersect(B, I1, I2, Eps)` and their count; a point beyond the count

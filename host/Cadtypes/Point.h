@@ -14,22 +14,26 @@ namespace tarnalgo {
 /// `Equals`. Operations raise nothing. A vector has a direction when it is not zero and both of its
 /// coordinates are finite; whatever else is asked for a direction behaves like the zero vector.
 struct TPoint2D {
-  double X = 0.0;
-  double Y = 0.0;
+  double X = 0.0;  ///< To the right, model units.
+  double Y = 0.0;  ///< Upwards, model units.
 
   /// The origin, the zero vector.
   static const TPoint2D FZero;
 
   constexpr TPoint2D() = default;
+  /// From its coordinates.
   constexpr TPoint2D(double AX, double AY) : X(AX), Y(AY) {}
 
   friend constexpr bool operator==(const TPoint2D& A, const TPoint2D& B) = default;
 
+  ///@{
+  /// Componentwise, as of vectors; dividing by 0 gives infinities or NaN.
   constexpr TPoint2D operator+(const TPoint2D& B) const { return {X + B.X, Y + B.Y}; }
   constexpr TPoint2D operator-(const TPoint2D& B) const { return {X - B.X, Y - B.Y}; }
   constexpr TPoint2D operator-() const { return {-X, -Y}; }
   constexpr TPoint2D operator*(double K) const { return {X * K, Y * K}; }
   constexpr TPoint2D operator/(double K) const { return {X / K, Y / K}; }
+  ///@}
   friend constexpr TPoint2D operator*(double K, const TPoint2D& P) { return {K * P.X, K * P.Y}; }
 
   /// The two points are at most `Eps` apart (Euclidean).
@@ -52,6 +56,7 @@ struct TPoint2D {
 
   /// X·B.Y − Y·B.X: positive when `B` lies counter-clockwise of this vector. Not normalised.
   constexpr double CrossMul(const TPoint2D& B) const { return X * B.Y - Y * B.X; }
+  /// Scalar product: positive while the angle between the vectors is acute. Not normalised.
   constexpr double DotMul(const TPoint2D& B) const { return X * B.X + Y * B.Y; }
 
   /// Polar angle in [0, 2π); 0 for the zero vector.
@@ -64,7 +69,9 @@ struct TPoint2D {
 
   /// This vector turned by `A` radians counter-clockwise.
   TPoint2D RotateBy(double A) const;
+  /// A quarter turn counter-clockwise, exact.
   constexpr TPoint2D RotateCcw90() const { return {-Y, X}; }
+  /// A quarter turn clockwise, exact.
   constexpr TPoint2D RotateCw90() const { return {Y, -X}; }
 
   /// The directions are the same or opposite: |sin| of the angle between them is at most `Eps`
@@ -79,10 +86,10 @@ struct TPoint2D {
 
 inline constexpr TPoint2D TPoint2D::FZero{};
 
-/// The origin and the unit X vector.
-inline constexpr TPoint2D Org2D{};
-inline constexpr TPoint2D DcsX{1.0, 0.0};
+inline constexpr TPoint2D Org2D{};         ///< The origin.
+inline constexpr TPoint2D DcsX{1.0, 0.0};  ///< The unit X vector.
 
+/// The point of these coordinates, as hosts spell it.
 constexpr TPoint2D Point2D(double X, double Y) {
   return {X, Y};
 }
@@ -92,17 +99,17 @@ constexpr TPoint2D Lerp(const TPoint2D& P, const TPoint2D& Q, double T) {
   return T == 1.0 ? Q : P + (Q - P) * T;  // exact: T = 1 must answer Q itself
 }
 
-/// Arrays exchanged with the host.
-using TDynPoints2D = std::vector<TPoint2D>;
-using TFloatDynArray = std::vector<double>;
+using TDynPoints2D = std::vector<TPoint2D>;  ///< Points exchanged with the host.
+using TFloatDynArray = std::vector<double>;  ///< Numbers exchanged with the host.
 
 namespace Cadtypes {
 
 /// The host's point of two 32-bit integers; the clipping library's 64-bit point has the plain name.
 struct TIntPoint {
-  int X = 0;
-  int Y = 0;
+  int X = 0;  ///< To the right.
+  int Y = 0;  ///< Upwards.
 
+  /// The point of these coordinates.
   static constexpr TIntPoint Create(int X, int Y) { return {X, Y}; }
   friend constexpr bool operator==(const TIntPoint&, const TIntPoint&) = default;
 };

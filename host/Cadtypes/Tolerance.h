@@ -6,20 +6,22 @@ namespace tarnalgo {
 
 /// The host's pair of tolerances: a length for equal points, a number for equal vectors.
 struct TGeTolerance {
-  double EqualPoint = kLinearTolerance;
-  double EqualVector = kLinearTolerance;
+  double EqualPoint = kLinearTolerance;   ///< A length: points at most this far apart are the same.
+  double EqualVector = kLinearTolerance;  ///< A number without unit, for directions and parameters.
 
   constexpr TGeTolerance() = default;
+  /// Both tolerances; nothing checks them.
   constexpr TGeTolerance(double AEqualPoint, double AEqualVector)
       : EqualPoint(AEqualPoint), EqualVector(AEqualVector) {}
 
-  void SetEqualPoint(double D) { EqualPoint = D; }
-  void SetEqualVector(double D) { EqualVector = D; }
+  void SetEqualPoint(double D) { EqualPoint = D; }    ///< `EqualPoint`, as a setter.
+  void SetEqualVector(double D) { EqualVector = D; }  ///< `EqualVector`, as a setter.
 
   /// The points are within the equal-point distance (Euclidean).
   bool PointEquals(const TPoint2D& P1, const TPoint2D& P2) const {
     return P1.Equals(P2, EqualPoint);
   }
+  /// The same by coordinates.
   bool PointEquals(double X1, double Y1, double X2, double Y2) const {
     return PointEquals(TPoint2D(X1, Y1), TPoint2D(X2, Y2));
   }
@@ -30,9 +32,9 @@ inline constexpr TGeTolerance DefTol{};
 
 /// A closed interval with a tolerance.
 struct TGeInterval {
-  double Lower = 0.0;
-  double Upper = 0.0;
-  double Tol = kLinearTolerance;
+  double Lower = 0.0;             ///< Least value.
+  double Upper = 0.0;             ///< Greatest value.
+  double Tol = kLinearTolerance;  ///< How far beyond its bounds it still meets something.
 
   constexpr TGeInterval() = default;
   /// The bounds may come in either order.

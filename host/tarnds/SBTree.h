@@ -32,12 +32,13 @@ class TSBTree {
   TSBTree(const TSBTree&) = delete;
   TSBTree& operator=(const TSBTree&) = delete;
 
-  TSBTree* LeftChild() const { return FLeft; }
-  TSBTree* RightChild() const { return FRight; }
-  TSBTree* Parent() const { return FParent; }
+  TSBTree* LeftChild() const { return FLeft; }    ///< Nodes before this one, null for none.
+  TSBTree* RightChild() const { return FRight; }  ///< Nodes behind this one, null for none.
+  TSBTree* Parent() const { return FParent; }     ///< Null for the top of a tree.
   /// Number of nodes of this tree, this one included.
   int Size() const { return FSize; }
 
+  ///@{
   /// Links the child and this node as its parent; `nullptr` unlinks. Sizes stay as they are.
   void SetLeftChild(TSBTree* N) {
     FLeft = N;
@@ -47,6 +48,7 @@ class TSBTree {
     FRight = N;
     if (N) N->FParent = this;
   }
+  ///@}
 
   /// Restores the balance of this tree where its right (`RightHeavy`) or left child has grown, or
   /// the other one shrunk. `Root` follows when another node comes to the top of the whole tree.
@@ -68,11 +70,11 @@ class TSBTree {
 
   /// First and last node of this tree, in order.
   TSBTree* FirstTree();
-  TSBTree* LastTree();
+  TSBTree* LastTree();  ///< The last node.
   /// Neighbours in the order of the whole tree, `nullptr` past its ends.
   /// Cost: O(log n), O(1) on average over a walk.
   TSBTree* NextTree();
-  TSBTree* PreviousTree();
+  TSBTree* PreviousTree();  ///< The neighbour before.
   /// The node with `I` nodes of this tree before it, `nullptr` outside 0 .. Size() − 1.
   /// Cost: O(log n).
   TSBTree* GetIthTree(int I);
@@ -91,9 +93,13 @@ class TSBTree {
   void DestroyAll(const TFreeData& FreeData = {});
 
  protected:
+  ///@{
+  /// The links that `SetLeftChild` and `SetRightChild` keep, for walks of derived nodes.
   TSBTree* FLeft = nullptr;
   TSBTree* FRight = nullptr;
   TSBTree* FParent = nullptr;
+  ///@}
+  /// Nodes of this tree; a derived node that inserts counts it by itself.
   int FSize = 1;
 
  private:
@@ -164,9 +170,12 @@ TSBTree* TSBTree::InsertInto(TSBTree* Root, const TGoesRight& GoesRight) {
 /// Ownership: the data is referenced, not owned.
 class TSBTreeIntKey : public TSBTree {
  public:
+  /// A tree of one node.
   explicit TSBTreeIntKey(std::uint32_t AKey, void* AData = nullptr) : Key(AKey), Data(AData) {}
 
+  /// Fixed for life: the order of the tree rests on it.
   const std::uint32_t Key;
+  /// Whatever the caller hangs here.
   void* Data;
 
   /// Inserts `Node`, a tree of one node, into the tree in which this node stands, whose nodes are

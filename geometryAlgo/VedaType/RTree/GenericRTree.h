@@ -28,6 +28,7 @@ namespace tarnalgo {
 template <class T = void>
 class TRTree {
  public:
+  /// What a look at the tree goes by.
   using TNode = TRTreeNode<T>;
 
   /// A node is split before it would hold more than `MaxChildren` children; 8 is a good number.
@@ -35,12 +36,15 @@ class TRTree {
   /// it has items; all operations stand that.
   /// Errors: `MaxChildren` below 2, `EParamError`.
   explicit TRTree(int MaxChildren);
+  ///@{
+  /// Nodes and items change hands; the other tree is empty afterwards.
   TRTree(TRTree&& Other) noexcept : TRTree(Other.FMaxChildren) { Swap(Other); }
   TRTree& operator=(TRTree&& Other) noexcept {
     TRTree Taken(std::move(Other));
     Swap(Taken);
     return *this;
   }
+  ///@}
   TRTree(const TRTree&) = delete;
   TRTree& operator=(const TRTree&) = delete;
   virtual ~TRTree() { Clear(); }
@@ -49,6 +53,7 @@ class TRTree {
   void Insert(T Data, const TVRect2D& Box);
   /// Nothing happens when `Data` is not in the tree. Ranges of the nodes that stay do not shrink.
   void Remove(const T& Data);
+  /// Removes all items and gives the memory back.
   void Clear();
 
   /// The items whose boxes meet `Box`, depth first in the order of the nodes.
@@ -67,7 +72,9 @@ class TRTree {
     return FRoot && FRoot->HasMeeting(Box, kLinearTolerance);
   }
 
+  /// Items in the tree, those of empty boxes included.
   int Count() const { return FNodes.Count(); }
+  /// The item is in the tree.
   bool Contains(const T& Data) const { return FNodes.Contains(Data); }
   /// All items, in the order of their insertion.
   std::vector<T> GetAllData() const;
@@ -78,6 +85,7 @@ class TRTree {
   const TNode* Root() const { return FRoot; }
   /// `MaxChildren` div 2; no node is merged or split because of it.
   int MinChildren() const { return FMinChildren; }
+  /// What the constructor was given.
   int MaxChildren() const { return FMaxChildren; }
 
  private:

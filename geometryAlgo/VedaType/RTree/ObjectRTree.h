@@ -42,15 +42,18 @@ class TRTree<void> {
   virtual void ChooseSeeds(std::unique_ptr<TRTree>& A, std::unique_ptr<TRTree>& B) = 0;
   /// Brings the range of this node up to date with its children; a data entry keeps its own.
   virtual void RenewRange() = 0;
+  /// Children that a split leaves in each half at least.
   virtual int MinChildCount() const { return 2; }
+  /// Children above which a node is split.
   virtual int MaxChildCount() const { return 4; }
 
-  void* Data() const { return FData; }
-  TRTree* Parent() const { return FParent; }
+  void* Data() const { return FData; }        ///< The user's item, null for an inner node.
+  TRTree* Parent() const { return FParent; }  ///< The node above, null for the root.
+  /// Children of this node alone.
   int ChildCount() const { return static_cast<int>(FChildren.size()); }
   /// Errors: `Index` outside 0 .. `ChildCount` − 1, `EParamError`.
   TRTree* Child(int Index) const;
-  bool IsDataEntry() const { return FData != nullptr; }
+  bool IsDataEntry() const { return FData != nullptr; }  ///< The node carries an item.
   /// A node whose first child is a data entry.
   bool IsLeaf() const { return !FChildren.empty() && FChildren.front()->IsDataEntry(); }
 
@@ -108,11 +111,12 @@ class TRList {
   TRList() = default;
   virtual ~TRList() = default;
 
-  int Count() const { return static_cast<int>(FNodes.size()); }
+  int Count() const { return static_cast<int>(FNodes.size()); }  ///< Entries in the list.
   /// Errors: `Index` outside 0 .. `Count` − 1, `EParamError`.
   TRTree<>* operator[](int Index) const;
+  /// The entries in the order they were put in.
   auto begin() const { return FNodes.begin(); }
-  auto end() const { return FNodes.end(); }
+  auto end() const { return FNodes.end(); }  ///< Behind the last.
 
   /// Null is ignored.
   void InsertOneNode(TRTree<>* Node) {
@@ -122,6 +126,7 @@ class TRList {
   void DeleteOneNode(const TRTree<>* Node);
   /// The items of all entries, in order.
   std::vector<void*> PickUpAllContents() const;
+  /// Forgets all entries; trees and items are not touched.
   void Clear() { FNodes.clear(); }
 
  private:
@@ -138,6 +143,7 @@ class TRRTree2D : public TRTree<> {
 
   /// The box of a data entry's item, the union of the children's ranges of any other node.
   const TVRect2D& Range() const { return FRange; }
+  /// Child `I` as the class it is.
   TRRTree2D* Child(int I) const { return static_cast<TRRTree2D*>(TRTree<>::Child(I)); }
   /// As that of `TRTree<>`.
   static std::unique_ptr<TRRTree2D> Insert(std::unique_ptr<TRRTree2D> Entry,
@@ -149,6 +155,7 @@ class TRRTree2D : public TRTree<> {
   /// Ties: the first pair, ordered by the first child, then the second; also when no waste is above
   /// −2^63.
   void ChooseSeeds(std::unique_ptr<TRTree<>>& A, std::unique_ptr<TRTree<>>& B) override;
+  /// The union of the children's ranges; a data entry keeps its own.
   void RenewRange() override;
 
   /// Appends the data entries of this tree whose ranges meet `Box` to `Result`, depth first in the
@@ -156,6 +163,7 @@ class TRRTree2D : public TRTree<> {
   void PickUpContents(const TVRect2D& Box, TRList& Result);
 
  protected:
+  /// A new inner node of empty range.
   std::unique_ptr<TRTree<>> NewNode() const override { return std::make_unique<TRRTree2D>(); }
 
  private:

@@ -31,16 +31,22 @@ class TRTreeNode : public TTreeNode<T> {
   TRTreeNode(T Data, const TVRect2D& Box)
       : TTreeNode<T>(std::move(Data)), FIsDataNode(true), FRange(Box) {}
 
+  /// The box of a data node's item; of any other node what covers all boxes below.
   const TVRect2D& Range() const { return FRange; }
-  bool IsDataNode() const { return FIsDataNode; }
+  bool IsDataNode() const { return FIsDataNode; }  ///< The node holds an item.
+  ///@{
+  /// The node above, null for a root.
   TRTreeNode* Parent() { return static_cast<TRTreeNode*>(this->FParent); }
   const TRTreeNode* Parent() const { return static_cast<const TRTreeNode*>(this->FParent); }
-  int ChildCount() const { return this->FChildNodes.Count(); }
+  ///@}
+  int ChildCount() const { return this->FChildNodes.Count(); }  ///< Children of this node alone.
+  ///@{
   /// The child at `Index`, in 0 .. `ChildCount` − 1.
   TRTreeNode* Child(int Index) { return static_cast<TRTreeNode*>(this->FChildNodes[Index]); }
   const TRTreeNode* Child(int Index) const {
     return static_cast<const TRTreeNode*>(this->FChildNodes[Index]);
   }
+  ///@}
 
   /// No data node, and without children or with data nodes for children.
   bool IsLeaf() const final { return !FIsDataNode && (ChildCount() == 0 || FHoldsDataNodes); }
@@ -125,8 +131,9 @@ class TRTreeNode : public TTreeNode<T> {
 
   bool HasMeeting(const TVRect2D& Box, double Eps) const;
   void AddMeetingChildren(const TWindow& Window, TNodes& Nodes) const;
+  /// The work of `Split`; `MakeNode` answers a new node, for the sibling and for a new root.
   template <class TMakeNode>
-  TRTreeNode* SplitInto(const TVRect2D& Box, TMakeNode MakeNode);
+  TRTreeNode<T>* SplitInto(const TVRect2D& Box, TMakeNode MakeNode);
   template <class TKeyOf>
   void OrderChildren(TOrder& Order, TKeyOf KeyOf) const;
   double CostOfHalves(const TOrder& Order) const;
