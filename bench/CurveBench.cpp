@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "host/Cadgeometry.h"
@@ -14,7 +13,6 @@ namespace tarnalgo {
 namespace {
 
 enum TKind { kLine, kArc, kBezier };
-constexpr const char* kKindNames[] = {"line", "arc", "Bezier"};
 constexpr int kPairs = 1000;
 
 using TCurves = std::vector<std::unique_ptr<TGeCurve2D>>;
@@ -42,10 +40,8 @@ class TMaker {
   std::uniform_real_distribution<double> FWhere{0.0, 10.0};
 };
 
-/// Pairs a second, and how many crossings a pair has.
-void CrossPairs(benchmark::State& State) {
-  const auto KindA = static_cast<TKind>(State.range(0));
-  const auto KindB = static_cast<TKind>(State.range(1));
+/// Each of the first list with its fellow of the second.
+void CrossPairs(benchmark::State& State, TKind KindA, TKind KindB) {
   TMaker Maker;
   const TCurves A = Maker.Curves(KindA);
   const TCurves B = Maker.Curves(KindB);
@@ -57,7 +53,6 @@ void CrossPairs(benchmark::State& State) {
   }
   State.SetItemsProcessed(State.iterations() * kPairs);
   State.counters["crossings"] = static_cast<double>(Results.size()) / kPairs;
-  State.SetLabel(std::string(kKindNames[KindA]) + " with " + kKindNames[KindB]);
 }
 
 /// A zigzag of so many edges and the line through all of them.
@@ -76,14 +71,20 @@ void CrossZigzag(benchmark::State& State) {
   State.SetItemsProcessed(State.iterations() * Count);
 }
 
-BENCHMARK(CrossPairs)
-    ->Args({kLine, kLine})
-    ->Args({kLine, kArc})
-    ->Args({kLine, kBezier})
-    ->Args({kArc, kArc})
-    ->Args({kArc, kBezier})
-    ->Args({kBezier, kBezier});
-BENCHMARK(CrossZigzag)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+}
+#define PAIR(KindA, KindB, Kinds)                    \
+  BENCHMARK_CAPTURE(CrossPairs, Kinds, KindA, KindB) \
+      ->Name("Host curves/" Kinds "/ours")           \
+      ->Arg(kPairs)
+PAIR(kLine, kLine, "line, line");
+PAIR(kLine, kArc, "line, arc");
+PAIR(kLine, kBezier, "line, Bezier");
+PAIR(kArc, kArc, "arc, arc");
+PAIR(kArc, kBezier, "arc, Bezier");
+PAIR(kBezier, kBezier, "Bezier, Bezier");
+BENCHMARK(CrossZigzag)->Name("Host polyline with a line/zigzag/ours")->Apply(Sizes);
 
 }  // namespace
 }  // namespace tarnalgo

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <vector>
 
+#include "bench/Inputs.h"
 #include "geometryAlgo/NestOptimizeAlgo.h"
 
 #ifdef TARNALGO_BENCH_BOOST
@@ -35,14 +36,20 @@ std::vector<TPoint2D> Wave(int Count) {
   return Points;
 }
 
-/// A counter-clockwise outline of waves about a circle.
-std::vector<TPoint2D> Outline(int Count) {
+/// Teeth of the tolerance's own height: nearly everything stays.
+std::vector<TPoint2D> Teeth(int Count) {
   std::vector<TPoint2D> Points;
-  for (int I = 0; I < Count; ++I) {
-    const double Angle = kFullTurn * I / Count;
-    Points.push_back(TPoint2D(1000.0 + 50.0 * std::sin(40.0 * Angle), 0.0).RotateBy(Angle));
+  for (int I = 0; I < Count; ++I)
+    Points.emplace_back(0.01 * I, I % 2 == 0 ? 0.0 : 1.1 * kTolerance);
+  return Points;
+}
+
+/// The outlines of a sheet of parts, one after the other.
+std::vector<TPoint2D> SheetPoints(int Count) {
+  std::vector<TPoint2D> Points;
+  for (const bench::TRing& Ring : bench::Sheet(Count)) {
+    Points.insert(Points.end(), Ring.begin(), Ring.end());
   }
-  Points.push_back(Points.front());
   return Points;
 }
 
@@ -72,39 +79,44 @@ struct TBoost {
 };
 #endif
 
-template <class T>
-void DecimateArc(benchmark::State& State) {
-  T Run(Arc(static_cast<int>(State.range(0))));
-  for (auto _ : State) benchmark::DoNotOptimize(Run.Decimate(false));
+int SizeOf(const benchmark::State& State) {
+  return static_cast<int>(State.range(0));
 }
 
-template <class T>
-void DecimateWave(benchmark::State& State) {
-  T Run(Wave(static_cast<int>(State.range(0))));
-  for (auto _ : State) benchmark::DoNotOptimize(Run.Decimate(true));
+template <class T, std::vector<TPoint2D> (*Make)(int), bool Restrict>
+void Decimate(benchmark::State& State) {
+  T Run(Make(SizeOf(State)));
+  for (auto _ : State) benchmark::DoNotOptimize(Run.Decimate(Restrict));
 }
 
 using TForm = std::vector<TPoint2D> (*)(TPolyDecimator& Decimator);
 
 void Variant(benchmark::State& State, TForm Form) {
-  std::vector<TPoint2D> List = Outline(static_cast<int>(State.range(0)));
+  const TVPolyline2D Ring = bench::ClosedWave(SizeOf(State));
+  std::vector<TPoint2D> List(Ring.begin(), Ring.end());
   TPolyDecimator Decimator(List, kTolerance);
   for (auto _ : State) benchmark::DoNotOptimize(Form(Decimator));
 }
 
-BENCHMARK(DecimateArc<TOurs>)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(DecimateWave<TOurs>)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMicrosecond);
+}
+
+#define DECIMATE_ROWS(T, Who)                                                                  \
+  BENCHMARK(Decimate<T, Arc, false>)->Name("Decimation/clockwise arc/" Who)->Apply(Sizes);     \
+  BENCHMARK(Decimate<T, Wave, true>)->Name("Decimation/waves, both sides/" Who)->Apply(Sizes); \
+  BENCHMARK(Decimate<T, SheetPoints, true>)->Name("Decimation/sheet, both sides/" Who)->Apply(Sizes)
+
+DECIMATE_ROWS(TOurs, "ours");
+BENCHMARK(Decimate<TOurs, Teeth, true>)->Name("Decimation/teeth, both sides/ours")->Apply(Sizes);
 #ifdef TARNALGO_BENCH_BOOST
-BENCHMARK(DecimateArc<TBoost>)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(DecimateWave<TBoost>)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
+DECIMATE_ROWS(TBoost, "Boost.Geometry");
 #endif
 
-#define VARIANT(Name, Call)                                                \
-  BENCHMARK_CAPTURE(Variant, Name, [](TPolyDecimator& D) { return Call; }) \
-      ->Arg(10000)                                                         \
-      ->Arg(100000)                                                        \
-      ->Arg(1000000)                                                       \
-      ->Unit(benchmark::kMillisecond)
+#define VARIANT(Name_, Call)                                                \
+  BENCHMARK_CAPTURE(Variant, Name_, [](TPolyDecimator& D) { return Call; }) \
+      ->Name(#Name_ "/outline/ours")                                        \
+      ->Apply(Sizes)
 VARIANT(ClipTriangles, D.ClipTriangles(0, static_cast<int>(D.Points().size()) - 1));
 VARIANT(PlateSimplify, D.PlateSimplify());
 VARIANT(GetInscribedHull, D.GetInscribedHull());

@@ -73,8 +73,11 @@ void PlanPlate(benchmark::State& State) {
   State.SetItemsProcessed(State.iterations() * State.range(0));
 }
 
-BENCHMARK(SortKeys)->Name("StdSortOfTheKeys")->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(PlanPlate)->Name("PlanPerforatedPlate")->Arg(100000)->Unit(benchmark::kMillisecond);
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(PlanPlate)->Name("Passes of a plate/turned grid/ours")->Apply(Sizes);
+BENCHMARK(SortKeys)->Name("Passes of a plate/turned grid/limit: sort of the keys")->Apply(Sizes);
 
 }  // namespace
 }  // namespace tarnalgo

@@ -14,8 +14,6 @@
 namespace tarnalgo {
 namespace {
 
-constexpr int kCount = 1000000;
-
 using TTree = TGeneralSBTree<int, int, TExactComparer<int>>;
 using TMap = std::multimap<int, int>;
 
@@ -49,30 +47,31 @@ struct TKeys {
   std::vector<int> Asked;  // the same ones, shuffled
 };
 
-const TKeys& RandomKeys() {
-  static const TKeys Keys = [] {
-    std::mt19937 Random(1);
-    TKeys Result;
-    for (int I = 0; I < kCount; ++I) Result.Inserted.push_back(static_cast<int>(Random() >> 1));
-    Result.Asked = Result.Inserted;
-    std::shuffle(Result.Asked.begin(), Result.Asked.end(), Random);
-    return Result;
-  }();
-  return Keys;
-}
-
-template <class TContainer>
-std::unique_ptr<TContainer> Filled() {
-  auto Result = std::make_unique<TContainer>();
-  for (const int Key : RandomKeys().Inserted) Put(*Result, Key);
+/// In no order, or upwards.
+template <bool IsSorted>
+TKeys MakeKeys(const benchmark::State& State) {
+  std::mt19937 Random(1);
+  TKeys Result;
+  for (int I = 0; I < State.range(0); ++I) {
+    Result.Inserted.push_back(IsSorted ? I : static_cast<int>(Random() >> 1));
+  }
+  Result.Asked = Result.Inserted;
+  std::shuffle(Result.Asked.begin(), Result.Asked.end(), Random);
   return Result;
 }
 
 template <class TContainer>
+std::unique_ptr<TContainer> Filled(const TKeys& Keys) {
+  auto Result = std::make_unique<TContainer>();
+  for (const int Key : Keys.Inserted) Put(*Result, Key);
+  return Result;
+}
+
+template <class TContainer, bool IsSorted>
 void Insert(benchmark::State& State) {
-  RandomKeys();
+  const TKeys Keys = MakeKeys<IsSorted>(State);
   for (auto _ : State) {
-    auto Container = Filled<TContainer>();
+    auto Container = Filled<TContainer>(Keys);
     benchmark::DoNotOptimize(Container.get());
     State.PauseTiming();
     Container.reset();
@@ -82,31 +81,49 @@ void Insert(benchmark::State& State) {
 
 template <class TContainer>
 void Search(benchmark::State& State) {
-  const auto Container = Filled<TContainer>();
+  const TKeys Keys = MakeKeys<false>(State);
+  const auto Container = Filled<TContainer>(Keys);
   for (auto _ : State) {
     std::int64_t Sum = 0;
-    for (const int Key : RandomKeys().Asked) Sum += Find(*Container, Key);
+    for (const int Key : Keys.Asked) Sum += Find(*Container, Key);
     benchmark::DoNotOptimize(Sum);
   }
 }
 
 template <class TContainer>
 void EraseAll(benchmark::State& State) {
+  const TKeys Keys = MakeKeys<false>(State);
   for (auto _ : State) {
     State.PauseTiming();
-    auto Container = Filled<TContainer>();
+    auto Container = Filled<TContainer>(Keys);
     State.ResumeTiming();
-    for (const int Key : RandomKeys().Asked) Erase(*Container, Key);
+    for (const int Key : Keys.Asked) Erase(*Container, Key);
     benchmark::DoNotOptimize(Container.get());
   }
 }
 
-BENCHMARK(Insert<TTree>)->Name("Insert/TGeneralSBTree/1000000")->Unit(benchmark::kMillisecond);
-BENCHMARK(Insert<TMap>)->Name("Insert/multimap/1000000")->Unit(benchmark::kMillisecond);
-BENCHMARK(Search<TTree>)->Name("Search/TGeneralSBTree/1000000")->Unit(benchmark::kMillisecond);
-BENCHMARK(Search<TMap>)->Name("Search/multimap/1000000")->Unit(benchmark::kMillisecond);
-BENCHMARK(EraseAll<TTree>)->Name("Erase/TGeneralSBTree/1000000")->Unit(benchmark::kMillisecond);
-BENCHMARK(EraseAll<TMap>)->Name("Erase/multimap/1000000")->Unit(benchmark::kMillisecond);
+/// What an order costs at the least.
+void SortKeys(benchmark::State& State) {
+  const TKeys Keys = MakeKeys<false>(State);
+  for (auto _ : State) {
+    std::vector<int> Sorted = Keys.Inserted;
+    std::sort(Sorted.begin(), Sorted.end());
+    benchmark::DoNotOptimize(Sorted.data());
+  }
+}
+
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+}
+
+#define ROWS(T, Who)                                                                       \
+  BENCHMARK(Insert<T, false>)->Name("Ordered map, insert/random keys/" Who)->Apply(Sizes); \
+  BENCHMARK(Insert<T, true>)->Name("Ordered map, insert/rising keys/" Who)->Apply(Sizes);  \
+  BENCHMARK(Search<T>)->Name("Ordered map, search/random keys/" Who)->Apply(Sizes);        \
+  BENCHMARK(EraseAll<T>)->Name("Ordered map, erase/random keys/" Who)->Apply(Sizes)
+ROWS(TTree, "ours");
+ROWS(TMap, "std::multimap");
+BENCHMARK(SortKeys)->Name("Ordered map, insert/random keys/limit: sort")->Apply(Sizes);
 
 }  // namespace
 }  // namespace tarnalgo

@@ -1,10 +1,12 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <random>
 #include <vector>
 
+#include "bench/Inputs.h"
 #include "geometryAlgo/ShapeApp.h"
 
 #ifdef TARNALGO_BENCH_BOOST
@@ -26,16 +28,27 @@
 namespace tarnalgo {
 namespace {
 
-enum TKind { kDisc, kSquare, kGauss, kCircle };
+/// Points at random in four ways, on a square grid, from a sheet of parts.
+enum TKind { kDisc, kSquare, kGauss, kCircle, kGrid, kSheet };
 
-TVPoint2DList RandomSet(TKind Kind, int Count) {
-  std::mt19937 Random(5);
-  std::uniform_real_distribution<double> Even(-1000.0, 1000.0);
-  std::normal_distribution<double> Bell(0.0, 300.0);
+TVPoint2DList PointSet(TKind Kind, int Count) {
   TVPoint2DList Points;
+  if (Kind == kGrid) {
+    const int Side = static_cast<int>(std::lround(std::sqrt(Count)));
+    for (int I = 0; I < Side * Side; ++I) Points.Add({1.0 * (I * 7 % Side), 1.0 * (I / Side)});
+    return Points;
+  }
+  if (Kind == kSheet) {
+    for (const bench::TRing& Ring : bench::Sheet(Count)) {
+      for (const TPoint2D& P : Ring) Points.Add(P);
+    }
+    return Points;
+  }
+  std::mt19937 Random(5);
+  std::normal_distribution<double> Bell(0.0, 300.0);
   while (Points.Count() < Count) {
-    const double X = Even(Random);
-    TPoint2D P(X, Even(Random));
+    const double X = bench::Draw(Random, -1000.0, 1000.0);
+    TPoint2D P(X, bench::Draw(Random, -1000.0, 1000.0));
     if (Kind == kDisc && P.Mag() > 1000.0) continue;
     if (Kind == kGauss) P = {Bell(Random), Bell(Random)};
     if (Kind == kCircle) P = P.Normal() * 1000.0;
@@ -44,17 +57,13 @@ TVPoint2DList RandomSet(TKind Kind, int Count) {
   return Points;
 }
 
-/// A simple ring of waves about a circle.
-TVPolyline2D Wave(int Count) {
-  TVPolyline2D Ring;
-  for (int I = 0; I < Count; ++I) {
-    const double Angle = kFullTurn * I / Count;
-    Ring.Add(TPoint2D(1000.0 + 50.0 * std::sin(40.0 * Angle), 0.0).RotateBy(Angle));
-  }
-  return Ring;
-}
+/// Convex rings: an ellipse, random corners on a circle, random steps.
+enum TRingKind { kEllipse, kOnCircle, kBySteps };
 
-TVPolyline2D Ellipse(int Count) {
+TVPolyline2D ConvexRing(TRingKind Kind, int Count) {
+  if (Kind != kEllipse) {
+    return TPolygonBasicAlgo::GenerateConvexPolyOnDisc({3, 4}, 1000.0, Count, 7, Kind == kOnCircle);
+  }
   TVPolyline2D Ring;
   for (int I = 0; I < Count; ++I) {
     const double Angle = kFullTurn * I / Count;
@@ -63,13 +72,13 @@ TVPolyline2D Ellipse(int Count) {
   return Ring;
 }
 
-/// Convex rings of 10^5 corners: an ellipse, random corners on a circle, random steps.
-enum TRingKind { kEllipse, kOnCircle, kBySteps };
-
-TVPolyline2D ConvexRing(TRingKind Kind) {
-  constexpr int kCount = 100000;
-  if (Kind == kEllipse) return Ellipse(kCount);
-  return TPolygonBasicAlgo::GenerateConvexPolyOnDisc({3, 4}, 1000.0, kCount, 7, Kind == kOnCircle);
+/// A comb of long teeth, open.
+TVPolyline2D Comb(int Count) {
+  TVPolyline2D Ring;
+  for (int I = 0; I < Count - 2; ++I) Ring.Add({1.0 * I, I % 2 == 0 ? 0.0 : 1000.0});
+  Ring.Add({1.0 * Count, -10.0});
+  Ring.Add({-1.0, -10.0});
+  return Ring;
 }
 
 struct TOurs {
@@ -151,39 +160,56 @@ struct TCgal {
 };
 #endif
 
-template <class T>
+int SizeOf(const benchmark::State& State) {
+  return static_cast<int>(State.range(0));
+}
+
+template <class T, TKind Kind>
 void HullOfSet(benchmark::State& State) {
-  const T Set(RandomSet(static_cast<TKind>(State.range(0)), 1000000));
+  const T Set(PointSet(Kind, SizeOf(State)));
   for (auto _ : State) benchmark::DoNotOptimize(Set.Hull());
+}
+
+/// What a hull by sorting cannot go below.
+template <TKind Kind>
+void SortOfSet(benchmark::State& State) {
+  const TVPoint2DList Points = PointSet(Kind, SizeOf(State));
+  for (auto _ : State) {
+    std::vector<TPoint2D> Sorted(Points.begin(), Points.end());
+    std::sort(Sorted.begin(), Sorted.end(), [](const TPoint2D& A, const TPoint2D& B) {
+      return A.X < B.X || (A.X == B.X && A.Y < B.Y);
+    });
+    benchmark::DoNotOptimize(Sorted.data());
+  }
 }
 
 template <class T>
 void HullOfPolyline(benchmark::State& State) {
-  T Ring(Wave(static_cast<int>(State.range(0))));
+  T Ring(bench::Wave(SizeOf(State)));
   for (auto _ : State) benchmark::DoNotOptimize(Ring.HullOfPolyline());
 }
 
-template <class T>
+template <class T, TRingKind Kind>
 void SmallestRectangle(benchmark::State& State) {
-  const T Ring(ConvexRing(static_cast<TRingKind>(State.range(0))));
+  const T Ring(ConvexRing(Kind, SizeOf(State)));
   for (auto _ : State) benchmark::DoNotOptimize(Ring.Rectangle());
 }
 
-template <class T>
+template <class T, TRingKind Kind>
 void Width(benchmark::State& State) {
-  const T Ring(ConvexRing(static_cast<TRingKind>(State.range(0))));
+  const T Ring(ConvexRing(Kind, SizeOf(State)));
   for (auto _ : State) benchmark::DoNotOptimize(Ring.Width());
 }
 
-template <class T>
+template <class T, TKind Kind>
 void SmallestCircle(benchmark::State& State) {
-  const T Set(RandomSet(static_cast<TKind>(State.range(0)), 100000));
+  const T Set(PointSet(Kind, SizeOf(State)));
   for (auto _ : State) benchmark::DoNotOptimize(Set.Circle());
 }
 
 template <class T>
 void Distance(benchmark::State& State) {
-  const TVPolyline2D Ring = Wave(static_cast<int>(State.range(0)));
+  const TVPolyline2D Ring = bench::Wave(SizeOf(State));
   TVPolyline2D Other = Ring;
   Other.Translate({2200.0, 300.0});
   const T A(Ring);
@@ -191,28 +217,61 @@ void Distance(benchmark::State& State) {
   for (auto _ : State) benchmark::DoNotOptimize(A.Distance(B));
 }
 
-template <class T>
+template <TVPolyline2D (*Make)(int)>
 void Triangles(benchmark::State& State) {
-  const T Ring(Wave(static_cast<int>(State.range(0))));
+  const TOurs Ring(Make(SizeOf(State)));
   for (auto _ : State) benchmark::DoNotOptimize(Ring.Triangles());
 }
 
-BENCHMARK(HullOfSet<TOurs>)->DenseRange(kDisc, kCircle)->Unit(benchmark::kMillisecond);
-BENCHMARK(HullOfPolyline<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SmallestRectangle<TOurs>)->DenseRange(kEllipse, kBySteps)->Unit(benchmark::kMillisecond);
-BENCHMARK(Width<TOurs>)->DenseRange(kEllipse, kBySteps)->Unit(benchmark::kMillisecond);
-BENCHMARK(SmallestCircle<TOurs>)->DenseRange(kDisc, kCircle)->Unit(benchmark::kMillisecond);
-BENCHMARK(Distance<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(Triangles<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
+TVPolyline2D WaveRing(int Count) {
+  return bench::Wave(Count);
+}
+
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMicrosecond);
+}
+void LargeSizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMicrosecond);
+}
+
+#define HULL_ROWS(T, Who)                                                                    \
+  BENCHMARK(HullOfSet<T, kDisc>)->Name("Convex hull/disc/" Who)->Apply(LargeSizes);          \
+  BENCHMARK(HullOfSet<T, kSquare>)->Name("Convex hull/square/" Who)->Apply(LargeSizes);      \
+  BENCHMARK(HullOfSet<T, kGauss>)->Name("Convex hull/normal/" Who)->Apply(LargeSizes);       \
+  BENCHMARK(HullOfSet<T, kCircle>)->Name("Convex hull/on a circle/" Who)->Apply(LargeSizes); \
+  BENCHMARK(HullOfSet<T, kGrid>)->Name("Convex hull/grid/" Who)->Apply(LargeSizes);          \
+  BENCHMARK(HullOfSet<T, kSheet>)->Name("Convex hull/sheet/" Who)->Apply(LargeSizes)
+#define RING_ROWS(T, Who)                                                                        \
+  BENCHMARK(HullOfPolyline<T>)->Name("Hull of a simple polyline/waves/" Who)->Apply(Sizes);      \
+  BENCHMARK(SmallestRectangle<T, kEllipse>)                                                      \
+      ->Name("Smallest rectangle/ellipse/" Who)                                                  \
+      ->Apply(Sizes);                                                                            \
+  BENCHMARK(SmallestRectangle<T, kOnCircle>)                                                     \
+      ->Name("Smallest rectangle/on a circle/" Who)                                              \
+      ->Apply(Sizes);                                                                            \
+  BENCHMARK(SmallestRectangle<T, kBySteps>)                                                      \
+      ->Name("Smallest rectangle/random steps/" Who)                                             \
+      ->Apply(Sizes);                                                                            \
+  BENCHMARK(Width<T, kEllipse>)->Name("Width/ellipse/" Who)->Apply(Sizes);                       \
+  BENCHMARK(Width<T, kOnCircle>)->Name("Width/on a circle/" Who)->Apply(Sizes);                  \
+  BENCHMARK(Width<T, kBySteps>)->Name("Width/random steps/" Who)->Apply(Sizes);                  \
+  BENCHMARK(SmallestCircle<T, kDisc>)->Name("Smallest circle/disc/" Who)->Apply(Sizes);          \
+  BENCHMARK(SmallestCircle<T, kCircle>)->Name("Smallest circle/on a circle/" Who)->Apply(Sizes); \
+  BENCHMARK(SmallestCircle<T, kGrid>)->Name("Smallest circle/grid/" Who)->Apply(Sizes)
+
+HULL_ROWS(TOurs, "ours");
+RING_ROWS(TOurs, "ours");
+BENCHMARK(SortOfSet<kDisc>)->Name("Convex hull/disc/limit: sort by X")->Apply(LargeSizes);
+BENCHMARK(SortOfSet<kCircle>)->Name("Convex hull/on a circle/limit: sort by X")->Apply(LargeSizes);
+BENCHMARK(Distance<TOurs>)->Name("Distance of two rings/waves/ours")->Apply(Sizes);
+BENCHMARK(Triangles<WaveRing>)->Name("Triangles/waves/ours")->Apply(Sizes);
+BENCHMARK(Triangles<Comb>)->Name("Triangles/comb/ours")->Apply(Sizes);
 #ifdef TARNALGO_BENCH_BOOST
-BENCHMARK(Distance<TBoost>)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Distance<TBoost>)->Name("Distance of two rings/waves/Boost.Geometry")->Apply(Sizes);
 #endif
 #ifdef TARNALGO_BENCH_CGAL
-BENCHMARK(HullOfSet<TCgal>)->DenseRange(kDisc, kCircle)->Unit(benchmark::kMillisecond);
-BENCHMARK(HullOfPolyline<TCgal>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SmallestRectangle<TCgal>)->DenseRange(kEllipse, kBySteps)->Unit(benchmark::kMillisecond);
-BENCHMARK(Width<TCgal>)->DenseRange(kEllipse, kBySteps)->Unit(benchmark::kMillisecond);
-BENCHMARK(SmallestCircle<TCgal>)->DenseRange(kDisc, kCircle)->Unit(benchmark::kMillisecond);
+HULL_ROWS(TCgal, "CGAL");
+RING_ROWS(TCgal, "CGAL");
 #endif
 
 }  // namespace

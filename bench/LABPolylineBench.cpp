@@ -1,9 +1,9 @@
 #include <benchmark/benchmark.h>
 
-#include <cmath>
 #include <random>
 #include <vector>
 
+#include "bench/Inputs.h"
 #include "geometryAlgo/VedaType/LABPolyline.h"
 #include "host/Cadgeometry.h"
 
@@ -17,20 +17,9 @@
 namespace tarnalgo {
 namespace {
 
-/// A ring of 40 waves about a circle.
-TVPolyline2D Wave(int Count) {
-  TVPolyline2D Ring;
-  for (int I = 0; I < Count; ++I) {
-    const double Angle = kFullTurn * I / Count;
-    Ring.Add(TPoint2D(1000.0 + 50.0 * std::sin(40.0 * Angle), 0.0).RotateBy(Angle));
-  }
-  Ring.Add(Ring.First());
-  return Ring;
-}
-
-/// The same vertices joined by arcs and by Beziers, a third of each.
+/// The waves' vertices joined by arcs and by Beziers, a third of each.
 TLABPolyline CurvedWave(int Count) {
-  TLABPolyline Ring(Wave(Count));
+  TLABPolyline Ring(bench::ClosedWave(Count));
   for (int I = 0; I < Ring.Count(); ++I) {
     const TVLine2D Edge = Ring[I].ToLine();
     const TPoint2D Normal = Edge.Vector().RotateCw90() * 0.2;
@@ -65,20 +54,23 @@ void PointsInShape(benchmark::State& State, const TShape& Shape) {
 }
 
 void PointsInChain(benchmark::State& State) {
-  PointsInShape(State, TLABPolyline(Wave(static_cast<int>(State.range(0)))));
+  PointsInShape(State, TLABPolyline(bench::ClosedWave(static_cast<int>(State.range(0)))));
 }
 void PointsInCurvedChain(benchmark::State& State) {
   PointsInShape(State, CurvedWave(static_cast<int>(State.range(0))));
 }
-BENCHMARK(PointsInChain)->Arg(1000);
-BENCHMARK(PointsInCurvedChain)->Arg(1000);
+void ChainSizes(benchmark::internal::Benchmark* Row) {
+  Row->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(PointsInChain)->Name("10^4 points in a chain/lines/ours")->Apply(ChainSizes);
+BENCHMARK(PointsInCurvedChain)->Name("10^4 points in a chain/curved/ours")->Apply(ChainSizes);
 
 #ifdef TARNALGO_BENCH_BOOST
 void PointsInBoostPolygon(benchmark::State& State) {
   namespace bg = boost::geometry;
   using TBoostPoint = bg::model::d2::point_xy<double>;
   bg::model::polygon<TBoostPoint, false> Ring;
-  for (const TPoint2D& P : Wave(static_cast<int>(State.range(0)))) {
+  for (const TPoint2D& P : bench::ClosedWave(static_cast<int>(State.range(0)))) {
     Ring.outer().emplace_back(P.X, P.Y);
   }
   const std::vector<TPoint2D> Points = ManyPoints();
@@ -89,7 +81,9 @@ void PointsInBoostPolygon(benchmark::State& State) {
   }
   State.SetItemsProcessed(State.iterations() * static_cast<std::int64_t>(Points.size()));
 }
-BENCHMARK(PointsInBoostPolygon)->Arg(1000);
+BENCHMARK(PointsInBoostPolygon)
+    ->Name("10^4 points in a chain/lines/Boost.Geometry")
+    ->Apply(ChainSizes);
 #endif
 
 class TSegmentMaker {
@@ -152,12 +146,11 @@ void CrossNineTimes(benchmark::State& State) {
   CrossSegments(State, {High}, {Wide});
 }
 
-/// Each cubic and itself moved by so many millionths: within the tolerance they are together all
+/// Each cubic and itself moved a little: within the tolerance they are together all
 /// along, beyond it they are apart all along or cross at the flattest of angles.
-void CrossNearlyCoincident(benchmark::State& State) {
+void CrossNearlyCoincident(benchmark::State& State, double Way) {
   const std::vector<TLABSegline> A = TSegmentMaker(2).Make1024(stBezier);
   std::vector<TLABSegline> B;
-  const double Way = 1e-6 * static_cast<double>(State.range(0));
   for (const TLABSegline& Seg : A) B.push_back(Seg.Translate({0.6 * Way, 0.8 * Way}));
   CrossSegments(State, A, B);
 }
@@ -177,15 +170,31 @@ void CrossHostArcsWith(benchmark::State& State, TSegType Kind) {
   State.SetItemsProcessed(State.iterations() * static_cast<std::int64_t>(A.size()));
 }
 
-BENCHMARK_CAPTURE(CrossKinds, ArcWithLine, stArc, stLine);
-BENCHMARK_CAPTURE(CrossHostArcsWith, Lines, stLine);
-BENCHMARK_CAPTURE(CrossKinds, ArcWithArc, stArc, stArc);
-BENCHMARK_CAPTURE(CrossHostArcsWith, Arcs, stArc);
-BENCHMARK_CAPTURE(CrossKinds, BezierWithLine, stBezier, stLine);
-BENCHMARK_CAPTURE(CrossKinds, BezierWithArc, stBezier, stArc);
-BENCHMARK_CAPTURE(CrossKinds, BezierWithBezier, stBezier, stBezier);
-BENCHMARK(CrossNineTimes);
-BENCHMARK(CrossNearlyCoincident)->Arg(0)->Arg(1)->Arg(3)->Arg(30)->Arg(3000);
+#define PAIR(Kinds, KindA, KindB)                    \
+  BENCHMARK_CAPTURE(CrossKinds, Kinds, KindA, KindB) \
+      ->Name("Chain segments/" Kinds "/ours")        \
+      ->Arg(1024)
+PAIR("arc, line", stArc, stLine);
+PAIR("arc, arc", stArc, stArc);
+PAIR("Bezier, line", stBezier, stLine);
+PAIR("Bezier, arc", stBezier, stArc);
+PAIR("Bezier, Bezier", stBezier, stBezier);
+BENCHMARK_CAPTURE(CrossHostArcsWith, Lines, stLine)
+    ->Name("Chain segments/arc, line/our host curves")
+    ->Arg(1024);
+BENCHMARK_CAPTURE(CrossHostArcsWith, Arcs, stArc)
+    ->Name("Chain segments/arc, arc/our host curves")
+    ->Arg(1024);
+BENCHMARK(CrossNineTimes)->Name("Chain segments/two cubics, nine crossings/ours")->Arg(1);
+#define NEARLY(Apart, Way)                                       \
+  BENCHMARK_CAPTURE(CrossNearlyCoincident, Apart, Way)           \
+      ->Name("Chain segments/a cubic and itself " Apart "/ours") \
+      ->Arg(1024)
+NEARLY("in place", 0.0);
+NEARLY("1e-6 away", 1e-6);
+NEARLY("3e-6 away", 3e-6);
+NEARLY("3e-5 away", 3e-5);
+NEARLY("3e-3 away", 3e-3);
 
 }  // namespace
 }  // namespace tarnalgo

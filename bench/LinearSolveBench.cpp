@@ -80,15 +80,25 @@ void Sizes(benchmark::internal::Benchmark* Job) {
   Job->Arg(64)->Arg(256)->Arg(1024)->Unit(benchmark::kMicrosecond);
 }
 
-BENCHMARK(Ours<TLinearSolveTool::Cholesky, false>)->Name("Cholesky/ours")->Apply(Sizes);
-BENCHMARK(Ours<TLinearSolveTool::LDLT, false>)->Name("LDLT/ours")->Apply(Sizes);
-BENCHMARK(Ours<TLinearSolveTool::ConjugateGradient, false>)->Name("Gradient/ours")->Apply(Sizes);
-BENCHMARK(Ours<TLinearSolveTool::Gaussian, true>)->Name("Gaussian/ours")->Apply(Sizes);
+BENCHMARK(Ours<TLinearSolveTool::Cholesky, false>)
+    ->Name("Cholesky/positive definite/ours")
+    ->Apply(Sizes);
+BENCHMARK(Ours<TLinearSolveTool::LDLT, false>)->Name("LDLT/positive definite/ours")->Apply(Sizes);
+BENCHMARK(Ours<TLinearSolveTool::ConjugateGradient, false>)
+    ->Name("Conjugate gradient/positive definite/ours")
+    ->Apply(Sizes);
+BENCHMARK(Ours<TLinearSolveTool::Gaussian, true>)
+    ->Name("Gaussian/positive definite/ours")
+    ->Apply(Sizes);
 #ifdef TARNALGO_BENCH_EIGEN
-BENCHMARK(Peer<Eigen::LLT<Eigen::MatrixXd>>)->Name("Cholesky/Eigen")->Apply(Sizes);
-BENCHMARK(Peer<Eigen::LDLT<Eigen::MatrixXd>>)->Name("LDLT/Eigen")->Apply(Sizes);
-BENCHMARK(PeerConjugateGradient)->Name("Gradient/Eigen")->Apply(Sizes);
-BENCHMARK(Peer<Eigen::PartialPivLU<Eigen::MatrixXd>>)->Name("Gaussian/Eigen")->Apply(Sizes);
+BENCHMARK(Peer<Eigen::LLT<Eigen::MatrixXd>>)
+    ->Name("Cholesky/positive definite/Eigen")
+    ->Apply(Sizes);
+BENCHMARK(Peer<Eigen::LDLT<Eigen::MatrixXd>>)->Name("LDLT/positive definite/Eigen")->Apply(Sizes);
+BENCHMARK(PeerConjugateGradient)->Name("Conjugate gradient/positive definite/Eigen")->Apply(Sizes);
+BENCHMARK(Peer<Eigen::PartialPivLU<Eigen::MatrixXd>>)
+    ->Name("Gaussian/positive definite/Eigen")
+    ->Apply(Sizes);
 #endif
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <random>
 #include <string>
@@ -219,6 +220,14 @@ void EigenProduct(benchmark::State& State) {
   }
 }
 
+void EigenProductAAT(benchmark::State& State) {
+  const Eigen::MatrixXd A = EigenMatrix(SizeOf(State));
+  for (auto _ : State) {
+    Eigen::MatrixXd C = A * A.transpose();
+    benchmark::DoNotOptimize(C.data());
+  }
+}
+
 void EigenMatrixByVector(benchmark::State& State) {
   const Eigen::MatrixXd A = EigenMatrix(SizeOf(State));
   const Eigen::VectorXd X = Eigen::VectorXd::Ones(SizeOf(State));
@@ -229,23 +238,40 @@ void EigenMatrixByVector(benchmark::State& State) {
 }
 #endif
 
-void Sizes(benchmark::internal::Benchmark* Job) {
-  Job->Arg(64)->Arg(256)->Arg(1024);
+/// Reading a matrix once: what its product with a vector waits for.
+void ReadMatrix(benchmark::State& State) {
+  const TFloatMatrix A = RandomMatrix(SizeOf(State));
+  const std::size_t Count = static_cast<std::size_t>(A.RowStride() * SizeOf(State));
+  std::vector<double> Copy(Count);
+  for (auto _ : State) {
+    std::memcpy(Copy.data(), A.Row(0), Count * sizeof(double));
+    benchmark::ClobberMemory();
+  }
 }
 
-BENCHMARK(PLU)->Apply(Sizes);
-BENCHMARK(TryReverse)->Apply(Sizes);
-BENCHMARK(Product)->Apply(Sizes);
-BENCHMARK(ProductAAT)->Apply(Sizes);
-BENCHMARK(MatrixByVector)->Apply(Sizes);
-BENCHMARK(SVDCMP)->Arg(32)->Arg(64)->Arg(256);
-BENCHMARK(TextbookSVD)->Arg(32)->Arg(64)->Arg(256);
-BENCHMARK(MatrixFile)->Arg(1000);
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->Arg(64)->Arg(256)->Arg(1024)->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(PLU)->Name("LU/random/ours")->Apply(Sizes);
+BENCHMARK(TryReverse)->Name("Inverse/random/ours")->Apply(Sizes);
+BENCHMARK(Product)->Name("Matrix product/random/ours")->Apply(Sizes);
+BENCHMARK(ProductAAT)->Name("A times its transpose/random/ours")->Apply(Sizes);
+BENCHMARK(MatrixByVector)->Name("Matrix by vector/random/ours")->Apply(Sizes);
+BENCHMARK(ReadMatrix)->Name("Matrix by vector/random/limit: copy of the matrix")->Apply(Sizes);
+BENCHMARK(SVDCMP)->Name("Singular values/0.7^k/ours")->Arg(32)->Arg(64)->Arg(256);
+BENCHMARK(TextbookSVD)
+    ->Name("Singular values/0.7^k/the same steps, plain loops")
+    ->Arg(32)
+    ->Arg(64)
+    ->Arg(256);
+BENCHMARK(MatrixFile)->Name("Matrix to a file and back/random/ours")->Arg(100)->Arg(1000);
 #ifdef TARNALGO_BENCH_EIGEN
-BENCHMARK(EigenPLU)->Apply(Sizes);
-BENCHMARK(EigenInverse)->Apply(Sizes);
-BENCHMARK(EigenProduct)->Apply(Sizes);
-BENCHMARK(EigenMatrixByVector)->Apply(Sizes);
+BENCHMARK(EigenPLU)->Name("LU/random/Eigen")->Apply(Sizes);
+BENCHMARK(EigenInverse)->Name("Inverse/random/Eigen")->Apply(Sizes);
+BENCHMARK(EigenProduct)->Name("Matrix product/random/Eigen")->Apply(Sizes);
+BENCHMARK(EigenProductAAT)->Name("A times its transpose/random/Eigen")->Apply(Sizes);
+BENCHMARK(EigenMatrixByVector)->Name("Matrix by vector/random/Eigen")->Apply(Sizes);
 #endif
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <queue>
 #include <random>
 #include <vector>
@@ -11,8 +12,7 @@
 namespace tarnalgo {
 namespace {
 
-constexpr int kCount = 1000000;
-constexpr int kSteadyCount = 100000;
+constexpr int kMost = 1000000;
 
 using TNode = THeapNode<int>;
 
@@ -66,7 +66,7 @@ const std::vector<double>& RandomKeys() {
   static const std::vector<double> Keys = [] {
     std::mt19937_64 Random(1);
     std::uniform_real_distribution<double> Range(0.0, 1e6);
-    std::vector<double> Result(2 * kCount);
+    std::vector<double> Result(2 * kMost);
     for (double& Key : Result) Key = Range(Random);
     return Result;
   }();
@@ -76,11 +76,12 @@ const std::vector<double>& RandomKeys() {
 template <class THeap>
 void PushThenPop(benchmark::State& State) {
   const std::vector<double>& Keys = RandomKeys();
+  const int Count = static_cast<int>(State.range(0));
   for (auto _ : State) {
     THeap Heap;
-    for (int I = 0; I < kCount; ++I) Put(Heap, I, Keys[static_cast<std::size_t>(I)]);
+    for (int I = 0; I < Count; ++I) Put(Heap, I, Keys[static_cast<std::size_t>(I)]);
     double Sum = 0.0;
-    for (int I = 0; I < kCount; ++I) Sum += Take(Heap);
+    for (int I = 0; I < Count; ++I) Sum += Take(Heap);
     benchmark::DoNotOptimize(Sum);
   }
 }
@@ -88,27 +89,40 @@ void PushThenPop(benchmark::State& State) {
 template <class THeap>
 void PopAndPush(benchmark::State& State) {
   const std::vector<double>& Keys = RandomKeys();
+  const int Count = static_cast<int>(State.range(0));
   THeap Start;
-  for (int I = 0; I < kSteadyCount; ++I) Put(Start, I, Keys[static_cast<std::size_t>(I)]);
+  for (int I = 0; I < Count; ++I) Put(Start, I, Keys[static_cast<std::size_t>(I)]);
   for (auto _ : State) {
     THeap Heap = Start;
     double Sum = 0.0;
-    for (int I = 0; I < kCount; ++I) {
+    for (int I = 0; I < Count; ++I) {
       Sum += Take(Heap);
-      Put(Heap, I, Keys[static_cast<std::size_t>(kCount + I)]);
+      Put(Heap, I, Keys[static_cast<std::size_t>(Count + I)]);
     }
     benchmark::DoNotOptimize(Sum);
   }
 }
 
-#define TARNALGO_HEAP_BENCH(Function, Size)                                      \
-  BENCHMARK(Function<TMinHeap<int>>)->Name(#Function "/TMinHeap, keys/" Size);   \
-  BENCHMARK(Function<TQueue>)->Name(#Function "/priority_queue, keys/" Size);    \
-  BENCHMARK(Function<TNumberHeap>)->Name(#Function "/TMinHeap, comparer/" Size); \
-  BENCHMARK(Function<TNumberQueue>)->Name(#Function "/priority_queue, comparer/" Size)
+/// What handing the keys out in order costs at the least.
+void SortKeys(benchmark::State& State) {
+  for (auto _ : State) {
+    std::vector<double> Keys(RandomKeys().begin(), RandomKeys().begin() + State.range(0));
+    std::sort(Keys.begin(), Keys.end());
+    benchmark::DoNotOptimize(Keys.data());
+  }
+}
 
-TARNALGO_HEAP_BENCH(PushThenPop, "1000000");
-TARNALGO_HEAP_BENCH(PopAndPush, "100000");
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(10000, kMost)->Unit(benchmark::kMicrosecond);
+}
+#define ROWS(Function, Job)                                                         \
+  BENCHMARK(Function<TMinHeap<int>>)->Name(Job "/keys/ours")->Apply(Sizes);         \
+  BENCHMARK(Function<TQueue>)->Name(Job "/keys/std::priority_queue")->Apply(Sizes); \
+  BENCHMARK(Function<TNumberHeap>)->Name(Job "/comparer/ours")->Apply(Sizes);       \
+  BENCHMARK(Function<TNumberQueue>)->Name(Job "/comparer/std::priority_queue")->Apply(Sizes)
+ROWS(PushThenPop, "Min-heap, push all, pop all");
+ROWS(PopAndPush, "Min-heap, pop and push");
+BENCHMARK(SortKeys)->Name("Min-heap, push all, pop all/keys/limit: sort")->Apply(Sizes);
 
 }  // namespace
 }  // namespace tarnalgo

@@ -86,11 +86,14 @@ void RejectGaps(benchmark::State& State) {
   }
 }
 
-BENCHMARK(SortKeys)->Name("StdSortOfTheKeys")->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(Group)->Name("GroupSheet")->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(Nest)->Name("TNesting")->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(Prepare)->Name("PrepareSheet")->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(RejectGaps)->Name("RejectCrossingGaps")->Arg(100000)->Unit(benchmark::kMillisecond);
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(Group)->Name("Planner: grouping/turned grid/ours")->Apply(Sizes);
+BENCHMARK(SortKeys)->Name("Planner: grouping/turned grid/limit: sort of the keys")->Apply(Sizes);
+BENCHMARK(Nest)->Name("Planner: nesting/turned grid/ours")->Apply(Sizes);
+BENCHMARK(Prepare)->Name("Planner: preparing/turned grid/ours")->Apply(Sizes);
+BENCHMARK(RejectGaps)->Name("Planner: gap check/turned grid/ours")->Apply(Sizes);
 
 }  // namespace
 }  // namespace sheet_planner

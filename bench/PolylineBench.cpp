@@ -4,6 +4,7 @@
 #include <random>
 #include <vector>
 
+#include "bench/Inputs.h"
 #include "geometryAlgo/VedaType/Polyline.h"
 
 #ifdef TARNALGO_BENCH_BOOST
@@ -18,16 +19,7 @@
 namespace tarnalgo {
 namespace {
 
-/// A ring of 40 waves about a circle, as a sampled contour comes from a drawing.
-TVPolyline2D Wave(int Count, double Phase) {
-  TVPolyline2D Ring;
-  for (int I = 0; I < Count; ++I) {
-    const double Angle = kFullTurn * I / Count;
-    Ring.Add(TPoint2D(1000.0 + 50.0 * std::sin(Phase + 40.0 * Angle), 0.0).RotateBy(Angle));
-  }
-  Ring.Add(Ring.First());
-  return Ring;
-}
+using bench::ClosedWave;
 
 /// Long strokes back and forth, slanted: their upright boxes all overlap.
 TVPolyline2D Hatch(int Strokes) {
@@ -80,14 +72,14 @@ struct TBoost {
 template <class T>
 void CrossRings(benchmark::State& State) {
   const int Count = static_cast<int>(State.range(0));
-  const T A(Wave(Count, 0.0));
-  const T B(Wave(Count, 1.5));
+  const T A(ClosedWave(Count));
+  const T B(ClosedWave(Count, 1.5));
   for (auto _ : State) benchmark::DoNotOptimize(A.Cross(B));
 }
 
 template <class T>
 void SelfIntersectRing(benchmark::State& State) {
-  const T Ring(Wave(static_cast<int>(State.range(0)), 0.0));
+  const T Ring(ClosedWave(static_cast<int>(State.range(0))));
   for (auto _ : State) benchmark::DoNotOptimize(Ring.IntersectsItself());
 }
 
@@ -100,7 +92,7 @@ void SelfIntersectHatch(benchmark::State& State) {
 /// 1000 points a round, over the box of the ring.
 template <class T>
 void PointsInRing(benchmark::State& State) {
-  const T Ring(Wave(static_cast<int>(State.range(0)), 0.0));
+  const T Ring(ClosedWave(static_cast<int>(State.range(0))));
   std::mt19937 Random(1);
   std::uniform_real_distribution<double> Place(-1050.0, 1050.0);
   std::vector<TPoint2D> Points(1000);
@@ -112,15 +104,20 @@ void PointsInRing(benchmark::State& State) {
   }
 }
 
-BENCHMARK(PointsInRing<TOurs>)->Arg(1000)->Unit(benchmark::kMillisecond);
-BENCHMARK(CrossRings<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SelfIntersectRing<TOurs>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SelfIntersectHatch<TOurs>)->Arg(5000)->Unit(benchmark::kMillisecond);
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+}
+void FewSizes(benchmark::internal::Benchmark* Row) {
+  Row->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+}
+#define ROWS(T, Who)                                                                              \
+  BENCHMARK(PointsInRing<T>)->Name("1000 points in a polyline ring/waves/" Who)->Apply(FewSizes); \
+  BENCHMARK(CrossRings<T>)->Name("Crossings of two polylines/waves/" Who)->Apply(Sizes);          \
+  BENCHMARK(SelfIntersectRing<T>)->Name("Self-intersection/waves/" Who)->Apply(Sizes);            \
+  BENCHMARK(SelfIntersectHatch<T>)->Name("Self-intersection/slanted hatch/" Who)->Apply(FewSizes)
+ROWS(TOurs, "ours");
 #ifdef TARNALGO_BENCH_BOOST
-BENCHMARK(PointsInRing<TBoost>)->Arg(1000)->Unit(benchmark::kMillisecond);
-BENCHMARK(CrossRings<TBoost>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SelfIntersectRing<TBoost>)->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(SelfIntersectHatch<TBoost>)->Arg(5000)->Unit(benchmark::kMillisecond);
+ROWS(TBoost, "Boost.Geometry");
 #endif
 
 }  // namespace

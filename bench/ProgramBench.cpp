@@ -162,20 +162,23 @@ void Clp(benchmark::State& State, const TProgram& Program, bool) {
 }
 #endif
 
-template <class TRun>
-void Register(const std::string& Name, TRun Run, const TProgram& Program, bool Integer) {
+using TRun = void (*)(benchmark::State& State, const TProgram& Program, bool Integer);
+
+void Register(const std::string& Job, const char* Who, int Size, TRun Run, const TProgram& Program,
+              bool Integer) {
+  const std::string Name = Job + "/" + Who + "/" + std::to_string(Size);
   benchmark::RegisterBenchmark(Name.c_str(), [Run, Program, Integer](benchmark::State& State) {
     Run(State, Program, Integer);
   })->Unit(benchmark::kMicrosecond);
 }
 
-void RegisterJob(const std::string& Name, const TProgram& Program, bool Integer) {
-  Register(Name + "/ours", Ours, Program, Integer);
+void RegisterJob(const std::string& Job, int Size, const TProgram& Program, bool Integer) {
+  Register(Job, "ours", Size, Ours, Program, Integer);
 #ifdef TARNALGO_BENCH_GLPK
-  Register(Name + "/GLPK", Glpk, Program, Integer);
+  Register(Job, "GLPK", Size, Glpk, Program, Integer);
 #endif
 #ifdef TARNALGO_BENCH_CLP
-  if (!Integer) Register(Name + "/CLP", Clp, Program, Integer);
+  if (!Integer) Register(Job, "CLP", Size, Clp, Program, Integer);
 #endif
 }
 
@@ -185,14 +188,13 @@ void RegisterJob(const std::string& Name, const TProgram& Program, bool Integer)
 int main(int ArgCount, char** Args) {
   using namespace tarnalgo;
   for (const int Size : {50, 200, 500}) {
-    const std::string Name = std::to_string(Size);
-    RegisterJob("AtMost/" + Name, AtMostProgram(Size, Size, 0.0), false);
-    RegisterJob("AtLeast/" + Name, AtLeastProgram(Size, Size), false);
+    RegisterJob("Linear program/at most, dense", Size, AtMostProgram(Size, Size, 0.0), false);
+    RegisterJob("Linear program/at least, dense", Size, AtLeastProgram(Size, Size), false);
   }
-  RegisterJob("Knapsack/3x10", AtMostProgram(3, 10, 1.0), true);
-  RegisterJob("Knapsack/5x30", AtMostProgram(5, 30, 1.0), true);
-  RegisterJob("Covering/8x10", CoveringProgram(8, 10), true);
-  RegisterJob("Covering/15x30", CoveringProgram(15, 30), true);
+  RegisterJob("Integer program/knapsack, 3 rows", 10, AtMostProgram(3, 10, 1.0), true);
+  RegisterJob("Integer program/knapsack, 5 rows", 30, AtMostProgram(5, 30, 1.0), true);
+  RegisterJob("Integer program/covering, 8 rows", 10, CoveringProgram(8, 10), true);
+  RegisterJob("Integer program/covering, 15 rows", 30, CoveringProgram(15, 30), true);
   benchmark::Initialize(&ArgCount, Args);
   benchmark::RunSpecifiedBenchmarks();
 }

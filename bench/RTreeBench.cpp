@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <memory>
 #include <random>
 #include <utility>
 #include <vector>
 
+#include "bench/Inputs.h"
+#include "geometryAlgo/VedaType/Line.h"
 #include "geometryAlgo/VedaType/RTree.h"
 
 #ifdef TARNALGO_BENCH_BOOST
@@ -22,35 +26,63 @@
 namespace tarnalgo {
 namespace {
 
-constexpr int kWindows = 100000;
+enum TKind { kRandom, kGrid, kSheet };
 
-/// Boxes of sides up to 1 spread evenly over a square with one box per unit of area, and windows
-/// that meet about 12 of them.
+/// Boxes with about one box per unit of area: of sides up to 1 at random, the cells of a grid that
+/// touch, or the edges of a sheet of parts; and windows, a tenth as many, that meet about 12 of them.
 struct TScene {
   std::vector<TVRect2D> Boxes;
   std::vector<TVRect2D> Windows;
   std::vector<int> Removed;  // half of the boxes, in random order
 
-  explicit TScene(int Count) {
+  TScene(TKind Kind, int Count) {
     std::mt19937 Random(1);
     const double Side = std::sqrt(static_cast<double>(Count));
     const auto Square = [&](double Size) {
-      std::uniform_real_distribution<double> Place(0.0, Side);
-      const TPoint2D P(Place(Random), Place(Random));
+      const double X = bench::Draw(Random, 0.0, Side);
+      const TPoint2D P(X, bench::Draw(Random, 0.0, Side));
       return TVRect2D(P, P + TPoint2D(Size, Size));
     };
-    std::uniform_real_distribution<double> Size(0.0, 1.0);
-    for (int I = 0; I < Count; ++I) Boxes.push_back(Square(Size(Random)));
-    for (int I = 0; I < kWindows; ++I) Windows.push_back(Square(3.0));
+    if (Kind == kSheet) {
+      AddEdges(Count);
+    } else if (Kind == kGrid) {
+      const int Columns = static_cast<int>(Side);
+      for (int I = 0; I < Count; ++I) {
+        const TPoint2D P(I % Columns, I / Columns);
+        Boxes.emplace_back(P, P + TPoint2D(1, 1));
+      }
+    } else {
+      for (int I = 0; I < Count; ++I) Boxes.push_back(Square(bench::Draw(Random, 0.0, 1.0)));
+    }
+    for (int I = 0; I < Count / 10; ++I) Windows.push_back(Square(3.0));
     for (int I = 0; I < Count; ++I) Removed.push_back(I);
     std::shuffle(Removed.begin(), Removed.end(), Random);
     Removed.resize(static_cast<std::size_t>(Count / 2));
   }
+
+ private:
+  void AddEdges(int Count) {
+    TVRect2D All;
+    for (const bench::TRing& Ring : bench::Sheet(2 * Count)) {
+      for (std::size_t I = 0; I < Ring.size(); ++I) {
+        Boxes.push_back(TVLine2D(Ring[I], Ring[(I + 1) % Ring.size()]).BoundBox());
+        All.ExpandInPlace(Ring[I]);
+      }
+    }
+    Boxes.resize(static_cast<std::size_t>(Count));
+    const double Scale =
+        std::sqrt(static_cast<double>(Count)) / std::max(All.Width(), All.Height());
+    for (TVRect2D& Box : Boxes) {
+      Box = TVRect2D(TPoint2D(Box.Left, Box.Bottom) * Scale, TPoint2D(Box.Right, Box.Top) * Scale);
+    }
+  }
 };
 
-const TScene& Scene(int Count) {
-  static const TScene Result(Count);
-  return Result;
+template <TKind Kind>
+const TScene& Scene(const benchmark::State& State) {
+  static std::map<std::int64_t, TScene> Scenes;
+  const auto Count = State.range(0);
+  return Scenes.try_emplace(Count, Kind, static_cast<int>(Count)).first->second;
 }
 
 class TOurTree {
@@ -99,9 +131,9 @@ using TBoostLinear = TBoostTree<bg::index::linear<8>>;
 using TBoostRStar = TBoostTree<bg::index::rstar<8>>;
 #endif
 
-template <class TTree>
+template <class TTree, TKind Kind>
 void Build(benchmark::State& State) {
-  const TScene& Input = Scene(static_cast<int>(State.range(0)));
+  const TScene& Input = Scene<Kind>(State);
   for (auto _ : State) {
     auto Tree = std::make_unique<TTree>(Input);
     State.PauseTiming();
@@ -110,9 +142,9 @@ void Build(benchmark::State& State) {
   }
 }
 
-template <class TTree>
+template <class TTree, TKind Kind>
 void Windows(benchmark::State& State) {
-  const TScene& Input = Scene(static_cast<int>(State.range(0)));
+  const TScene& Input = Scene<Kind>(State);
   const TTree Tree(Input);
   std::vector<int> Result;
   for (auto _ : State) {
@@ -120,12 +152,13 @@ void Windows(benchmark::State& State) {
     for (const TVRect2D& Window : Input.Windows) Tree.Search(Window, Result);
     benchmark::DoNotOptimize(Result.data());
   }
-  State.counters["hits"] = static_cast<double>(Result.size()) / kWindows;
+  State.counters["hits"] =
+      static_cast<double>(Result.size()) / static_cast<double>(Input.Windows.size());
 }
 
-template <class TTree>
+template <class TTree, TKind Kind>
 void RemoveHalf(benchmark::State& State) {
-  const TScene& Input = Scene(static_cast<int>(State.range(0)));
+  const TScene& Input = Scene<Kind>(State);
   for (auto _ : State) {
     State.PauseTiming();
     auto Tree = std::make_unique<TTree>(Input);
@@ -137,15 +170,35 @@ void RemoveHalf(benchmark::State& State) {
   }
 }
 
-constexpr int kCount = 1000000;
+/// The boxes in order of their left sides: less than any packing has to do.
+void SortBoxes(benchmark::State& State) {
+  const TScene& Input = Scene<kRandom>(State);
+  for (auto _ : State) {
+    std::vector<TVRect2D> Boxes = Input.Boxes;
+    std::sort(Boxes.begin(), Boxes.end(),
+              [](const TVRect2D& A, const TVRect2D& B) { return A.Left < B.Left; });
+    benchmark::DoNotOptimize(Boxes.data());
+  }
+}
 
-BENCHMARK(Build<TOurTree>)->Arg(kCount)->Unit(benchmark::kMillisecond);
-BENCHMARK(Windows<TOurTree>)->Arg(kCount)->Unit(benchmark::kMillisecond);
-BENCHMARK(RemoveHalf<TOurTree>)->Arg(kCount)->Unit(benchmark::kMillisecond);
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+}
+#define ROWS(Function, Job, T, Who)                                              \
+  BENCHMARK(Function<T, kRandom>)->Name(Job "/random boxes/" Who)->Apply(Sizes); \
+  BENCHMARK(Function<T, kGrid>)->Name(Job "/grid/" Who)->Apply(Sizes);           \
+  BENCHMARK(Function<T, kSheet>)->Name(Job "/sheet/" Who)->Apply(Sizes)
+ROWS(Build, "R-tree, build by insertion", TOurTree, "ours");
+ROWS(Windows, "R-tree, windows", TOurTree, "ours");
+ROWS(RemoveHalf, "R-tree, half removed", TOurTree, "ours");
+BENCHMARK(SortBoxes)
+    ->Name("R-tree, build by insertion/random boxes/limit: sort by X")
+    ->Apply(Sizes);
 #ifdef TARNALGO_BENCH_BOOST
-BENCHMARK(Build<TBoostLinear>)->Arg(kCount)->Unit(benchmark::kMillisecond);
-BENCHMARK(Windows<TBoostLinear>)->Arg(kCount)->Unit(benchmark::kMillisecond);
-BENCHMARK(RemoveHalf<TBoostRStar>)->Arg(kCount)->Unit(benchmark::kMillisecond);
+ROWS(Build, "R-tree, build by insertion", TBoostLinear, "Boost linear");
+ROWS(Windows, "R-tree, windows", TBoostLinear, "Boost linear");
+ROWS(Windows, "R-tree, windows", TBoostRStar, "Boost R*");
+ROWS(RemoveHalf, "R-tree, half removed", TBoostRStar, "Boost R*");
 #endif
 
 }  // namespace

@@ -5,15 +5,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <memory>
 #include <random>
-#include <string>
 #include <utility>
 #include <vector>
 
+#include "bench/Inputs.h"
 #include "geometryAlgo/SweepLine.h"
 
 #ifdef TARNALGO_BENCH_CGAL
@@ -35,19 +34,16 @@
 namespace tarnalgo {
 namespace {
 
-using TRing = std::vector<TPoint2D>;  // closed: the first point stands at the end again
+using bench::Draw;
+using bench::TRing;
 
-/// Segments, and the rings they are the edges of where they come from outlines.
+/// Segments, and the closed rings they are the edges of where they come from outlines.
 struct TScene {
   std::vector<TVLine2D> Lines;
   std::vector<TRing> Rings;
 };
 
 // --- Workloads. `Size` is what grows: segments, or crossings where these are the more ---
-
-double Draw(std::mt19937& Random, double Low, double High) {
-  return std::uniform_real_distribution<double>(Low, High)(Random);
-}
 
 /// `Size` short segments with about as many crossings.
 TScene ShortSegments(int Size) {
@@ -102,58 +98,13 @@ TScene Grid(int Size) {
   return Scene;
 }
 
-/// The outlines of a solved nest and of its sheet, where the file is given by the variable
-/// `TARNALGO_NEST`; else a rough part or two on a sheet.
-std::vector<TRing> Nest() {
-  std::vector<TRing> Rings;
-  if (const char* const Name = std::getenv("TARNALGO_NEST")) {
-    std::ifstream File(Name);
-    std::string Word;
-    while (File >> Word) {
-      int Number = 0;
-      if (Word == "part") File >> Number;
-      std::size_t Count = 0;
-      File >> Count;
-      TRing Ring(Count);
-      for (TPoint2D& P : Ring) File >> P.X >> P.Y;
-      Rings.push_back(std::move(Ring));
-    }
-  }
-  if (!Rings.empty()) return Rings;
-  Rings = {{{0, 0}, {16000, 0}, {16000, 20000}, {0, 20000}}};
-  std::mt19937 Random(4);
-  for (int Part = 0; Part < 50; ++Part) {
-    const TPoint2D Centre(1000.0 + 2000.0 * (Part % 7), 1250.0 + 2500.0 * (Part / 7));
-    TRing Ring;
-    for (int I = 0; I < 75; ++I) {
-      Ring.push_back(Centre + TPoint2D(Draw(Random, 900, 1000), 0).RotateBy(kFullTurn * I / 75.0));
-    }
-    Rings.push_back(std::move(Ring));
-  }
-  return Rings;
-}
-
-/// Nests side by side on about `Size` edges: neighbouring sheets share an edge.
+/// Nests side by side on about `Size` edges.
 TScene Sheet(int Size) {
-  static const std::vector<TRing> Parts = Nest();
-  std::size_t Edges = 0;
-  for (const TRing& Ring : Parts) Edges += Ring.size();
-  const int Columns = static_cast<int>(
-      std::lround(std::ceil(std::sqrt(static_cast<double>(Size) / static_cast<double>(Edges)))));
-  const TPoint2D Pitch = Parts[0][2] - Parts[0][0];
   TScene Scene;
-  for (int Column = 0; Column < Columns; ++Column) {
-    for (int Row = 0; Row < Columns && Scene.Lines.size() < static_cast<std::size_t>(Size); ++Row) {
-      const TPoint2D Shift(Pitch.X * Column, Pitch.Y * Row);
-      for (const TRing& Part : Parts) {
-        TRing Ring;
-        for (const TPoint2D& P : Part) Ring.push_back(P + Shift);
-        Ring.push_back(Ring.front());
-        for (std::size_t I = 1; I < Ring.size(); ++I)
-          Scene.Lines.emplace_back(Ring[I - 1], Ring[I]);
-        Scene.Rings.push_back(std::move(Ring));
-      }
-    }
+  for (TRing& Ring : bench::Sheet(Size)) {
+    Ring.push_back(Ring.front());
+    for (std::size_t I = 1; I < Ring.size(); ++I) Scene.Lines.emplace_back(Ring[I - 1], Ring[I]);
+    Scene.Rings.push_back(std::move(Ring));
   }
   return Scene;
 }
@@ -295,38 +246,58 @@ void Find(benchmark::State& State) {
   std::int64_t Count = 0;
   for (auto _ : State) Count = Program.Run();
   if (!AgreesWithOthers(Maker, Size, Count)) State.SkipWithError("counts differ");
-  const double Items = static_cast<double>(Scene.Lines.size()) + static_cast<double>(Count);
   State.counters["segments"] = static_cast<double>(Scene.Lines.size());
   State.counters["meetings"] = static_cast<double>(Count);
-  // Level where time grows like (n + k) log n.
-  State.counters["per_item"] = benchmark::Counter(
-      Items * std::log2(static_cast<double>(Scene.Lines.size())),
-      benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-// One workload: what is compared, and how ours grows.
-#define WORKLOAD(Program, Maker) \
-  BENCHMARK_TEMPLATE(Find, Program, Maker)->Unit(benchmark::kMillisecond)
+/// The ends in order of X: what a sweep has to sort.
+template <TMaker Maker>
+void SortEnds(benchmark::State& State) {
+  const TScene& Scene = SceneOf(Maker, static_cast<int>(State.range(0)));
+  for (auto _ : State) {
+    std::vector<std::pair<double, std::size_t>> Ends;
+    for (std::size_t I = 0; I < Scene.Lines.size(); ++I) {
+      Ends.emplace_back(Scene.Lines[I].StartPoint.X, I);
+      Ends.emplace_back(Scene.Lines[I].EndPoint.X, I);
+    }
+    std::sort(Ends.begin(), Ends.end());
+    benchmark::DoNotOptimize(Ends.data());
+  }
+}
 
-constexpr int kThousand = 1000;
-constexpr int kMillion = 1000000;
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(10000, 1000000)->Unit(benchmark::kMillisecond);
+}
+void SmallSizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+}
 
-WORKLOAD(TOurs, ShortSegments)->RangeMultiplier(10)->Range(kThousand, kMillion);
-WORKLOAD(TOurs, Hatch)->RangeMultiplier(10)->Range(kThousand, kMillion);
-WORKLOAD(TOurs, LongSegments)->RangeMultiplier(10)->Range(kThousand, kMillion);
-WORKLOAD(TOurs, Grid)->RangeMultiplier(10)->Range(kThousand, kMillion)->Arg(90000);
-WORKLOAD(TOurs, Sheet)->RangeMultiplier(10)->Range(kThousand, kMillion)->Arg(93000);
+#define ROW(Program, Maker, Input, Who) \
+  BENCHMARK_TEMPLATE(Find, Program, Maker)->Name("Meetings of segments/" Input "/" Who)
+
+ROW(TOurs, ShortSegments, "short, at random", "ours")->Apply(Sizes);
+ROW(TOurs, Hatch, "hatch", "ours")->Apply(SmallSizes);
+ROW(TOurs, LongSegments, "long, at random", "ours")->Apply(Sizes);
+ROW(TOurs, Grid, "grid", "ours")->Apply(Sizes);
+ROW(TOurs, Sheet, "sheet", "ours")->Apply(Sizes);
+BENCHMARK(SortEnds<ShortSegments>)
+    ->Name("Meetings of segments/short, at random/limit: sort of the ends")
+    ->Apply(Sizes);
+BENCHMARK(SortEnds<Sheet>)
+    ->Name("Meetings of segments/sheet/limit: sort of the ends")
+    ->Apply(Sizes);
 #ifdef TARNALGO_BENCH_CGAL
-WORKLOAD(TCgalBoxes, ShortSegments)->RangeMultiplier(10)->Range(kThousand, kMillion);
-WORKLOAD(TCgalBoxes, Sheet)->Arg(93000);
-WORKLOAD(TCgalSweep, ShortSegments)->RangeMultiplier(10)->Range(kThousand, 100000);
-WORKLOAD(TCgalSweep, Hatch)->RangeMultiplier(10)->Range(kThousand, 100000);
-WORKLOAD(TCgalSweep, LongSegments)->RangeMultiplier(10)->Range(kThousand, kMillion);
-WORKLOAD(TCgalSweep, Grid)->Arg(90000);
+ROW(TCgalBoxes, ShortSegments, "short, at random", "CGAL boxes")->Apply(Sizes);
+ROW(TCgalBoxes, Sheet, "sheet", "CGAL boxes")->Apply(Sizes);
+ROW(TCgalSweep, ShortSegments, "short, at random", "CGAL sweep")->Arg(10000)->Arg(100000);
+ROW(TCgalSweep, Hatch, "hatch", "CGAL sweep")->Apply(SmallSizes);
+ROW(TCgalSweep, LongSegments, "long, at random", "CGAL sweep")->Arg(10000)->Arg(100000);
+ROW(TCgalSweep, Grid, "grid", "CGAL sweep")->Arg(10000)->Arg(100000);
 #endif
 #ifdef TARNALGO_BENCH_GEOS
-WORKLOAD(TGeosEdges, Sheet)->RangeMultiplier(10)->Range(kThousand, kMillion)->Arg(93000);
-WORKLOAD(TGeosRings, Sheet)->Arg(93000);
+ROW(TGeosEdges, ShortSegments, "short, at random", "GEOS, edges")->Apply(Sizes);
+ROW(TGeosEdges, Sheet, "sheet", "GEOS, edges")->Apply(Sizes);
+ROW(TGeosRings, Sheet, "sheet", "GEOS, rings")->Apply(Sizes);
 #endif
 
 }  // namespace

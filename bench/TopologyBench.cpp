@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <cstdint>
 #include <memory>
 #include <polyclipping/clipper.hpp>
 #include <random>
@@ -11,8 +12,9 @@
 namespace tarnalgo {
 namespace {
 
-/// A net of Side · Side nodes pushed about, each side of a mesh a chain of three points.
-TMChainExtends Net(int Side) {
+/// A net of about so many chains of three points each, whose nodes are pushed about.
+TMChainExtends Net(std::int64_t Count) {
+  const int Side = static_cast<int>(std::lround(std::sqrt(static_cast<double>(Count) / 2.0)));
   std::mt19937_64 Random(1);
   std::uniform_real_distribution<double> Push(-0.3, 0.3);
   std::vector<TPoint2D> Places;
@@ -33,15 +35,19 @@ TMChainExtends Net(int Side) {
   return Chains;
 }
 
+void NetSizes(benchmark::internal::Benchmark* Row) {
+  Row->RangeMultiplier(10)->Range(1000, 1000000)->Unit(benchmark::kMillisecond);
+}
+
 void CreateLinks(benchmark::State& State) {
-  const TMChainExtends Chains = Net(static_cast<int>(State.range(0)));
+  const TMChainExtends Chains = Net(State.range(0));
   for (auto _ : State) {
     const TTopoLinks Links = TTopoLinks::CreateTopoLink(Chains);
     benchmark::DoNotOptimize(Links.Count());
   }
   State.SetItemsProcessed(State.iterations() * Chains.Count());
 }
-BENCHMARK(CreateLinks)->Arg(32)->Arg(100)->Arg(320)->Arg(700)->Unit(benchmark::kMillisecond);
+BENCHMARK(CreateLinks)->Name("Nodes of a drawing/net/ours")->Apply(NetSizes);
 
 /// Every outline of these chains, again and again.
 void TraceAll(benchmark::State& State, const TMChainExtends& Chains) {
@@ -60,11 +66,11 @@ void TraceAll(benchmark::State& State, const TMChainExtends& Chains) {
 
 /// Items are chains: the time for each should hardly grow.
 void TraceFaces(benchmark::State& State) {
-  const TMChainExtends Chains = Net(static_cast<int>(State.range(0)));
+  const TMChainExtends Chains = Net(State.range(0));
   TraceAll(State, Chains);
   State.SetItemsProcessed(State.iterations() * Chains.Count());
 }
-BENCHMARK(TraceFaces)->Arg(32)->Arg(100)->Arg(320)->Arg(700)->Unit(benchmark::kMillisecond);
+BENCHMARK(TraceFaces)->Name("Outlines of a drawing/net/ours")->Apply(NetSizes);
 
 /// One node with so many closed chains, petals round it.
 void TraceFlower(benchmark::State& State) {
@@ -79,7 +85,11 @@ void TraceFlower(benchmark::State& State) {
   TraceAll(State, Chains);
   State.SetItemsProcessed(State.iterations() * Petals);
 }
-BENCHMARK(TraceFlower)->RangeMultiplier(10)->Range(100, 100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(TraceFlower)
+    ->Name("Outlines of a drawing/petals on one node/ours")
+    ->RangeMultiplier(10)
+    ->Range(100, 100000)
+    ->Unit(benchmark::kMillisecond);
 
 /// A million links in all, as stars of the degree named: from where on scanning a vertex anew for
 /// each of its neighbours costs more than the rest.
@@ -98,17 +108,24 @@ void BridgesOfStars(benchmark::State& State) {
   }
   State.SetItemsProcessed(State.iterations() * Stars * Degree);
 }
-BENCHMARK(BridgesOfStars)->RangeMultiplier(4)->Range(2, 8192)->Unit(benchmark::kMillisecond);
+BENCHMARK(BridgesOfStars)
+    ->Name("Bridges of 10^6 links/stars, by degree/ours")
+    ->RangeMultiplier(4)
+    ->Range(2, 8192)
+    ->Unit(benchmark::kMillisecond);
 
-/// A path and a net of a million links.
+/// A path of so many links.
 void BridgesOfPath(benchmark::State& State) {
-  constexpr int kLinks = 1'000'000;
-  TBridgeTool Tool(kLinks + 1);
-  for (int I = 0; I < kLinks; ++I) Tool.AddLink(I, I + 1);
+  const int Links = static_cast<int>(State.range(0));
+  TBridgeTool Tool(Links + 1);
+  for (int I = 0; I < Links; ++I) Tool.AddLink(I, I + 1);
   for (auto _ : State) Tool.CalcBridgeByTarjan();
-  State.SetItemsProcessed(State.iterations() * kLinks);
 }
-BENCHMARK(BridgesOfPath)->Unit(benchmark::kMillisecond);
+BENCHMARK(BridgesOfPath)
+    ->Name("Bridges/path/ours")
+    ->RangeMultiplier(10)
+    ->Range(10000, 1000000)
+    ->Unit(benchmark::kMillisecond);
 
 /// Lines across a plate, cut at their crossings: items are the chains that come of it.
 void ScatterLines(benchmark::State& State) {
@@ -124,7 +141,12 @@ void ScatterLines(benchmark::State& State) {
   for (auto _ : State) Count = Scatter.GetChains().Count();
   State.SetItemsProcessed(State.iterations() * Count);
 }
-BENCHMARK(ScatterLines)->Arg(1000)->Arg(10000)->Arg(50000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ScatterLines)
+    ->Name("Chains cut where they meet/lines on a plate/ours")
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(50000)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarnalgo

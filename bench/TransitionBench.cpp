@@ -18,7 +18,6 @@
 namespace tarnalgo {
 namespace {
 
-constexpr int kPairs = 100000;
 constexpr double kRadius = 1.5;
 
 struct TPose {
@@ -32,7 +31,7 @@ struct TPoses {
   TPose End;
 };
 
-std::vector<TPoses> MakePoses() {
+std::vector<TPoses> MakePoses(const benchmark::State& State) {
   std::mt19937 Random(20240702);
   std::uniform_real_distribution<double> AnyAngle(-kPi, kPi);
   std::uniform_real_distribution<double> Distance(0.5 * kRadius, 20.0 * kRadius);
@@ -41,7 +40,7 @@ std::vector<TPoses> MakePoses() {
     return TPose{Pt, Angle, DcsX.RotateBy(Angle)};
   };
   std::vector<TPoses> Result;
-  for (int I = 0; I < kPairs; ++I) {
+  for (int I = 0; I < State.range(0); ++I) {
     const TPoint2D Pt(AnyAngle(Random), AnyAngle(Random));
     const TPose Start = Pose(Pt);
     Result.push_back({Start, Pose(Pt + DcsX.RotateBy(AnyAngle(Random)) * Distance(Random))});
@@ -50,7 +49,7 @@ std::vector<TPoses> MakePoses() {
 }
 
 void Lengths(benchmark::State& State) {
-  const std::vector<TPoses> Poses = MakePoses();
+  const std::vector<TPoses> Poses = MakePoses(State);
   TTransitionLineFunc Func;
   for (auto _ : State) {
     double Sum = 0.0;
@@ -59,11 +58,11 @@ void Lengths(benchmark::State& State) {
     }
     benchmark::DoNotOptimize(Sum);
   }
-  State.SetItemsProcessed(State.iterations() * kPairs);
+  State.SetItemsProcessed(State.iterations() * State.range(0));
 }
 
 void Curves(benchmark::State& State) {
-  const std::vector<TPoses> Poses = MakePoses();
+  const std::vector<TPoses> Poses = MakePoses(State);
   TTransitionLineFunc Func;
   for (auto _ : State) {
     for (const auto& [Start, End] : Poses) {
@@ -71,11 +70,14 @@ void Curves(benchmark::State& State) {
           Func.InternalCalcTransitionLine(Start.Pt, Start.Vec, End.Pt, End.Vec, kRadius));
     }
   }
-  State.SetItemsProcessed(State.iterations() * kPairs);
+  State.SetItemsProcessed(State.iterations() * State.range(0));
 }
 
-BENCHMARK(Lengths)->Name("TransitionLengths/100000")->Unit(benchmark::kMillisecond);
-BENCHMARK(Curves)->Name("TransitionCurves/100000")->Unit(benchmark::kMillisecond);
+void Sizes(benchmark::internal::Benchmark* Row) {
+  Row->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK(Lengths)->Name("Shortest transition, length/random poses/ours")->Apply(Sizes);
+BENCHMARK(Curves)->Name("Shortest transition, curves/random poses/ours")->Apply(Sizes);
 
 #ifdef TARNALGO_BENCH_OMPL
 
@@ -89,7 +91,7 @@ void OmplLengths(benchmark::State& State) {
     return Result;
   };
   std::vector<std::pair<TState, TState>> States;
-  for (const auto& [Start, End] : MakePoses()) {
+  for (const auto& [Start, End] : MakePoses(State)) {
     States.emplace_back(MakeState(Start), MakeState(End));
   }
   for (auto _ : State) {
@@ -97,10 +99,13 @@ void OmplLengths(benchmark::State& State) {
     for (const auto& [Start, End] : States) Sum += Space->distance(Start.get(), End.get());
     benchmark::DoNotOptimize(Sum);
   }
-  State.SetItemsProcessed(State.iterations() * kPairs);
+  State.SetItemsProcessed(State.iterations() * State.range(0));
 }
 
-BENCHMARK(OmplLengths)->Name("TransitionLengths_ompl/100000")->Unit(benchmark::kMillisecond);
+BENCHMARK(OmplLengths)->Name("Shortest transition, length/random poses/OMPL")->Apply(Sizes);
+BENCHMARK(OmplLengths)
+    ->Name("Shortest transition, curves/random poses/OMPL, lengths only")
+    ->Apply(Sizes);
 
 #endif
 
