@@ -1,8 +1,11 @@
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <utility>
+#include <vector>
 
 #include "geometryAlgo/UMatrixAlgo/LinearSolveTool.h"
+#include "geometryAlgo/UMatrixAlgo/MatrixDCMPTool.h"
 #include "geometryAlgo/UMatrixAlgo/RowKernels.h"
 #include "geometryAlgo/UMatrixAlgo/SymmetricFactor.h"
 #include "host/Cadtypes/Constants.h"
@@ -52,6 +55,45 @@ TFloatVector SubstituteBack(const TFloatMatrix& U, const TFloatVector& B) {
   return X;
 }
 
+bool HasAllPivots(const TFloatMatrix& U) {
+  for (int I = 0; I < U.GetRowCnt(); ++I) {
+    if (!(std::abs(U.Row(I)[I]) > 0.0)) return false;  // exact zero, or NaN
+  }
+  return true;
+}
+
+/// Row by row, as far as there are pivots; false where there are none.
+bool EliminateByRows(TFloatMatrix& A, TFloatVector& B) {
+  for (int K = 0; K < B.GetSize(); ++K) {
+    const int Pivot = PivotRow(A, K);
+    if (Pivot < 0) return false;
+    A.SwapRows(K, Pivot);
+    std::swap(B.Data()[K], B.Data()[Pivot]);
+    Eliminate(A, B, K);
+  }
+  return true;
+}
+
+/// The same by block products, which leave no half-way state that could be shown: a system without
+/// all its pivots, or with NaN, is left to the elimination by rows.
+bool EliminateByBlocks(TFloatMatrix& A, TFloatVector& B) {
+  TFloatMatrix Factors = A.Clone();
+  std::vector<int> Pivots;
+  TMatrixDCMPTool::PLU(Factors, Pivots);
+  if (!HasAllPivots(Factors)) return false;
+  double* const Right = B.Data();
+  for (int K = 0; K < B.GetSize(); ++K) {
+    std::swap(Right[K], Right[Pivots[static_cast<std::size_t>(K)]]);
+  }
+  for (int I = 0; I < B.GetSize(); ++I) {
+    const double* const From = Factors.Row(I);
+    Right[I] -= RowDot(From, Right, static_cast<std::size_t>(I));
+    std::fill_n(A.Row(I), I, 0.0);
+    std::copy(From + I, From + B.GetSize(), A.Row(I) + I);
+  }
+  return true;
+}
+
 bool SolveBySymmetricForm(TFloatVector& X, const TFloatMatrix& A, const TFloatVector& B,
                           TSymmetricForm Form) {
   TFloatMatrix Factored = A.Clone();
@@ -81,13 +123,7 @@ bool TLinearSolveTool::Gaussian(TFloatVector& X, TFloatMatrix A, TFloatVector B)
   AssertThat(A.GetRowCnt() == A.GetColCnt(), kMatrixUnit);
   AssertThat(B.GetSize() == A.GetRowCnt(), kMatrixUnit);
   X = TFloatVector(B.GetSize());
-  for (int K = 0; K < B.GetSize(); ++K) {
-    const int Pivot = PivotRow(A, K);
-    if (Pivot < 0) return false;
-    A.SwapRows(K, Pivot);
-    std::swap(B.Data()[K], B.Data()[Pivot]);
-    Eliminate(A, B, K);
-  }
+  if (!EliminateByBlocks(A, B) && !EliminateByRows(A, B)) return false;
   X = SubstituteBack(A, B);
   return true;
 }

@@ -28,7 +28,7 @@ class TLinearSolveTool {
   /// right-hand side that belongs to it in `B`. False when a column has no pivot but exact zeros
   /// (or NaN): `X` is zero, and exchanges made before stay.
   /// Ties: of pivots of equal magnitude the upper row's.
-  /// Cost: 2/3 n³ operations.
+  /// Cost: 2/3 n³ operations, one copy of the matrix.
   static bool Gaussian(TFloatVector& X, TFloatMatrix A, TFloatVector B);
 
   /// A = L·D·Lᵀ without pivoting: for symmetric, possibly indefinite systems. Reads the lower
