@@ -5,6 +5,7 @@
 #include <memory>
 #include <numeric>
 #include <tuple>
+#include <utility>
 
 #include "examples/sheet_planner/Contours.h"
 #include "geometryAlgo/VedaType/RTree.h"
@@ -176,9 +177,10 @@ std::vector<int> FiguresOfAnchors(const TSheet& Sheet, const std::vector<TContou
 TNesting::TNesting(const TSheet& Sheet) {
   const std::vector<TContourPiece> Pieces = AllPieces(Sheet);
   FOfAnchor = FiguresOfAnchors(Sheet, Pieces, FFirstCircle);
+  FOfEnd.reserve(2 * Sheet.Edges.size());
   for (const TSheetEdge& Edge : Sheet.Edges) {
-    FOfEnd[{Edge.Line.StartPoint.X, Edge.Line.StartPoint.Y}] = OfAnchor(Edge.FromAnchor);
-    FOfEnd[{Edge.Line.EndPoint.X, Edge.Line.EndPoint.Y}] = OfAnchor(Edge.ToAnchor);
+    FOfEnd[Edge.Line.StartPoint] = OfAnchor(Edge.FromAnchor);
+    FOfEnd[Edge.Line.EndPoint] = OfAnchor(Edge.ToAnchor);
   }
   FOutlines = TOutlines(Sheet, Pieces, FOfAnchor).Run(FFirstCircle);
   for (const TSheetCircle& Circle : Sheet.Circles) {
@@ -247,7 +249,7 @@ TLABHPolygonList TNesting::Regions() const {
 }
 
 int TNesting::OfEdgeEnd(const TPoint2D& P) const {
-  const auto Found = FOfEnd.find({P.X, P.Y});
+  const auto Found = FOfEnd.find(P);
   return Found == FOfEnd.end() ? -1 : Found->second;
 }
 

@@ -1,8 +1,8 @@
 #pragma once  // examples/sheet_planner/Nesting.h
 
 #include <cstddef>
-#include <map>
-#include <utility>
+#include <functional>
+#include <unordered_map>
 #include <vector>
 
 #include "examples/sheet_planner/EdgePrep.h"
@@ -47,9 +47,16 @@ class TNesting {
   void FindParents();
   void FindLevels();
 
+  struct TPlaceHash {  // equal for both zeros
+    std::size_t operator()(const tarnalgo::TPoint2D& P) const {
+      const std::size_t X = std::hash<double>()(P.X);
+      return (X ^ (X >> 29)) * 0x9E3779B97F4A7C15U + std::hash<double>()(P.Y);
+    }
+  };
+
   std::vector<int> FOfAnchor;  // −1 where nothing ends
   int FFirstCircle = 0;
-  std::map<std::pair<double, double>, int> FOfEnd;
+  std::unordered_map<tarnalgo::TPoint2D, int, TPlaceHash> FOfEnd;
   std::vector<tarnalgo::TLABPolyline> FOutlines;
   std::vector<double> FAreas;     // of the outlines, 0 where there is no inside
   std::vector<int> FFromLargest;  // figures by area, the largest first
