@@ -127,8 +127,10 @@ class TSheetPlanner {
   }
 
   void SplitByLevel(const TLinearSegmentList& Run) {
+    int Level = 0;  // of the segment before
     for (int I = 0; I < Run.Count(); ++I) {
-      if (I == 0 || LevelOf(*Run[I]) != LevelOf(*Run[I - 1])) {
+      const int Before = std::exchange(Level, LevelOf(*Run[I]));
+      if (I == 0 || Level != Before) {
         FRuns.push_back(std::make_unique<TLinearSegmentList>(Run.Angle, Run.Intercept));
         FRuns.back()->AngVec = Run.AngVec;
       }
