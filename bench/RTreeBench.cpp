@@ -29,7 +29,8 @@ namespace {
 enum TKind { kRandom, kGrid, kSheet };
 
 /// Boxes with about one box per unit of area: of sides up to 1 at random, the cells of a grid that
-/// touch, or the edges of a sheet of parts; and windows, a tenth as many, that meet about 12 of them.
+/// touch, or the edges of a sheet of parts; and windows, a tenth as many, that meet about 12 of
+/// them.
 struct TScene {
   std::vector<TVRect2D> Boxes;
   std::vector<TVRect2D> Windows;
