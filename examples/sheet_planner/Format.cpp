@@ -1,9 +1,6 @@
 #include "examples/sheet_planner/Format.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
 #include <cstddef>
 
 namespace sheet_planner {
@@ -34,24 +31,6 @@ std::size_t SequenceLength(std::string_view Text) {
 }
 
 }  // namespace
-
-std::string Fixed(double Value, int Decimals) {
-  std::array<char, 400> Buffer;
-  const auto [End, Error] = std::to_chars(Buffer.data(), Buffer.data() + Buffer.size(), Value,
-                                          std::chars_format::fixed, Decimals);
-  std::string Text(Buffer.data(), End);
-  const bool IsZero = Text.find_first_not_of("-0.") == std::string::npos;
-  if (IsZero && Text.front() == '-') Text.erase(0, 1);
-  return Text;
-}
-
-std::string Short(double Value, int Decimals) {
-  std::string Text = Fixed(Value, Decimals);
-  if (Text.find('.') == std::string::npos) return Text;
-  Text.erase(Text.find_last_not_of('0') + 1);
-  if (Text.back() == '.') Text.pop_back();
-  return Text;
-}
 
 std::string Grouped(long long Value) {
   std::string Text = std::to_string(Value);

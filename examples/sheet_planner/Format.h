@@ -3,14 +3,13 @@
 #include <string>
 #include <string_view>
 
+#include "examples/Numbers.h"
 #include "examples/sheet_planner/Drawing.h"
 
 namespace sheet_planner {
 
-/// The value with that many decimals, whatever the locale; "-0" never.
-std::string Fixed(double Value, int Decimals);
-/// The same without zeros at the end: for files.
-std::string Short(double Value, int Decimals);
+using examples::Fixed;
+using examples::Short;
 /// "12,345".
 std::string Grouped(long long Value);
 /// "1 pass", "2 passes".

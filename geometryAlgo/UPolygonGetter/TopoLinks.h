@@ -35,7 +35,7 @@ struct TNodeEqual {
 /// A chain is registered at both of its end nodes, each time by an object that runs away from the
 /// node; a closed chain has both at its only node. "Both objects" below are the two of one chain:
 /// each runs exactly as the other reversed (or, failing that, `EqualsTo` it).
-/// Whoever uses the keys includes <polyclipping/clipper.hpp>.
+/// Whoever uses the keys, or makes a `TPointsOfOutline`, includes <polyclipping/clipper.hpp>.
 /// Ownership: the table owns the nodes, these own their chains.
 class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEqual> {
  public:

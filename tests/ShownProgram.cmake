@@ -1,0 +1,51 @@
+# What a page shows of a program is the program that is built and run: its code, what it prints, the
+# picture it draws.
+#   cmake -DPAGE=page.md -DSOURCE=program.cpp -DPROGRAM=program [-DPICTURE=shown.svg -DDRAWN=new.svg]
+#     -P ShownProgram.cmake
+# With a picture the page shows parts of the program: each of its blocks of C++ is to be found in the
+# source. Without one it shows the program whole.
+file(READ "${PAGE}" Page)
+file(READ "${SOURCE}" Source)
+cmake_path(GET PAGE FILENAME PageName)
+
+if(PICTURE)
+  set(Rest "${Page}")
+  set(Start "```cpp\n")
+  string(FIND "${Rest}" "${Start}" At)
+  if(At EQUAL -1)
+    message(FATAL_ERROR "${PageName} shows nothing of ${SOURCE}")
+  endif()
+  while(NOT At EQUAL -1)
+    string(LENGTH "${Start}" Skipped)
+    math(EXPR At "${At} + ${Skipped}")
+    string(SUBSTRING "${Rest}" ${At} -1 Rest)
+    string(FIND "${Rest}" "```" End)
+    string(SUBSTRING "${Rest}" 0 ${End} Block)
+    string(FIND "${Source}" "${Block}" Found)
+    if(Found EQUAL -1)
+      message(FATAL_ERROR "${PageName} shows what is not in ${SOURCE}:\n${Block}")
+    endif()
+    string(FIND "${Rest}" "${Start}" At)
+  endwhile()
+else()
+  string(FIND "${Page}" "${Source}" Found)
+  if(Found EQUAL -1)
+    message(FATAL_ERROR "${PageName} does not show ${SOURCE} as it is")
+  endif()
+endif()
+
+execute_process(COMMAND "${PROGRAM}" ${DRAWN} OUTPUT_VARIABLE Output RESULT_VARIABLE Result)
+if(NOT Result EQUAL 0)
+  message(FATAL_ERROR "${PROGRAM} answers ${Result}")
+endif()
+string(FIND "${Page}" "${Output}" Found)
+if(Found EQUAL -1)
+  message(FATAL_ERROR "${PageName} does not show what the program prints:\n${Output}")
+endif()
+if(PICTURE)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files "${DRAWN}" "${PICTURE}"
+    RESULT_VARIABLE Result ERROR_QUIET)
+  if(NOT Result EQUAL 0)
+    message(FATAL_ERROR "look at ${DRAWN}: it is not ${PICTURE}; copy it there if it is right")
+  endif()
+endif()
