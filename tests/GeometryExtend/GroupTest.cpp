@@ -162,6 +162,28 @@ TEST(CreateStrictSimpleHPolygon, SplitsWhereContoursTouchAndSharesOutTheHoles) {
   EXPECT_EQ(0, TPathUtils::CreateStrictSimpleHPolygon(TPolyNode()).Count());
 }
 
+TEST(CreateStrictSimpleHPolygon, AHoleWithAllItsVerticesOnAnOutlineBelongsWhereItsEdgesRun) {
+  const struct {
+    TPath Contour;
+    TPath Hole;
+    double Area;
+  } Cases[] = {
+      {Box(0, 0, 10), {{5, 0}, {0, 5}, {5, 10}, {10, 5}}, 50},
+      {{{0, 0}, {9, 0}, {9, 9}, {6, 9}, {6, 3}, {3, 3}, {3, 9}, {0, 9}},  // fills the notch
+       {{3, 3}, {3, 9}, {6, 9}, {6, 3}},
+       63}};
+  for (const auto& Case : Cases) {
+    TPolyNode Child;
+    TPolyNode Node;
+    Child.Contour = Case.Hole;
+    Node.Contour = Case.Contour;
+    Node.Childs.push_back(&Child);
+    const TVHPolygonList Pieces = TPathUtils::CreateStrictSimpleHPolygon(Node, 1.0);
+    ASSERT_EQ(1, Pieces.Count());
+    EXPECT_EQ(Case.Area, Pieces[0]->Area());
+  }
+}
+
 TEST(CreateStrictSimpleHPolygon, PartsWhatTheLibraryLeavesTogether) {
   const struct {
     const char* Name;

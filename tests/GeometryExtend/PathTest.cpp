@@ -96,6 +96,12 @@ TEST(TPathUtils, EditsMoveWhatTheySay) {
   EXPECT_THAT(Paths[3], ElementsAre(TIntPoint(4, 2)));
   test::ExpectRaises<EParamError>([&] { TPathUtils::Delete(Paths, 4); },
                                   "[Error] TPathUtils.Delete: index out of range");
+  TPathUtils::Rotate(Paths[2], kQuarterTurn);
+  TPathUtils::Zoom(Paths[2], 3.0);
+  EXPECT_THAT(Paths[2], ElementsAre(TIntPoint(12, -6)));
+  TPathUtils::Rotate(Paths, -kQuarterTurn);
+  TPathUtils::Zoom(Paths, -1.0);
+  EXPECT_THAT(Paths[2], ElementsAre(TIntPoint(6, 12)));
   TPathUtils::Free(Paths);
   EXPECT_EQ(0U, TPathUtils::MemoryUse(Paths));
 }
@@ -121,33 +127,44 @@ TEST(TPathUtils, RecognisesRectanglesExactly) {
 }
 
 TEST(TPathUtils, NamesTheExtremeVertexOfEachPairOfDirections) {
-  const TPaths Paths{{}, {{0, 0}, {4, 0}, {4, 3}, {0, 3}}, {{0, 3}, {9, -9}}};
-  const TPath& Path = Paths[1];
-  const auto IndexOf = [&](auto Query) {
+  using T = TPathUtils;
+  const struct {
+    TIntPoint (*OfPath)(const TPath&);
+    TIntPoint (*OfPathAt)(const TPath&, int&);
+    TIntPoint (*OfPaths)(const TPaths&);
+    TIntPoint (*OfPathsAt)(const TPaths&, T::TPointIndex&);
+    int Vertex;
+  } Queries[] = {
+      {T::LeftTopPoint, T::LeftTopPoint, T::LeftTopPoint, T::LeftTopPoint, 3},
+      {T::LeftBottomPoint, T::LeftBottomPoint, T::LeftBottomPoint, T::LeftBottomPoint, 0},
+      {T::RightBottomPoint, T::RightBottomPoint, T::RightBottomPoint, T::RightBottomPoint, 1},
+      {T::RightTopPoint, T::RightTopPoint, T::RightTopPoint, T::RightTopPoint, 2},
+      {T::BottomLeftPoint, T::BottomLeftPoint, T::BottomLeftPoint, T::BottomLeftPoint, 0},
+      {T::BottomRightPoint, T::BottomRightPoint, T::BottomRightPoint, T::BottomRightPoint, 1},
+      {T::TopLeftPoint, T::TopLeftPoint, T::TopLeftPoint, T::TopLeftPoint, 3},
+      {T::TopRightPoint, T::TopRightPoint, T::TopRightPoint, T::TopRightPoint, 2}};
+  const TPath Path{{0, 0}, {4, 0}, {4, 3}, {0, 3}};
+  const TPaths Paths{{}, {{2, 1}}, Path, Path};  // the first of equal ones counts
+  for (const auto& Query : Queries) {
+    const TIntPoint Expected = Path[static_cast<std::size_t>(Query.Vertex)];
     int Index = -2;
-    Query(Path, Index);
-    return Index;
-  };
-  using TQuery = TIntPoint (*)(const TPath&, int&);
-  const TQuery Queries[] = {TPathUtils::LeftTopPoint,     TPathUtils::LeftBottomPoint,
-                            TPathUtils::RightBottomPoint, TPathUtils::RightTopPoint,
-                            TPathUtils::BottomLeftPoint,  TPathUtils::BottomRightPoint,
-                            TPathUtils::TopLeftPoint,     TPathUtils::TopRightPoint};
-  std::vector<int> Found;
-  for (const TQuery Query : Queries) Found.push_back(IndexOf(Query));
-  EXPECT_THAT(Found, ElementsAre(3, 0, 1, 2, 0, 1, 3, 2));
-  TPathUtils::TPointIndex Index;
-  EXPECT_EQ(TIntPoint(0, 3), TPathUtils::LeftTopPoint(Paths, Index));
-  EXPECT_EQ((TPathUtils::TPointIndex{1, 3}), Index);  // the first of two equal ones
-  EXPECT_EQ(TIntPoint(9, -9), TPathUtils::BottomLeftPoint(Paths));
-  EXPECT_EQ(TIntPoint(), TPathUtils::TopLeftPoint(TPaths{}, Index));
-  EXPECT_EQ(TPathUtils::TPointIndex{}, Index);
+    T::TPointIndex Place;
+    EXPECT_EQ(Expected, Query.OfPath(Path));
+    EXPECT_EQ(Expected, Query.OfPathAt(Path, Index));
+    EXPECT_EQ(Query.Vertex, Index);
+    EXPECT_EQ(Expected, Query.OfPaths(Paths));
+    EXPECT_EQ(Expected, Query.OfPathsAt(Paths, Place));
+    EXPECT_EQ((T::TPointIndex{2, Query.Vertex}), Place);
+    EXPECT_EQ(TIntPoint(), Query.OfPathsAt({}, Place));
+    EXPECT_EQ(T::TPointIndex{}, Place);
+  }
 }
 
 TEST(TPathUtils, MeasuresRingsAndListedEdges) {
   const TPath Path{{0, 0}, {3, 4}, {3, 0}};
   EXPECT_EQ(9.0, TPathUtils::TotalLength(Path));
   EXPECT_EQ(24.0, TPathUtils::Perimeter(TPaths{Path, Path}));
+  EXPECT_EQ(18.0, TPathUtils::TotalLength(TPaths{Path, Path}));
   EXPECT_TRUE(TPathUtils::BoundBox(Path, 2.0) == TVRect2D(0, 1.5, 2, 0));
   EXPECT_FALSE(TPathUtils::IntBoundbox(TPaths{{}}).IsValid());
   double Value = -1.0;

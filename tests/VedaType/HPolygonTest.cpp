@@ -175,6 +175,15 @@ TEST(TVHPolygonList, IntersectsItselfWhereTwoContoursMeet) {
   EXPECT_TRUE(Regions.IntersectSelf());
   EXPECT_FALSE(Regions[0]->IsCrossWith(*Regions[2]));
   EXPECT_TRUE(Regions[2]->IsCrossWith(*Regions[3]));
+  EXPECT_TRUE(Regions[2]->IsCrossWith(TVLine2D({25, 25}, {35, 25})));
+  EXPECT_FALSE(Regions[2]->IsCrossWith(TVLine2D({25, 25}, {27, 25})));
+  EXPECT_TRUE(Regions.IsCrossWith(*Make(39, 50)));
+  EXPECT_FALSE(Regions.IsCrossWith(*Make(50, 60)));
+  TVHPolygonList Others;
+  Others.Add(Make(-20, -10));
+  EXPECT_FALSE(Regions.IsCrossWith(Others));
+  Others.Add(Make(4, 9));
+  EXPECT_TRUE(Regions.IsCrossWith(Others));
 }
 
 }  // namespace

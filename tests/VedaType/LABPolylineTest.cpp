@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <random>
 
@@ -327,6 +328,30 @@ TEST(TLABPolyline, CrossesASegmentOncePerPlace) {
   }
 }
 
+// Crossing at 3, where two stretches that touch have it already, and at 10.
+TEST(TLABPolyline, ReportsNoPointOnAnyOfSeveralStretches) {
+  TLABPolyline Chain{{{0, 0}, {2, 0}}};
+  for (const TPoint2D P : {TPoint2D(4, 0),
+                           {4, 3},
+                           {3, 3},
+                           {3, -1},
+                           {6, -1},
+                           {6, 0},
+                           {8, 0},
+                           {8, -1},
+                           {10, -1},
+                           {10, 1}}) {
+    Chain.Add({Chain.Last().P4, P});
+  }
+  for (const TVLine2D& Line : {TVLine2D({-1, 0}, {20, 0}), TVLine2D({20, 0}, {-1, 0})}) {
+    std::vector<TPoint2D> Points;
+    std::vector<TVLine2D> Lines;
+    EXPECT_TRUE(Chain.CrossWithSegLine(Line, Points, Lines));
+    EXPECT_EQ(std::vector<TPoint2D>{TPoint2D(10, 0)}, Points);
+    EXPECT_EQ(3U, Lines.size());
+  }
+}
+
 TEST(TLABPolyline, WritesNumbersThatReadBack) {
   EXPECT_EQ("#000000\nline (0, 0.1) (1e+300, 0)\narc (1, 0) (0, 1) centre (0, 0) bulge 0.5\n",
             TLABPolyline({{{0, 0.1}, {1e300, 0}}, {{1, 0}, {0, 1}, {0, 0}, 0.5}}).ToString());
@@ -339,6 +364,59 @@ TEST(TLABPolylineList, ActsOnItsChains) {
   List.Add(std::make_unique<TLABPolyline>(Slot()));
   EXPECT_TRUE(List.FirstIsCircle());
   EXPECT_NEAR(40 + 3 * kPi, List.Clone()->Area(), 1e-13);
+}
+
+TEST(TLABPolylineList, MovesEveryPointOfEveryKindOfSegment) {
+  TMatrix2D Matrix;
+  Matrix.Scale(-2.0, 2.0);
+  Matrix.Rotate(0.5);
+  Matrix.Translate(7.0, 8.0);
+  const struct {
+    const char* Name;
+    std::function<void(IVGeometry2D&)> Move;
+    std::function<TPoint2D(const TPoint2D&)> Map;
+  } Cases[] = {
+      {"shift",
+       [](auto& G) {
+         G.Translate({3, 4});
+       },
+       [](auto& P) { return P + TPoint2D(3, 4); }},
+      {"turn", [](auto& G) { G.Rotate(2.0); },
+       [](auto& P) {
+         return TPoint2D(P.X * std::cos(2.0) - P.Y * std::sin(2.0),
+                         P.X * std::sin(2.0) + P.Y * std::cos(2.0));
+       }},
+      {"half turn about",
+       [](auto& G) {
+         G.Rotate(kPi, {3, 4});
+       },
+       [](auto& P) { return TPoint2D(6 - P.X, 8 - P.Y); }},
+      {"quarter", [](auto& G) { G.RotateBy90(); }, [](auto& P) { return TPoint2D(-P.Y, P.X); }},
+      {"back", [](auto& G) { G.RotateBy_90(); }, [](auto& P) { return TPoint2D(P.Y, -P.X); }},
+      {"mirror", [](auto& G) { G.YMirror(); }, [](auto& P) { return TPoint2D(-P.X, P.Y); }},
+      {"matrix", [&](auto& G) { G.Transform(Matrix); },
+       [&](auto& P) { return Matrix.Transform(P); }},
+  };
+  TLABPolylineList List;
+  List.Add(std::make_unique<TLABPolyline>(
+      TLABPolyline{{{0, 1}, {10, 1}}, {{10, 1}, {10, 5}, {10, 3}, kHalfTurn}}));
+  List.Add(std::make_unique<TLABPolyline>(TLABPolyline{{{1, 0}, {2, 5}, {4, 6}, {7, 1}}}));
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Name);
+    const auto Moved = List.Clone();
+    Case.Move(*Moved);
+    for (int I = 0; I < List.Count(); ++I) {
+      for (int J = 0; J < List[I]->Count(); ++J) {
+        for (const double T : {0.0, 0.3, 1.0}) {
+          const TPoint2D Expected = Case.Map((*List[I])[J].PointByParam(T));
+          EXPECT_TRUE(Expected.Equals((*(*Moved)[I])[J].PointByParam(T), 1e-12));
+        }
+      }
+    }
+  }
+  List.Translate({0.4, 0.6});
+  List.RoundTo(0);
+  EXPECT_EQ(TPoint2D(7, 2), List[1]->Last().P4);
 }
 
 // Every question comes back from any coordinates; the sanitized build watches.
