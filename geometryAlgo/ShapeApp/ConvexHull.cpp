@@ -166,10 +166,17 @@ TVPolyline2D TConvexHullCalculator::CalcConvexHull(const TVPoint2DList& Points) 
 std::vector<int> TConvexHullCalculator::CalcConvexHullPtIds(const TVPoint2DList& Points) {
   const std::vector<TPoint2D>& All = Points.Points();
   std::vector<int> Order = FinitePositions(All);
-  SortByXY(Order, [&All](int I) { return All[static_cast<std::size_t>(I)]; });
+  const auto At = [&All](int I) { return All[static_cast<std::size_t>(I)]; };
+  SortByXY(Order, At);
+  // The second of the first three moves off a repeat of itself, across what follows: no hull then.
+  if (Order.size() > 2 && !(At(Order[0]) == At(Order[1]))) {
+    const auto Second = Order.begin() + 1;
+    const auto IsOther = [&](int I) { return !(At(I) == At(*Second)); };
+    Order.erase(Second, std::find_if(Second, Order.end(), IsOther) - 1);
+  }
   TVPolyline2D Sequence;
   Sequence.Reserve(static_cast<int>(Order.size()));
-  for (const int I : Order) Sequence.Add(All[static_cast<std::size_t>(I)]);
+  for (const int I : Order) Sequence.Add(At(I));
   std::vector<int> Ids = CalcSimplePolylineConvexHull(Sequence);
   for (int& Id : Ids) Id = Order[static_cast<std::size_t>(Id)];
   return Ids;

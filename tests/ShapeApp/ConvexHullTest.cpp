@@ -89,6 +89,14 @@ TEST(TConvexHullCalculator, DropsRepeatsOfTheLastKeptPointOnly) {
                    .Count());
 }
 
+TEST(TConvexHullCalculator, PositionsKeepEveryCornerWhereTheSecondPlaceRepeats) {
+  // The second point, moved, once crossed the way from its repeat to (12, 0), which got lost.
+  const TVPoint2DList Points{{0, 15}, {12, 8}, {0, 15}, {12, 0}, {0, 0}};
+  const TIds Ids = TConvexHullCalculator::CalcConvexHullPtIds(Points);
+  EXPECT_EQ(4U + 1, Ids.size());
+  for (const int Corner : {1, 3, 4}) EXPECT_EQ(1, std::count(Ids.begin(), Ids.end() - 1, Corner));
+}
+
 /// Sets on which a filter could go wrong.
 TPoints HostileSet(std::mt19937& Random, int Kind, int Count) {
   TPoints Points;
