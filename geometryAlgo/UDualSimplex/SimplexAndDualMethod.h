@@ -24,9 +24,10 @@ namespace tarnalgo {
 /// 0. The variables are the columns from 1 on, and none may be negative. Solutions use the same
 /// numbers, so their element 0 stays 0.
 ///
-/// A method that ends in true leaves an optimal tableau, and the solution and the objective are
-/// set. False: infeasible, unbounded, given up (see `PivotLimit`) or not finite; then the solution
-/// is zeros and the objective 0.
+/// A method that ends in true leaves an optimal tableau. For whole programs the solution and the
+/// objective are set then; after a lone method `FillSolution` reads them. False: infeasible,
+/// unbounded, given up (see `PivotLimit`) or not finite; the solution of a whole program is then
+/// zeros and its objective 0.
 ///
 /// The methods pivot by the stated rules. A basis that comes back while the objective stands still
 /// means a cycle: for a time the rules of Bland (1977), which never cycle, take their place. And
