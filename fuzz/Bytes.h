@@ -53,6 +53,11 @@ class TBytes {
     const double X = Coordinate();
     return {X, Coordinate()};
   }
+  /// A point of the whole numbers 0 .. Side − 1.
+  TPoint2D GridPoint(int Side) {
+    const int X = Below(Side);
+    return TPoint2D(X, Below(Side));
+  }
 
   /// Any double at all.
   double Anything() {

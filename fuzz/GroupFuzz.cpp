@@ -1,0 +1,180 @@
+// Closed paths grouped into outers and holes: rectangles of whole cells, whose regions a plain
+// count of the cells tells.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <polyclipping/clipper.hpp>
+#include <vector>
+
+#include "fuzz/Bytes.h"
+#include "geometryAlgo/GeometryExtend.h"
+
+namespace {
+
+using namespace tarnalgo;
+using fuzz::Require;
+using fuzz::TBytes;
+
+constexpr int kSide = 12;  // cells of a row
+
+/// Windings of the cells, with a border that stays empty.
+using TCells = std::array<std::array<int, kSide + 2>, kSide + 2>;
+
+TIntPoint CentreOf(int X, int Y) {
+  return {100 * X + 50, 100 * Y + 50};
+}
+
+TPath MakeRectangle(TBytes& Bytes, TCells& Cells) {
+  const int Left = 1 + Bytes.Below(kSide);
+  const int Bottom = 1 + Bytes.Below(kSide);
+  const int Right = Left + Bytes.Below(kSide + 2 - Left);
+  const int Top = Bottom + Bytes.Below(kSide + 2 - Bottom);
+  const bool IsTurned = Bytes.Below(3) == 0;
+  for (int X = Left; X < Right; ++X) {
+    for (int Y = Bottom; Y < Top; ++Y) {
+      Cells[static_cast<std::size_t>(X)][static_cast<std::size_t>(Y)] += IsTurned ? -1 : 1;
+    }
+  }
+  TPath Path{{100 * Left, 100 * Bottom},
+             {100 * Right, 100 * Bottom},
+             {100 * Right, 100 * Top},
+             {100 * Left, 100 * Top}};
+  if (IsTurned) std::reverse(Path.begin(), Path.end());
+  return Path;
+}
+
+/// The cells that are empty and reach the border side by side.
+TCells OutsideOf(const TCells& Cells) {
+  TCells Outside{};
+  Outside[0][0] = 1;
+  for (bool Grows = true; Grows;) {
+    Grows = false;
+    for (std::size_t X = 0; X < Cells.size(); ++X) {
+      for (std::size_t Y = 0; Y < Cells.size(); ++Y) {
+        if (Cells[X][Y] != 0 || Outside[X][Y] != 0) continue;
+        const bool Reaches = (X > 0 && Outside[X - 1][Y] != 0) ||
+                             (Y > 0 && Outside[X][Y - 1] != 0) ||
+                             (X + 1 < Cells.size() && Outside[X + 1][Y] != 0) ||
+                             (Y + 1 < Cells.size() && Outside[X][Y + 1] != 0);
+        if (Reaches) Outside[X][Y] = 1;
+        Grows = Grows || Reaches;
+      }
+    }
+  }
+  return Outside;
+}
+
+int RegionsAt(const TPathsList& List, const TIntPoint& P) {
+  return static_cast<int>(std::count_if(List.begin(), List.end(), [&](const TPaths& Region) {
+    return TPathUtils::RelationWithPoint(Region, P) == srIn;
+  }));
+}
+
+double AreaOf(const TPathsList& List) {
+  double Sum = 0.0;
+  for (const TPaths& Region : List) {
+    for (std::size_t I = 0; I < Region.size(); ++I) {
+      Sum += (I == 0 ? 1.0 : -1.0) * TPathUtils::Area(Region[I], true);
+    }
+  }
+  return Sum;
+}
+
+TPathsList PathsOf(const TVHPolygonList& Polygons) {
+  TPathsList List;
+  for (const TVHPolygon* Polygon : Polygons) {
+    TPaths& Region = List.emplace_back();
+    for (const TVPolyline2D* Contour : *Polygon) Region.push_back(Contour->ToPath(1.0));
+  }
+  return List;
+}
+
+/// Islands are dropped: a cell in a region is one of the union, and one beside the outside is in.
+void CheckUnion(const TPathsList& List, const TCells& Cells) {
+  const TCells Outside = OutsideOf(Cells);
+  for (int X = 1; X <= kSide; ++X) {
+    for (int Y = 1; Y <= kSide; ++Y) {
+      const auto Of = [](const TCells& All, int I, int J) {
+        return All[static_cast<std::size_t>(I)][static_cast<std::size_t>(J)];
+      };
+      const int Regions = RegionsAt(List, CentreOf(X, Y));
+      const bool IsBeside = Of(Outside, X - 1, Y) + Of(Outside, X + 1, Y) + Of(Outside, X, Y - 1) +
+                                Of(Outside, X, Y + 1) >
+                            0;
+      const bool IsIn = Of(Cells, X, Y) != 0;
+      Require(Regions <= (IsIn ? 1 : 0), "a region holds cells of the union, each once");
+      Require(Regions == 1 || !IsIn || !IsBeside, "what touches the outside is in a region");
+    }
+  }
+}
+
+/// The whole union as regions, trees and strictly simple pieces: all hold its cells.
+void CheckTrees(const TPaths& Paths, const TCells& Cells) {
+  ClipperLib::Clipper Clipper;
+  Clipper.AddPaths(Paths, ClipperLib::ptSubject, true);
+  TPolyTree Tree;
+  Clipper.Execute(ClipperLib::ctUnion, Tree, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
+  const TPathsList List = TPathUtils::PolyTreeToPathsList(Tree);
+  double Area = 0.0;
+  for (const auto& Column : Cells) {
+    Area += 1e4 * static_cast<double>(Column.size() - static_cast<std::size_t>(std::count(
+                                                          Column.begin(), Column.end(), 0)));
+  }
+  Require(AreaOf(List) == Area, "the regions of a tree hold the cells of the union");
+  const TPathsList Back = PathsOf(TPathUtils::CreateHPolygons(Tree, 1.0));
+  Require(Back.size() == List.size() && AreaOf(Back) == Area, "polygons have the regions' areas");
+  TPathsList Pieces;
+  for (const TPolyNode* Node = Tree.GetFirst(); Node != nullptr; Node = Node->GetNext()) {
+    if (Node->IsHole()) continue;
+    for (TPaths& Piece : PathsOf(TPathUtils::CreateStrictSimpleHPolygon(*Node, 1.0))) {
+      Pieces.push_back(std::move(Piece));
+    }
+  }
+  Require(AreaOf(Pieces) == Area, "strictly simple pieces have the regions' area");
+  for (int X = 1; X <= kSide; ++X) {
+    for (int Y = 1; Y <= kSide; ++Y) {
+      const bool IsIn = Cells[static_cast<std::size_t>(X)][static_cast<std::size_t>(Y)] != 0;
+      Require(RegionsAt(List, CentreOf(X, Y)) == (IsIn ? 1 : 0), "a cell is in one region");
+      Require(RegionsAt(Pieces, CentreOf(X, Y)) == (IsIn ? 1 : 0), "a cell is in one piece");
+    }
+  }
+}
+
+/// Fewer than 13 paths, in the order given: the nearest earlier path about the first vertex.
+void CheckByFirstVertices(const TPathsList& List, const TPaths& Paths) {
+  std::vector<std::size_t> Outers;  // of each path: the outer it belongs to
+  TPathsList Due;
+  std::vector<std::size_t> Places;
+  for (std::size_t I = 0; I < Paths.size(); ++I) {
+    std::size_t J = I;
+    while (J > 0 && TPathUtils::RelationWithPoint(Paths[J - 1], Paths[I].front()) == srOut) --J;
+    const bool IsHole = J > 0 && Outers[J - 1] == J - 1;
+    Outers.push_back(IsHole ? J - 1 : I);
+    Places.push_back(IsHole ? Places[J - 1] : Due.size());
+    if (!IsHole) Due.emplace_back();
+    Due[Places.back()].push_back(Paths[I]);
+  }
+  Require(List == Due, "few paths are grouped by their first vertices");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size) {
+  TBytes Bytes(Data, Size);
+  TCells Cells{};
+  TPaths Paths;
+  for (int Count = Bytes.Below(20); Count > 0; --Count) {
+    Paths.push_back(MakeRectangle(Bytes, Cells));
+  }
+  TPathsList List(3);
+  TPathUtils::NormalizeTPaths(Paths, List);
+  if (Paths.size() < 13) {
+    CheckByFirstVertices(List, Paths);
+  } else {
+    CheckUnion(List, Cells);
+  }
+  CheckTrees(Paths, Cells);
+  return 0;
+}
