@@ -307,6 +307,14 @@ TEST(TBezierSegment2D, LengthOfCurvesKnownInClosedForm) {
   EXPECT_NEAR((13 * std::sqrt(13.0) - 8) / 27, Semicubic.CurveLength(), 1e-13);
   // There and back: x = 3t(1 − t)·3, to 9/4 and home again, turning inside the interval.
   EXPECT_NEAR(4.5, TBezierSegment2D({0, 0}, {3, 0}, {3, 0}, {0, 0}).CurveLength(), 1e-12);
+  // The same shape, 3t(1 − t)(2t − 1) + t³ times three: each cut leaves a turn inside a part.
+  const TBezierSegment2D BackAndForth({0, 0}, {-3, 0}, {-3, 0}, {1, 0});
+  for (int I = 1; I < 100; ++I) {
+    TBezierSegment2D Left;
+    TBezierSegment2D Right;
+    BackAndForth.Split(I / 100.0, Left, Right);
+    EXPECT_NEAR(BackAndForth.CurveLength(), Left.CurveLength() + Right.CurveLength(), 1e-11) << I;
+  }
   EXPECT_NEAR(kCusp.CurveLength(), kCusp.Reversed().CurveLength(), 1e-12);
   EXPECT_EQ(0.0, TBezierSegment2D({1, 1}, {1, 1}).CurveLength());
 }
