@@ -30,6 +30,8 @@ class TBytes {
   }
   /// In 0 .. Bound − 1.
   int Below(int Bound) { return Byte() % Bound; }
+  /// In −Reach .. Reach.
+  int Around(int Reach) { return Below(2 * Reach + 1) - Reach; }
 
   /// A coordinate that a drawing may hold: mostly from a small grid, so that ties and degenerate
   /// shapes come by themselves, now and then a hair beside it.
@@ -72,6 +74,10 @@ class TBytes {
     double Value = 0.0;
     std::memcpy(&Value, &Bits, sizeof Value);
     return Value;
+  }
+  TPoint2D AnyPoint() {
+    const double X = Anything();
+    return {X, Anything()};
   }
 
  private:

@@ -1,5 +1,5 @@
-// Two host curves made of bytes: crossings lie on both, swapping the curves changes nothing but the
-// order, samples stay on the curve.
+// Two host curves made of bytes: crossings lie on both, none that chords prove is missed, swapping the
+// curves changes nothing but the order; samples, boxes, lengths and nearest points against chords.
 
 #include <algorithm>
 #include <cmath>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fuzz/Bytes.h"
+#include "fuzz/Ring.h"
 #include "host/Cadgeometry.h"
 
 namespace {
@@ -14,6 +15,7 @@ namespace {
 using namespace tarnalgo;
 using fuzz::Require;
 using fuzz::TBytes;
+using fuzz::TRing;
 
 std::unique_ptr<TGeCurve2D> MakeCurve(TBytes& Bytes, int Depth);
 
@@ -75,6 +77,26 @@ bool IsOnCurve(const TGeCurve2D& Curve, const TPoint2D& P) {
   return Distance <= 2 * kLinearTolerance + 1e-12 * (Box.Min.Mag() + Box.Max.Mag());
 }
 
+/// Each crossing of chords that is sure has a result near it.
+void CheckNoneMissed(const TGeCurve2D& A, const TGeCurve2D& B,
+                     const std::vector<TIntersect2D>& Results) {
+  const TRing RingA{TLABPolyline(A)};
+  const TRing RingB{TLABPolyline(B)};
+  const double Room = RingA.Error() + RingB.Error() + 4 * kLinearTolerance;
+  fuzz::VisitSureCrossings(RingA, RingB, [&](const TVLine2D& S, const TVLine2D& T) {
+    const double Reach = S.Length() + T.Length() + Room;
+    for (const TIntersect2D& Result : Results) {
+      const int Steps = Result.IsOverlap ? 64 : 1;
+      const double Step = (Result.EndOnFirst.Param - Result.OnFirst.Param) / Steps;
+      for (int I = 0; I <= Steps; ++I) {
+        const TPoint2D P = A.PointAtParam(Result.OnFirst.Param + I * Step);
+        if (P.DistanceTo(S.Center()) <= Reach) return;
+      }
+    }
+    Require(false, "no sure crossing is missed");
+  });
+}
+
 void CheckCrossings(const TGeCurve2D& A, const TGeCurve2D& B) {
   std::vector<TIntersect2D> Results;
   std::vector<TIntersect2D> Swapped;
@@ -87,6 +109,27 @@ void CheckCrossings(const TGeCurve2D& A, const TGeCurve2D& B) {
     Require(Result.OnFirst.Param >= A.ParamFrom() && Result.OnFirst.Param <= A.ParamTo(),
             "a parameter lies in the range");
   }
+  CheckNoneMissed(A, B, Results);
+}
+
+void CheckMeasures(const TGeCurve2D& Curve, const TPoint2D& P) {
+  const TRing Ring{TLABPolyline(Curve)};
+  const TRect2D Box = Curve.GetBoundBox();
+  const double Slack = kLinearTolerance + Ring.Rounding();
+  double Chords = 0.0;
+  double Least = kStartOfMinimum;
+  for (const TVLine2D& Chord : Ring.Chords()) {
+    Require(Box.Contains(Chord.EndPoint, Slack), "the box holds it");
+    Chords += Chord.Length();
+    Least = std::min(Least, Chord.SegmentDistanceTo(P));
+  }
+  if (Ring.Chords().empty()) return;
+  const double Length = Curve.CurveLength();
+  Require(Length >= Chords * (1 - 1e-9) - 1e3 * Slack, "no chords exceed the curve");
+  double Distance = 0.0;
+  const double Param = Curve.NearestParam(P, Distance);
+  Require(std::abs(Distance - Least) <= Ring.Error() + 1e3 * Slack, "as near as its chords");
+  Require(Curve.PointAtParam(Param).DistanceTo(P) <= Distance + Slack, "the place is as near");
 }
 
 void CheckSamples(const TGeCurve2D& Curve) {
@@ -107,6 +150,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size
   const std::unique_ptr<TGeCurve2D> B = MakeCurve(Bytes, 0);
   CheckCrossings(*A, *B);
   CheckSamples(*A);
+  CheckMeasures(*B, Bytes.Point());
   const TPoint2D Start = A->StartPoint();
   A->Reverse();
   Require(A->EndPoint() == Start, "reversing swaps the ends");

@@ -35,28 +35,6 @@ TVPolyline2D Hatch(int Lines, double Length, double Step) {
   return Result;
 }
 
-/// All that two polylines of the grid have in common, exactly.
-struct TExpected {
-  std::set<test::TGridPlace> Places;
-  std::vector<test::TGridSegment> Stretches;  // each once
-
-  TExpected(const TVPolyline2D& A, const TVPolyline2D& B) {
-    for (const auto& S : test::GridEdges(A.Points())) {
-      for (const auto& T : test::GridEdges(B.Points())) {
-        const test::TGridMeeting Meeting = test::Meet(S, T);
-        if (Meeting.Place) Places.insert(*Meeting.Place);
-        if (Meeting.Stretch) Stretches.push_back(*Meeting.Stretch);
-      }
-    }
-    std::sort(Stretches.begin(), Stretches.end());
-    Stretches.erase(std::unique(Stretches.begin(), Stretches.end()), Stretches.end());
-    std::erase_if(Places, [this](const test::TGridPlace& Place) {
-      return std::any_of(Stretches.begin(), Stretches.end(),
-                         [&](const test::TGridSegment& S) { return test::IsOnSegment(Place, S); });
-    });
-  }
-};
-
 double Length(const std::vector<test::TGridSegment>& Stretches) {
   double Sum = 0.0;
   for (const auto& S : Stretches) {
@@ -74,7 +52,7 @@ TEST(TVPolyline2DCross, AgreesWithExactArithmeticOnAGrid) {
     const int Size = test::RandomInt(Random, 2, 9);
     const TVPolyline2D A = RandomGridPolyline(Random, test::RandomInt(Random, 0, Most), Size);
     const TVPolyline2D B = RandomGridPolyline(Random, test::RandomInt(Random, 0, Most), Size);
-    const TExpected Expected(A, B);
+    const test::TGridCommon Expected(A.Points(), B.Points());
 
     TPoints Points;
     TLines Lines;
@@ -190,20 +168,7 @@ TEST(TVPolyline2DCross, FindsSelfIntersectionsAsExactArithmeticDoes) {
   for (int Round = 0; Round < 1500; ++Round) {
     TVPolyline2D A = RandomGridPolyline(Random, test::RandomInt(Random, 1, 7), 6);
     if (Round % 2 == 0) A.Add(A.First());
-    TPoints Course;
-    for (const TPoint2D& P : A) {
-      if (Course.empty() || P != Course.back()) Course.push_back(P);
-    }
-    const auto Edges = test::GridEdges(Course);
-    const bool IsRing = Course.front() == Course.back();
-    bool Expected = false;
-    for (std::size_t I = 0; I < Edges.size(); ++I) {
-      for (std::size_t J = I + 1; J < Edges.size(); ++J) {
-        const auto Meeting = test::Meet(Edges[I], Edges[J]);
-        const bool AreNeighbours = J == I + 1 || (IsRing && I == 0 && J + 1 == Edges.size());
-        Expected |= AreNeighbours ? Meeting.Stretch.has_value() : Meeting.Exists();
-      }
-    }
+    const bool Expected = test::IsSelfIntersect(A.Points());
     EXPECT_EQ(Expected, A.IsSelfIntersect()) << "round " << Round << ": " << A.ToString();
     Found += Expected ? 1 : 0;
   }

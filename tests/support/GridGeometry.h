@@ -109,4 +109,46 @@ inline std::vector<TGridSegment> GridEdges(const std::vector<TPoint2D>& Points) 
   return Edges;
 }
 
+/// All that two courses of the grid have in common, exactly.
+struct TGridCommon {
+  std::set<TGridPlace> Places;
+  std::vector<TGridSegment> Stretches;  // each once
+
+  TGridCommon(const std::vector<TPoint2D>& A, const std::vector<TPoint2D>& B) {
+    for (const auto& S : GridEdges(A)) {
+      for (const auto& T : GridEdges(B)) {
+        const TGridMeeting Meeting = Meet(S, T);
+        if (Meeting.Place) Places.insert(*Meeting.Place);
+        if (Meeting.Stretch) Stretches.push_back(*Meeting.Stretch);
+      }
+    }
+    std::sort(Stretches.begin(), Stretches.end());
+    Stretches.erase(std::unique(Stretches.begin(), Stretches.end()), Stretches.end());
+    std::erase_if(Places, [this](const TGridPlace& Place) {
+      return std::any_of(Stretches.begin(), Stretches.end(),
+                         [&](const TGridSegment& S) { return IsOnSegment(Place, S); });
+    });
+  }
+};
+
+/// Two edges of a course of the grid meet that do not follow each other, or two that do run back
+/// over one another. Where the ends are equal the last edge is followed by the first.
+inline bool IsSelfIntersect(const std::vector<TPoint2D>& Points) {
+  std::vector<TPoint2D> Course;
+  for (const TPoint2D& P : Points) {
+    if (Course.empty() || P != Course.back()) Course.push_back(P);
+  }
+  if (Course.size() < 2) return false;
+  const auto Edges = GridEdges(Course);
+  const bool IsRing = Course.front() == Course.back();
+  for (std::size_t I = 0; I < Edges.size(); ++I) {
+    for (std::size_t J = 0; J < I; ++J) {
+      const bool AreNeighbours = I == J + 1 || (IsRing && J == 0 && I + 1 == Edges.size());
+      const TGridMeeting Meeting = Meet(Edges[J], Edges[I]);
+      if (AreNeighbours ? Meeting.Stretch.has_value() : Meeting.Exists()) return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace tarnalgo::test
