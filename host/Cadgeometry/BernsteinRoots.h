@@ -8,12 +8,15 @@
 namespace tarnalgo {
 
 /// The root of a function monotone between a negative and a positive value, in either order:
-/// Illinois false position, every fourth step a bisection.
+/// Illinois false position, every fourth step a bisection. Where the values at the ends differ so
+/// much in size that this gets nowhere, bisections in the end.
 template <class TFunction>
 double RootBetween(TFunction F, double Low, double AtLow, double High, double AtHigh) {
-  for (int Step = 0; Step < 100; ++Step) {
+  constexpr int kLastFalsePosition = 60;
+  for (int Step = 0; Step < 200; ++Step) {
     double T = (Low * AtHigh - High * AtLow) / (AtHigh - AtLow);
-    if (!(T > Low && T < High) || Step % 4 == 3) T = Low + (High - Low) / 2;
+    const bool IsHalving = Step % 4 == 3 || Step > kLastFalsePosition;
+    if (!(T > Low && T < High) || IsHalving) T = Low + (High - Low) / 2;
     if (!(T > Low && T < High)) break;
     const double Value = F(T);
     if (Value == 0.0) return T;

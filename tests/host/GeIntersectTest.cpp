@@ -376,6 +376,17 @@ TEST(IntersectCurve, EveryPlaceCountsOnce) {
   }
 }
 
+// The cubic runs through the top of the arc within the first 2e-7 of its parameter. The values at
+// the ends of that search differ by 1e12 times; it once gave up 0.09 beside the second crossing.
+TEST(IntersectCurve, ACubicThatLeavesFarBehindCrossesWhereItDoes) {
+  TGePolyBezier2D Cubic;
+  Cubic.AddBezier({{10, 8}, {6e6, 5e-7}, {5e-7, 5e-7}, {5e-7, 5e-7}});
+  const TGeCircularArc2D Arc({12, 6}, 2.0, -kQuarterTurn, -7 * kPi / 4);
+  const auto Results = Meet(Arc, Cubic);
+  ASSERT_EQ(2U, Results.size());
+  for (const TIntersect2D& Result : Results) EXPECT_LT(DistanceTo(Cubic, Result.Point()), 1e-8);
+}
+
 TEST(IntersectCurve, TwoCubicsCrossNineTimes) {
   // y = T3(x) and x = T3(y), T3 the Chebyshev polynomial: at the nine roots of T9(x) = x.
   const TGePolyBezier2D A = OneBezier({{-1, -1}, {-1.0 / 3, 5}, {1.0 / 3, -5}, {1, 1}});
