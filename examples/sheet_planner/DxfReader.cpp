@@ -12,6 +12,7 @@
 #include <type_traits>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "examples/sheet_planner/BadInput.h"
 #include "examples/sheet_planner/DxfText.h"
@@ -250,6 +251,10 @@ class TExpander {
       ++FDrawing.Skipped["INSERT (no such block)"];
       return;
     }
+    if (std::find(FOpen.begin(), FOpen.end(), &Found->second) != FOpen.end()) {
+      ++FDrawing.Skipped["INSERT (within its own block)"];
+      return;
+    }
     if (Depth >= kDeepestNesting) {
       ++FDrawing.Skipped["INSERT (nested too deep)"];
       return;
@@ -258,6 +263,7 @@ class TExpander {
     const TBlock& From = Found->second;
     if (From.Entities.empty()) return AddSkipped(Reference.Block);
     const TMatrix2D Outer = FMatrix;
+    FOpen.push_back(&From);
     for (int Row = 0; Row < Reference.Rows; ++Row) {
       for (int Column = 0; Column < Reference.Columns; ++Column) {
         TMatrix2D Placement;
@@ -270,6 +276,7 @@ class TExpander {
         AddSkipped(Reference.Block);
       }
     }
+    FOpen.pop_back();
   }
 
   void AddSkipped(const std::string& BlockName) {
@@ -384,6 +391,7 @@ class TExpander {
   const std::map<std::string, TCensus>& FSkippedInBlocks;
   double FChordError;
   TDrawing& FDrawing;
+  std::vector<const TBlock*> FOpen;  // the blocks that are being placed, each within the one before
   std::size_t FExpanded = 0;
   std::string FKind;
   TMatrix2D FMatrix;

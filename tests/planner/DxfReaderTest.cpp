@@ -275,8 +275,21 @@ TEST(ReadDxf, BelievesNoDeclaredCount) {
 TEST(ReadDxf, BoundsTheExpansionOfBlocks) {
   const TDrawing Loop = ReadBlock("0 LINE 8 0 10 0 20 0 11 1 21 0 0 INSERT 8 0 2 B 10 1 20 1",
                                   "0 INSERT 8 0 2 B 10 0 20 0");
-  EXPECT_EQ(1, Loop.Skipped.at("INSERT (nested too deep)"));
-  EXPECT_LT(Loop.Edges.size(), 100U);
+  EXPECT_EQ(1, Loop.Skipped.at("INSERT (within its own block)"));
+  EXPECT_EQ(1U, Loop.Edges.size());
+  // Twice in itself: each level of nesting would double what is expanded.
+  const TDrawing Twice = ReadBlock(
+      "0 LINE 8 0 10 0 20 0 11 1 21 0 0 INSERT 8 0 2 B 10 1 20 1 70 2 0 INSERT 8 0 2 B 10 1 20 1",
+      "0 INSERT 8 0 2 B 10 0 20 0");
+  EXPECT_EQ(2, Twice.Skipped.at("INSERT (within its own block)"));
+  std::string Chain = "0 SECTION 2 BLOCKS ";
+  for (int I = 1; I <= 40; ++I) {
+    Chain += "0 BLOCK 2 C" + std::to_string(I) + " 0 INSERT 8 0 2 C" + std::to_string(I - 1) +
+             " 10 0 20 0 0 ENDBLK ";
+  }
+  EXPECT_NE(
+      std::string::npos,
+      Refusal(Lines(Chain + "0 ENDSEC " + Entities("0 INSERT 8 0 2 C40 10 0 20 0"))).find("deep"));
 
   std::string Blocks = "0 SECTION 2 BLOCKS 0 BLOCK 2 B0 0 LINE 8 0 10 0 20 0 11 1 21 0 0 ENDBLK ";
   for (int I = 1; I <= 24; ++I) {
