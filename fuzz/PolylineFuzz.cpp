@@ -70,9 +70,7 @@ void CheckPlace(const TVPolyline2D& A, const TPoint2D& P) {
   if (A.Count() < 2) return;
   Require(std::abs(Nearest.DistanceTo(P) - Distance) <= Ring.Rounding(), "the foot is as far");
   Require(std::abs(A.Area() - Ring.Area()) <= Ring.AreaRounding(), "the area of its triangles");
-  Require(std::abs(A.TotalLength() - Ring.Length() + A.First().DistanceTo(A.Last())) <=
-              100 * Ring.Rounding(),
-          "the lengths of the edges");
+  Require(std::abs(A.TotalLength() - Ring.Length()) <= 100 * Ring.Rounding(), "edge by edge");
   if (std::abs(Ring.DistanceTo(P) - kLinearTolerance) <= Ring.Rounding()) return;
   const TShapeRelation Inside = Ring.Holds(P) ? srIn : srOut;
   Require(A.RelationWithPoint(P) == (Ring.DistanceTo(P) < kLinearTolerance ? srOn : Inside),
