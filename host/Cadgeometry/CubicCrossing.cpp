@@ -296,6 +296,7 @@ class TCubicCrosser {
     return FA.EvalPoint(U1).Equals(FB.EvalPoint(U2), FTol);
   }
 
+  /// Where the chords cross, else where an end of one comes nearest to the other.
   static void NearestOfChords(const TPart& A, const TPart& B, double& U1, double& U2) {
     const TLine2D ChordA(A.Curve.P0, A.Curve.P3);
     const TLine2D ChordB(B.Curve.P0, B.Curve.P3);
@@ -303,9 +304,16 @@ class TCubicCrosser {
     const auto Try = [&](double T1, double T2, double Distance) {
       if (!(Distance < Best)) return;
       Best = Distance;
-      U1 = A.Span.From + T1 * (A.Span.To - A.Span.From);
-      U2 = B.Span.From + T2 * (B.Span.To - B.Span.From);
+      U1 = ParamAlong(A, T1);
+      U2 = ParamAlong(B, T2);
     };
+    const TPoint2D WayA = A.Curve.P3 - A.Curve.P0;
+    const TPoint2D WayB = B.Curve.P3 - B.Curve.P0;
+    const TPoint2D Between = B.Curve.P0 - A.Curve.P0;
+    const double Sine = WayA.CrossMul(WayB);
+    const double T1 = Between.CrossMul(WayB) / Sine;
+    const double T2 = Between.CrossMul(WayA) / Sine;
+    if (T1 > 0.0 && T1 < 1.0 && T2 > 0.0 && T2 < 1.0) Try(T1, T2, 0.0);
     for (const double End : {0.0, 1.0}) {
       double Distance = 0.0;
       const double OnB = NearestOnSegment(ChordB, ChordA.EvalPoint(End), Distance);
@@ -313,6 +321,14 @@ class TCubicCrosser {
       const double OnA = NearestOnSegment(ChordA, ChordB.EvalPoint(End), Distance);
       Try(OnA, End, Distance);
     }
+  }
+
+  /// The parameter at which a flat part is the fraction `T` along its chord, however unevenly it
+  /// runs there: a straight cubic may rest at its ends.
+  static double ParamAlong(const TPart& Part, double T) {
+    const TGraph Graph(Part.Curve, Part.Curve.P0, Part.Unit);
+    const double InPart = Graph.ParamAt(Graph.Curve.P3.X * T);
+    return Part.Span.From + InPart * (Part.Span.To - Part.Span.From);
   }
 
   /// Steps towards the nearest approach of the two: Newton's method on the derivative of the square

@@ -387,6 +387,18 @@ TEST(IntersectCurve, ACubicThatLeavesFarBehindCrossesWhereItDoes) {
   for (const TIntersect2D& Result : Results) EXPECT_LT(DistanceTo(Cubic, Result.Point()), 1e-8);
 }
 
+// Straight, and at rest at the ends of their monotone pieces: steps that begin there stay there.
+TEST(IntersectCurve, StraightCubicsCrossHoweverTheyRun) {
+  TGePolyBezier2D Rests;
+  Rests.AddBezier({{15, 15}, {15, 15}, {15, 15}, {1, 3.98828125}});
+  TGePolyBezier2D Turns;
+  Turns.AddBezier(
+      {{8, 9}, {12.89453125, 7.000002}, {-6.68359375, 14.999994}, {3.10546875, 10.999998}});
+  const auto Results = Meet(Rests, Turns);
+  ASSERT_EQ(1U, Results.size());
+  EXPECT_LT(DistanceTo(Turns, Results[0].Point()), 1e-12);
+}
+
 TEST(IntersectCurve, TwoCubicsCrossNineTimes) {
   // y = T3(x) and x = T3(y), T3 the Chebyshev polynomial: at the nine roots of T9(x) = x.
   const TGePolyBezier2D A = OneBezier({{-1, -1}, {-1.0 / 3, 5}, {1.0 / 3, -5}, {1, 1}});
