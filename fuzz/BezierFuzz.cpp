@@ -161,7 +161,7 @@ void CheckMeasures(const TBezierSegment2D& A, const TPoint2D& P) {
   double T = 0.0;
   TPoint2D Foot;
   const double Distance = A.DistanceTo(P, 0.0, T, Foot);
-  Require(std::abs(Distance - Least) <= Ring.Error() + 1e3 * Ring.Rounding(),
+  Require(std::abs(Distance - Least) <= Ring.Error() + 1e3 * Ring.Rounding() + 1e-14 * P.Mag(),
           "as near as its chords");
   TBezierSegment2D Left;
   TBezierSegment2D Right;

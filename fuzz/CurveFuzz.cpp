@@ -115,7 +115,7 @@ void CheckCrossings(const TGeCurve2D& A, const TGeCurve2D& B) {
 void CheckMeasures(const TGeCurve2D& Curve, const TPoint2D& P) {
   const TRing Ring{TLABPolyline(Curve)};
   const TRect2D Box = Curve.GetBoundBox();
-  const double Slack = kLinearTolerance + Ring.Rounding();
+  const double Slack = kLinearTolerance + Ring.Rounding() + 1e-14 * P.Mag();
   double Chords = 0.0;
   double Least = kStartOfMinimum;
   for (const TVLine2D& Chord : Ring.Chords()) {

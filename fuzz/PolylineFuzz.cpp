@@ -66,12 +66,13 @@ void CheckPlace(const TVPolyline2D& A, const TPoint2D& P) {
   if (A.Count() == 1) Least = A.First().DistanceTo(P);
   TPoint2D Nearest;
   const double Distance = A.DistTo(P, Nearest);
-  Require(std::abs(Distance - Least) <= Ring.Rounding(), "the distance to the nearest edge");
+  const double Rounding = Ring.Rounding() + 1e-14 * P.Mag();
+  Require(std::abs(Distance - Least) <= Rounding, "the distance to the nearest edge");
   if (A.Count() < 2) return;
-  Require(std::abs(Nearest.DistanceTo(P) - Distance) <= Ring.Rounding(), "the foot is as far");
+  Require(std::abs(Nearest.DistanceTo(P) - Distance) <= Rounding, "the foot is as far");
   Require(std::abs(A.Area() - Ring.Area()) <= Ring.AreaRounding(), "the area of its triangles");
   Require(std::abs(A.TotalLength() - Ring.Length()) <= 100 * Ring.Rounding(), "edge by edge");
-  if (std::abs(Ring.DistanceTo(P) - kLinearTolerance) <= Ring.Rounding()) return;
+  if (std::abs(Ring.DistanceTo(P) - kLinearTolerance) <= Rounding) return;
   const TShapeRelation Inside = Ring.Holds(P) ? srIn : srOut;
   Require(A.RelationWithPoint(P) == (Ring.DistanceTo(P) < kLinearTolerance ? srOn : Inside),
           "on the ring, else as a ray tells");
