@@ -16,6 +16,9 @@ limits=(-timeout=20 -rss_limit_mb=4096)
 # kept TARGET: the folder of the inputs that the project keeps, if there is one.
 kept() { [ ! -d "fuzz/corpus/$1" ] || printf '%s\n' "fuzz/corpus/$1"; }
 
+# dictionary TARGET: the option for the words of its language, if it has one.
+dictionary() { [ ! -f "fuzz/$1.dict" ] || printf '%s\n' "-dict=fuzz/$1.dict"; }
+
 # smoke TARGET: one line a target; all that libFuzzer said when it found something.
 smoke() {
   local target=$1 work log
@@ -24,7 +27,7 @@ smoke() {
   # shellcheck disable=SC2046
   if "$build/fuzz/$target" "${limits[@]}" -runs=0 -artifact_prefix="$work/" $(kept "$target") >"$log" 2>&1 &&
     "$build/fuzz/$target" "${limits[@]}" -max_total_time=3 -print_final_stats=1 \
-      -artifact_prefix="$work/" "$(mkdir "$work/new" && echo "$work/new")" $(kept "$target") >>"$log" 2>&1; then
+      $(dictionary "$target") -artifact_prefix="$work/" "$(mkdir "$work/new" && echo "$work/new")" $(kept "$target") >>"$log" 2>&1; then
     printf '%-16s %4d kept inputs, %s executions\n' "$target" \
       "$(find "fuzz/corpus/$target" -type f 2>/dev/null | wc -l)" \
       "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")"
@@ -46,7 +49,7 @@ if [ "${1:-}" = --smoke ]; then
     cmake --build --preset fuzz
   fi
   # As many at a time as there are cores; the lines in the order of the list.
-  export -f smoke kept
+  export -f smoke kept dictionary
   export build
   say "Fuzzers: kept inputs, then a short search"
   printf '%s\n' "${targets[@]}" |
@@ -63,4 +66,4 @@ cmake --build --preset fuzz --target "$target"
 mkdir -p "$build/corpus/$target" "$build/findings"
 # shellcheck disable=SC2046
 exec "$build/fuzz/$target" "${limits[@]}" -max_total_time="$seconds" -print_final_stats=1 \
-  -artifact_prefix="$build/findings/$target-" "$@" "$build/corpus/$target" $(kept "$target")
+  $(dictionary "$target") -artifact_prefix="$build/findings/$target-" "$@" "$build/corpus/$target" $(kept "$target")

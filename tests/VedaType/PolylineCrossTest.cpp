@@ -311,7 +311,7 @@ TEST(TVPolyline2DCross, RelationAgreesWithTheAreasOfBooleanOperations) {
     RingOfA.Add(A.First());
     TVPolyline2D RingOfB = B;
     RingOfB.Add(B.First());
-    const TExpected Meetings(RingOfA, RingOfB);
+    const test::TGridCommon Meetings(RingOfA.Points(), RingOfB.Points());
     const bool Meets = !Meetings.Places.empty() || !Meetings.Stretches.empty();
     TShapeRelation Expected = Meets ? srOn : srDeviate;
     if (Common > 1e-4) Expected = srCross;
