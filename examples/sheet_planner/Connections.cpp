@@ -13,7 +13,7 @@ using namespace tarnalgo;
 
 namespace {
 
-using TKind = TPlanStep::TKind;
+using TStepKind = TPlanStep::TKind;
 
 /// A place and a unit direction.
 struct TPose {
@@ -30,7 +30,7 @@ class TConnector {
     const int Count = static_cast<int>(FPlan.Order.size());
     FPlan.Connections.resize(FPlan.Order.size());
     for (int I = 0; I < Count; ++I) {
-      if (StepAt(I).Kind == TKind::Circle) TurnCircle(I);
+      if (StepAt(I).Kind == TStepKind::Circle) TurnCircle(I);
       if (I == 0 || !IsFlown(I) || !IsFlown(I - 1) || PortOf(I) != PortOf(I - 1)) continue;
       FPlan.Connections[static_cast<std::size_t>(I)] = Connect(Leaving(I - 1), Entering(I));
     }
@@ -44,10 +44,10 @@ class TConnector {
   const TFlyCircle& CircleAt(int I) const {
     return static_cast<const TFlyCircle&>(*FPlan.Circles[StepAt(I).Index]);
   }
-  bool IsFlown(int I) const { return StepAt(I).Kind != TKind::Contour; }
+  bool IsFlown(int I) const { return StepAt(I).Kind != TStepKind::Contour; }
   int PortOf(int I) const {
-    return StepAt(I).Kind == TKind::Pass ? PassAt(I).First()->ChannelPort()
-                                         : CircleAt(I).ChannelPort();
+    return StepAt(I).Kind == TStepKind::Pass ? PassAt(I).First()->ChannelPort()
+                                             : CircleAt(I).ChannelPort();
   }
 
   /// A circle is left where it was entered.
@@ -56,12 +56,12 @@ class TConnector {
     return {Place, (Place - CircleAt(I).Circle2D().Center).RotateCcw90().Normal()};
   }
   TPose Entering(int I) const {
-    if (StepAt(I).Kind == TKind::Circle) return PoseOfCircle(I);
+    if (StepAt(I).Kind == TStepKind::Circle) return PoseOfCircle(I);
     const TGeCurve2D& Curve = *PassAt(I).First()->GeCurve();
     return {Curve.StartPoint(), (Curve.EndPoint() - Curve.StartPoint()).Normal()};
   }
   TPose Leaving(int I) const {
-    if (StepAt(I).Kind == TKind::Circle) return PoseOfCircle(I);
+    if (StepAt(I).Kind == TStepKind::Circle) return PoseOfCircle(I);
     const TGeCurve2D& Curve = *PassAt(I).Last()->GeCurve();
     return {Curve.EndPoint(), (Curve.EndPoint() - Curve.StartPoint()).Normal()};
   }
@@ -70,7 +70,7 @@ class TConnector {
   void TurnCircle(int I) {
     const TCircle2D Circle = CircleAt(I).Circle2D();
     TPoint2D Way;
-    if (I + 1 < static_cast<int>(FPlan.Order.size()) && StepAt(I + 1).Kind == TKind::Circle) {
+    if (I + 1 < static_cast<int>(FPlan.Order.size()) && StepAt(I + 1).Kind == TStepKind::Circle) {
       const TCircle2D Next = CircleAt(I + 1).Circle2D();
       if (Circle.Center.DistanceTo(Next.Center) - Circle.Radius - Next.Radius <=
           MaxConnectDistance) {

@@ -13,7 +13,7 @@ using namespace tarnalgo;
 
 namespace {
 
-using TKind = TContourPiece::TKind;
+using TPieceKind = TContourPiece::TKind;
 
 /// Ends are sorted by place, so that the ends that meet are neighbours.
 struct TEnd {
@@ -120,23 +120,23 @@ double TOrdinaryContour::Length() const {
 
 const TSheetPiece& SheetPiece(const TSheet& Sheet, const TContourPiece& Piece) {
   const auto Index = static_cast<std::size_t>(Piece.Index);
-  if (Piece.Kind == TKind::Chain) return Sheet.Chains[Index];
+  if (Piece.Kind == TPieceKind::Chain) return Sheet.Chains[Index];
   return Sheet.Edges[Index];
 }
 
 std::vector<TContourPiece> AllPieces(const TSheet& Sheet) {
   std::vector<TContourPiece> Pieces;
-  const auto Add = [&Pieces](TKind Kind, std::size_t Count) {
+  const auto Add = [&Pieces](TPieceKind Kind, std::size_t Count) {
     for (std::size_t I = 0; I < Count; ++I) Pieces.push_back({Kind, static_cast<int>(I), false});
   };
-  Add(TKind::Edge, Sheet.Edges.size());
-  Add(TKind::Chain, Sheet.Chains.size());
+  Add(TPieceKind::Edge, Sheet.Edges.size());
+  Add(TPieceKind::Chain, Sheet.Chains.size());
   return Pieces;
 }
 
 TPoint2D StartOf(const TSheet& Sheet, const TContourPiece& Piece) {
   const auto Index = static_cast<std::size_t>(Piece.Index);
-  if (Piece.Kind == TKind::Edge) {
+  if (Piece.Kind == TPieceKind::Edge) {
     const TLine2D& Line = Sheet.Edges[Index].Line;
     return Piece.IsReversed ? Line.EndPoint : Line.StartPoint;
   }
@@ -154,7 +154,7 @@ std::vector<TOrdinaryContour> JoinPieces(const TSheet& Sheet,
 }
 
 void AppendSegs(const TSheet& Sheet, const TContourPiece& Piece, std::vector<TLABSegline>& Segs) {
-  if (Piece.Kind == TKind::Edge) {
+  if (Piece.Kind == TPieceKind::Edge) {
     Segs.emplace_back(StartOf(Sheet, Piece), EndOf(Sheet, Piece));
     return;
   }
@@ -175,7 +175,7 @@ TLABPolyline ChainOf(const TSheet& Sheet, const std::vector<TContourPiece>& Piec
 }
 
 int SegCountOf(const TSheet& Sheet, const TContourPiece& Piece) {
-  if (Piece.Kind == TKind::Edge) return 1;
+  if (Piece.Kind == TPieceKind::Edge) return 1;
   return Sheet.Chains[static_cast<std::size_t>(Piece.Index)].Chain.Count();
 }
 

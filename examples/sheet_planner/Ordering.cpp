@@ -16,11 +16,11 @@ using namespace tarnalgo;
 
 namespace {
 
-using TKind = TPlanStep::TKind;
+using TStepKind = TPlanStep::TKind;
 
 /// Something to cut, and the numbers of the places where it may begin.
 struct TJob {
-  TJob(TKind Kind, int Index, int APort) : Step{Kind, Index}, Port(APort) {}
+  TJob(TStepKind Kind, int Index, int APort) : Step{Kind, Index}, Port(APort) {}
 
   TPlanStep Step;
   int Port;
@@ -76,7 +76,7 @@ class TOrderer {
   void CollectJobs() {
     for (std::size_t I = 0; I < FPlan.Passes.size(); ++I) {
       const TOwningFlyCurves& Pass = FPlan.Passes[I];
-      TJob Job(TKind::Pass, static_cast<int>(I), Pass.First()->ChannelPort());
+      TJob Job(TStepKind::Pass, static_cast<int>(I), Pass.First()->ChannelPort());
       Job.Group = FPlan.GroupOfPass[I];
       for (const TFlyCurve* Piece : Pass) {
         if (!Piece->IsFlyGap())
@@ -86,7 +86,7 @@ class TOrderer {
       FJobs.push_back(std::move(Job));
     }
     for (int I = 0; I < FPlan.Circles.Count(); ++I) {
-      TJob Job(TKind::Circle, I, FPlan.Circles[I]->ChannelPort());
+      TJob Job(TStepKind::Circle, I, FPlan.Circles[I]->ChannelPort());
       Job.Figures = {FNesting.OfCircle(I)};
       const TGeCurve2D& Curve = *FPlan.Circles[I]->GeCurve();
       for (const double T : {0.0, 0.25, 0.5, 0.75}) Job.Entries.push_back(Curve.PointAtParam(T));
@@ -94,7 +94,7 @@ class TOrderer {
     }
     for (std::size_t I = 0; I < FPlan.Contours.size(); ++I) {
       const TOrdinaryContour& Contour = FPlan.Contours[I];
-      TJob Job(TKind::Contour, static_cast<int>(I), Contour.Port);
+      TJob Job(TStepKind::Contour, static_cast<int>(I), Contour.Port);
       Job.Figures = {FNesting.OfAnchor(SheetPiece(FSheet, Contour.Pieces[0]).FromAnchor)};
       if (Contour.IsClosed) {
         for (const TContourPiece& Piece : Contour.Pieces) {
@@ -172,10 +172,10 @@ class TOrderer {
     const TJob& Job = At(Choice.Job);
     Switch(Choice.Job, false);
     const int Index = Job.Step.Index;
-    if (Job.Step.Kind == TKind::Pass) {
+    if (Job.Step.Kind == TStepKind::Pass) {
       if (Choice.Entry == 1) PassAt(Index).ReverseDir();
       FHead = PassAt(Index).EndPoint();
-    } else if (Job.Step.Kind == TKind::Circle) {
+    } else if (Job.Step.Kind == TStepKind::Circle) {
       FPlan.Circles[Index]->SetPathStart(FHead);
       FHead = FPlan.Circles[Index]->GetPathStart();
     } else {
@@ -219,11 +219,11 @@ class TOrderer {
     for (int I = FPlan.Circles.Count() - 1; I >= 0; --I) (void)FPlan.Circles.Extract(I).release();
     for (TPlanStep& Step : FPlan.Order) {
       const auto Old = static_cast<std::size_t>(Step.Index);
-      if (Step.Kind == TKind::Pass) {
+      if (Step.Kind == TStepKind::Pass) {
         Step.Index = static_cast<int>(Passes.size());
         Passes.push_back(std::move(FPlan.Passes[Old]));
         GroupOfPass.push_back(FPlan.GroupOfPass[Old]);
-      } else if (Step.Kind == TKind::Circle) {
+      } else if (Step.Kind == TStepKind::Circle) {
         Step.Index = FPlan.Circles.Count();
         FPlan.Circles.Add(std::unique_ptr<TFlyCurve>(Circles[Old]));
       } else {

@@ -18,7 +18,7 @@ namespace {
 
 // The layout, in pixels.
 constexpr double kWidth = 1600.0;
-constexpr double kMargin = 40.0;
+constexpr double kPageMargin = 40.0;
 constexpr double kHeader = 104.0;
 constexpr double kFooter = 96.0;
 constexpr double kLargestDrawing = 1000.0;  // high
@@ -74,7 +74,7 @@ class TPicture {
  public:
   TPicture(const TDrawing& Drawing, const TSheet& Sheet, const TPlan& Plan)
       : FDrawing(Drawing), FSheet(Sheet), FPlan(Plan), FBox(FieldOf(Sheet)) {
-    FScale = std::min((kWidth - 2 * kMargin) / FBox.Width(), kLargestDrawing / FBox.Height());
+    FScale = std::min((kWidth - 2 * kPageMargin) / FBox.Width(), kLargestDrawing / FBox.Height());
     FDrawn = std::max(FBox.Height() * FScale, kSmallestDrawing);
     FStroke = std::clamp(TypicalEdge() * FScale / 7.0, 0.7, 3.2);
   }
@@ -140,12 +140,12 @@ class TPicture {
              "\" font-family=\"'DejaVu Sans', Verdana, sans-serif\" fill=\"#1e293b\">\n";
     FText += "<title>" + XmlText(FDrawing.Name) + "</title>\n";
     FText += "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
-    FText += "<rect x=\"" + Short(kMargin / 2, 1) + "\" y=\"" + Short(kHeader, 1) + "\" width=\"" +
-             Short(kWidth - kMargin, 1) + "\" height=\"" + Short(FDrawn, 1) +
+    FText += "<rect x=\"" + Short(kPageMargin / 2, 1) + "\" y=\"" + Short(kHeader, 1) +
+             "\" width=\"" + Short(kWidth - kPageMargin, 1) + "\" height=\"" + Short(FDrawn, 1) +
              "\" rx=\"10\" fill=\"#f4f6f9\"/>\n";
-    Text(kMargin, 46, 28, "Flying-cut plan: " + XmlText(FDrawing.Name), "font-weight=\"bold\"");
+    Text(kPageMargin, 46, 28, "Flying-cut plan: " + XmlText(FDrawing.Name), "font-weight=\"bold\"");
     const TPlanStats& Stats = FPlan.Stats;
-    Text(kMargin, 78, 17,
+    Text(kPageMargin, 78, 17,
          Counted(Stats.FlownEdges, "straight edge", "straight edges") + " in " +
              Counted(static_cast<long long>(FPlan.Passes.size()), "pass", "passes") + ", " +
              Counted(FPlan.Circles.Count(), "circle", "circles") + ", " +
@@ -326,11 +326,11 @@ class TPicture {
       FText += "<stop offset=\"" + Short(Part, 2) + "\" stop-color=\"" + ColourAt(Part) + "\"/>";
     }
     FText += "</linearGradient></defs>\n";
-    FText += "<rect x=\"" + Short(kMargin, 1) + "\" y=\"" + Short(LineY - 6, 1) +
+    FText += "<rect x=\"" + Short(kPageMargin, 1) + "\" y=\"" + Short(LineY - 6, 1) +
              "\" width=\"120\" height=\"12\" rx=\"3\" fill=\"url(#order)\"/>\n";
-    Text(kMargin, LineY + 25, 13, "first", "fill=\"#475569\"");
-    Text(kMargin + 120, LineY + 25, 13, "last", "fill=\"#475569\" text-anchor=\"end\"");
-    Text(kMargin + 130, LineY + 5, 15,
+    Text(kPageMargin, LineY + 25, 13, "first", "fill=\"#475569\"");
+    Text(kPageMargin + 120, LineY + 25, 13, "last", "fill=\"#475569\" text-anchor=\"end\"");
+    Text(kPageMargin + 130, LineY + 5, 15,
          Counted(static_cast<long long>(FPlan.Passes.size()), "pass", "passes"));
     const auto Stroke = [](const std::string& Colour, const std::string& More = {}) {
       return "stroke=\"" + Colour + "\" stroke-width=\"2.5\" " + More;
@@ -351,7 +351,7 @@ class TPicture {
     const double LineY = Height() - kFooter / 2;
     const double Length = RoundLength(kLongest / FScale);
     const double Pixels = Length * FScale;
-    const double Left = kWidth - kMargin - Pixels;
+    const double Left = kWidth - kPageMargin - Pixels;
     FText += "<path d=\"M" + Short(Left, 1) + " " + Short(LineY - 7, 1) + "v14m0 -7h" +
              Short(Pixels, 1) +
              "m0 -7v14\" fill=\"none\" stroke=\"#1e293b\" stroke-width=\"2\"/>\n";

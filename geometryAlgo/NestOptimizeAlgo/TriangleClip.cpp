@@ -19,10 +19,6 @@ namespace {
 constexpr int kNone = -1;
 constexpr int kLeastRing = 3;
 
-std::size_t Slot(int I) {
-  return static_cast<std::size_t>(I);
-}
-
 /// A vertex that may go if it still has these neighbours.
 struct TCandidate {
   double Height;
@@ -129,6 +125,7 @@ class TTriangleClip {
     int After;  // in FWaiting: what waits for the same vertex
   };
 
+  static std::size_t Slot(int I) { return static_cast<std::size_t>(I); }
   const TPoint2D& At(int I) const { return FPoints[Slot(I)]; }
   TLink& LinkOf(int I) { return FLinks[Slot(I)]; }
   const TLink& LinkOf(int I) const { return FLinks[Slot(I)]; }

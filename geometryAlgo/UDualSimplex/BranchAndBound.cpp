@@ -11,7 +11,6 @@ namespace tarnalgo {
 
 namespace {
 
-constexpr std::string_view kUnit = "geometryAlgo/UDualSimplex";
 constexpr int kNoRowLine = 731;
 constexpr int kNoColumnLine = 734;
 
@@ -56,8 +55,8 @@ struct TIncumbent {
 
 bool TSimplexAndDualMethod::SolveByBranchAndBound(const TFloatMatrix& A, const TIntegerVec& Senses,
                                                   const TFloatVector& C, bool Maximise) {
-  AssertThat(A.GetRowCnt() > 0, kUnit, kNoRowLine);
-  AssertThat(A.GetColCnt() > 0, kUnit, kNoColumnLine);
+  AssertThat(A.GetRowCnt() > 0, kSimplexUnit, kNoRowLine);
+  AssertThat(A.GetColCnt() > 0, kSimplexUnit, kNoColumnLine);
   // `C` may be the solution, which is soon another.
   const TFloatVector Costs = C;  // NOLINT(performance-unnecessary-copy-initialization)
   if (!Solve(A, Senses, Costs, Maximise)) return false;

@@ -1,18 +1,11 @@
 #include "geometryAlgo/UDualSimplex/LinearProgramMethod.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "geometryAlgo/UDualSimplex/SimplexAndDualMethod.h"
 #include "host/Exceptions.h"
 
 namespace tarnalgo {
-
-namespace {
-
-constexpr std::string_view kUnit = "geometryAlgo/UDualSimplex";
-
-}  // namespace
 
 bool TLinearProgramMethod::Solve(const TFloatMatrix& A, const TIntegerVec& Senses,
                                  const TFloatVector& C, bool Maximise, bool Integer,
@@ -29,8 +22,8 @@ bool TLinearProgramMethod::Solve(const TFloatMatrix& A, const TIntegerVec& Sense
 bool TLinearProgramMethod::Solve(const TFloatMatrix& A, const TFloatVector& B,
                                  const TIntegerVec& Senses, const TFloatVector& C, bool Maximise,
                                  bool Integer, TFloatVector& X, double& Objective) {
-  AssertThat(B.GetSize() == A.GetRowCnt(), kUnit);
-  AssertThat(C.GetSize() == A.GetColCnt() || A.GetRowCnt() == 0, kUnit);
+  AssertThat(B.GetSize() == A.GetRowCnt(), kSimplexUnit);
+  AssertThat(C.GetSize() == A.GetColCnt() || A.GetRowCnt() == 0, kSimplexUnit);
   TFloatMatrix Packed(A.GetRowCnt(), C.GetSize() + 1);
   for (int I = 0; I < A.GetRowCnt(); ++I) {
     Packed.Row(I)[0] = B[I];

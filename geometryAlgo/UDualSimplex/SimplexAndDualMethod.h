@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "geometryAlgo/UDualSimplex/InequalityData.h"
@@ -11,6 +12,9 @@
 #include "geometryAlgo/UMatrixAlgo/FloatVector.h"
 
 namespace tarnalgo {
+
+/// The unit that its assertions name.
+inline constexpr std::string_view kSimplexUnit = "geometryAlgo/UDualSimplex";
 
 /// Linear and integer programs over a dense tableau: primal and dual simplex, branch and bound.
 ///

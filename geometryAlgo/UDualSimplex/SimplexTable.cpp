@@ -2,7 +2,6 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <string_view>
 #include <utility>
 
 #include "geometryAlgo/UDualSimplex/SimplexAndDualMethod.h"
@@ -12,8 +11,6 @@
 namespace tarnalgo {
 
 namespace {
-
-constexpr std::string_view kUnit = "geometryAlgo/UDualSimplex";
 
 /// The first of the least: a later one must be smaller by more than the tie margin.
 class TLeast {
@@ -51,10 +48,10 @@ int OnlyLeast(const double* Values, int Count) {
 
 void TSimplexAndDualMethod::BuiltSimpleTab(const TFloatMatrix& A, const TIntegerVec& Senses,
                                            const TFloatVector& C, bool Maximise) {
-  AssertThat(Senses.GetSize() == A.GetRowCnt(), kUnit);
-  AssertThat(C.GetSize() == A.GetColCnt() || A.GetRowCnt() == 0, kUnit);
+  AssertThat(Senses.GetSize() == A.GetRowCnt(), kSimplexUnit);
+  AssertThat(C.GetSize() == A.GetColCnt() || A.GetRowCnt() == 0, kSimplexUnit);
   for (int I = 0; I < Senses.GetSize(); ++I) {
-    AssertThat(Senses[I] == kAtMost || Senses[I] == kAtLeast, kUnit);
+    AssertThat(Senses[I] == kAtMost || Senses[I] == kAtLeast, kSimplexUnit);
   }
   TSimplexTableau Table(A.GetRowCnt(), std::max(C.GetSize() - 1, 0));
   for (int J = 0; J < C.GetSize(); ++J) Table.Row(0)[J] = Maximise ? -C[J] : C[J];
@@ -72,14 +69,14 @@ void TSimplexAndDualMethod::BuiltSimpleTab(const TFloatMatrix& A, const TInteger
 }
 
 void TSimplexAndDualMethod::AddRelaxColumn(int Row) {
-  AssertThat(Row >= 1 && Row < FTable.RowCnt() && FTable.BasicColumn(Row) == 0, kUnit);
+  AssertThat(Row >= 1 && Row < FTable.RowCnt() && FTable.BasicColumn(Row) == 0, kSimplexUnit);
   FTable.AddBasicColumn(Row);
 }
 
 void TSimplexAndDualMethod::UpdateSMA(int Row, int Column) {
-  AssertThat(Row >= 1 && Row < FTable.RowCnt(), kUnit);
-  AssertThat(Column >= 1 && Column < FTable.ColCnt() && FTable.PlaceOf(Column) > 0, kUnit);
-  AssertThat(FTable.Item(Row, Column) != 0.0, kUnit);
+  AssertThat(Row >= 1 && Row < FTable.RowCnt(), kSimplexUnit);
+  AssertThat(Column >= 1 && Column < FTable.ColCnt() && FTable.PlaceOf(Column) > 0, kSimplexUnit);
+  AssertThat(FTable.Item(Row, Column) != 0.0, kSimplexUnit);
   FTable.Pivot(Row, Column);
 }
 
@@ -127,7 +124,7 @@ int TSimplexAndDualMethod::GetColCNMinNegative() const {
 }
 
 int TSimplexAndDualMethod::FindNewBaseIdxByB(int Column) const {
-  AssertThat(Column >= 1 && Column < FTable.ColCnt(), kUnit);
+  AssertThat(Column >= 1 && Column < FTable.ColCnt(), kSimplexUnit);
   TLeast Least(std::numeric_limits<double>::infinity());
   const int Place = FTable.PlaceOf(Column);
   for (int I = 1; I < FTable.RowCnt(); ++I) {
@@ -145,7 +142,7 @@ int TSimplexAndDualMethod::GetRowBMinNegative() const {
 }
 
 int TSimplexAndDualMethod::FindNewBaseIdxByCN(int Row) const {
-  AssertThat(Row >= 1 && Row < FTable.RowCnt(), kUnit);
+  AssertThat(Row >= 1 && Row < FTable.RowCnt(), kSimplexUnit);
   TLeast Least(std::numeric_limits<double>::infinity());
   for (int J = 1; J < FTable.ColCnt(); ++J) {
     const double Element = FTable.Item(Row, J);
@@ -155,7 +152,7 @@ int TSimplexAndDualMethod::FindNewBaseIdxByCN(int Row) const {
 }
 
 int TSimplexAndDualMethod::GetVecDivMinValueId(const TFloatVector& V1, const TFloatVector& V2) {
-  AssertThat(V1.GetSize() == V2.GetSize(), kUnit);
+  AssertThat(V1.GetSize() == V2.GetSize(), kSimplexUnit);
   int Id = -1;
   double Best = 0.0;
   for (int I = 0; I < V1.GetSize(); ++I) {

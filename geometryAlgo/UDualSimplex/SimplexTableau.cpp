@@ -54,23 +54,17 @@ template <class TPack>
   }
 }
 
-#ifdef __x86_64__
-[[gnu::target("avx2")]] void EliminateWide(const TElimination& Job) {
+TARNALGO_WIDE_CODE void EliminateWide(const TElimination& Job) {
   EliminateBy<TPack4>(Job);
 }
 
 void Eliminate(const TElimination& Job) {
-  if (__builtin_cpu_supports("avx2")) {
+  if (HasWidePacks()) {
     EliminateWide(Job);
   } else {
     EliminateBy<TPack2>(Job);
   }
 }
-#else
-void Eliminate(const TElimination& Job) {
-  EliminateBy<TPack2>(Job);
-}
-#endif
 
 }  // namespace
 

@@ -27,8 +27,8 @@ template <class TPack>
 }
 
 /// The machine has the instructions that `TPack4` wants. A function for them is marked
-/// TARNALGO_WIDE_CODE.
-#ifdef __x86_64__
+/// TARNALGO_WIDE_CODE. The build option TARNALGO_NARROW does without, to compare.
+#if defined(__x86_64__) && !defined(TARNALGO_NARROW)
 #define TARNALGO_WIDE_CODE [[gnu::target("avx2")]]
 inline bool HasWidePacks() {
   return __builtin_cpu_supports("avx2");

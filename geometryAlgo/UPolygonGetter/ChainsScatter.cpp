@@ -20,7 +20,7 @@ namespace tarnalgo {
 
 namespace {
 
-std::size_t Index(int I) {
+std::size_t Slot(int I) {
   return static_cast<std::size_t>(I);
 }
 
@@ -30,7 +30,7 @@ class TScatterer {
   TScatterer(const std::vector<std::vector<TPoint2D>>& Curves, double Gap, TScatterStats& Stats)
       : FGap(Gap), FStats(Stats), FNodes(kNodeReach) {
     for (int I = 0; I < static_cast<int>(Curves.size()); ++I) {
-      const std::vector<TPoint2D>& Points = Curves[Index(I)];
+      const std::vector<TPoint2D>& Points = Curves[Slot(I)];
       const bool IsSound =
           Points.size() > 1 && std::all_of(Points.begin(), Points.end(), TPoint2DUtils::IsFinite);
       FCurves.push_back({I, IsSound ? Points : std::vector<TPoint2D>(), {}, {}});
@@ -89,8 +89,8 @@ class TScatterer {
     }
     for (const TSeglineIntersectInfo& Info : TSeglinesIntersector::GetIntersectInfosBySweepline(
              Lines, kLinearTolerance, kLinearTolerance)) {
-      const TSegment& Lower = Segments[Index(Info.LowerSegment)];
-      const TSegment& Higher = Segments[Index(Info.HigherSegment)];
+      const TSegment& Lower = Segments[Slot(Info.LowerSegment)];
+      const TSegment& Higher = Segments[Slot(Info.HigherSegment)];
       if (!Info.Flag && IsJointOf(Lower, Higher, Info.FirstPoint)) continue;
       AddCut(Lower, Info.LowerParam1, Info.FirstPoint);
       AddCut(Higher, Info.HigherParam1, Info.FirstPoint);
@@ -104,9 +104,9 @@ class TScatterer {
   std::vector<TSegment> FindSegments() const {
     std::vector<std::pair<TVLine2D, TEdge>> Edges;
     for (int C = 0; C < static_cast<int>(FCurves.size()); ++C) {
-      for (int I = 0; I < FCurves[Index(C)].EdgeCount(); ++I) {
-        const TPoint2D& P = FCurves[Index(C)].Points[Index(I)];
-        const TPoint2D& Q = FCurves[Index(C)].Points[Index(I) + 1];
+      for (int I = 0; I < FCurves[Slot(C)].EdgeCount(); ++I) {
+        const TPoint2D& P = FCurves[Slot(C)].Points[Slot(I)];
+        const TPoint2D& Q = FCurves[Slot(C)].Points[Slot(I) + 1];
         const int Order = TPoint2DUtils::CompareByXY(P, Q);
         if (Order == 0) continue;
         Edges.push_back({Order < 0 ? TVLine2D(P, Q) : TVLine2D(Q, P), {C, I, Order < 0}});
@@ -132,9 +132,9 @@ class TScatterer {
     const TEdge& A = One.Edges.front();
     const TEdge& B = Other.Edges.front();
     if (One.Edges.size() > 1 || Other.Edges.size() > 1 || A.Curve != B.Curve) return false;
-    const TScatterCurve& Curve = FCurves[Index(A.Curve)];
+    const TScatterCurve& Curve = FCurves[Slot(A.Curve)];
     const auto [First, Second] = std::minmax(A.Edge, B.Edge);
-    if (Second == First + 1) return P.Equals(Curve.Points[Index(Second)], kNodeReach);
+    if (Second == First + 1) return P.Equals(Curve.Points[Slot(Second)], kNodeReach);
     const bool IsRound = First == 0 && Second + 1 == Curve.EdgeCount() && Curve.IsClosed();
     return IsRound && P.Equals(Curve.Points.front(), kNodeReach);
   }
@@ -142,7 +142,7 @@ class TScatterer {
   void AddCut(const TSegment& Segment, double Param, const TPoint2D& P) {
     for (const TEdge& Edge : Segment.Edges) {
       const double OnEdge = Edge.IsForward ? Param : 1.0 - Param;
-      FCurves[Index(Edge.Curve)].Cuts.push_back({Edge.Edge + OnEdge, P});
+      FCurves[Slot(Edge.Curve)].Cuts.push_back({Edge.Edge + OnEdge, P});
     }
   }
 
@@ -215,7 +215,7 @@ class TScatterer {
     int Last = static_cast<int>(std::ceil(To.Param)) - 1;
     const int Count = Last - First;
     const auto IsAt = [&](int I, const TPoint2D& P) {
-      return Curve.Points[Index(I)].Equals(P, kNodeReach);
+      return Curve.Points[Slot(I)].Equals(P, kNodeReach);
     };
     while (First <= Last && IsAt(First, Start)) ++First;
     while (First <= Last && IsAt(Last, End)) --Last;
@@ -224,9 +224,9 @@ class TScatterer {
     }
     TScatterCurve Chain{Curve.Number, {Start}, {ParamAt(Curve, From.Param)}, {}};
     for (int I = First; I <= Last; ++I) {
-      if (Curve.Points[Index(I)] == Chain.Points.back()) continue;  // exact: edges without length
-      Chain.Points.push_back(Curve.Points[Index(I)]);
-      Chain.Params.push_back(Curve.Params[Index(I)]);
+      if (Curve.Points[Slot(I)] == Chain.Points.back()) continue;  // exact: edges without length
+      Chain.Points.push_back(Curve.Points[Slot(I)]);
+      Chain.Params.push_back(Curve.Params[Slot(I)]);
     }
     if (Chain.Points.size() > 1 || !(Start == End)) {  // exact: one node
       Chain.Points.push_back(End);
@@ -235,7 +235,7 @@ class TScatterer {
     return Chain;
   }
 
-  const TPoint2D& Place(const TCutNode& Cut) { return FPlaces[Index(NodeAt(Cut.Point))]; }
+  const TPoint2D& Place(const TCutNode& Cut) { return FPlaces[Slot(NodeAt(Cut.Point))]; }
 
   static double ParamAt(const TScatterCurve& Curve, double Param) {
     const double Floor = std::floor(Param);
@@ -275,11 +275,11 @@ class TScatterer {
   void DropStubs() {
     std::vector<int> Degrees(FPlaces.size(), 0);
     for (const TChain& Chain : FChains) {
-      ++Degrees[Index(Chain.From)];
-      ++Degrees[Index(Chain.To)];
+      ++Degrees[Slot(Chain.From)];
+      ++Degrees[Slot(Chain.To)];
     }
     std::erase_if(FChains, [&](const TChain& Chain) {
-      const auto [Low, High] = std::minmax(Degrees[Index(Chain.From)], Degrees[Index(Chain.To)]);
+      const auto [Low, High] = std::minmax(Degrees[Slot(Chain.From)], Degrees[Slot(Chain.To)]);
       const bool IsStub = Low == 1 && High > 2 && Chain.Chain->TotalLength() <= FGap;
       FStats.Stubs += IsStub ? 1 : 0;
       return IsStub;
