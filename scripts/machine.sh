@@ -9,7 +9,7 @@ BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpolyclipping-dev libdxflib-d
 DOCS_PACKAGES="doxygen"
 # To test and check as well.
 TEST_PACKAGES="$BUILD_PACKAGES ccache git clang clang-format clang-tidy libclang-rt-14-dev
-  libgtest-dev libgmock-dev $DOCS_PACKAGES"
+  libgtest-dev libgmock-dev libbenchmark-dev $DOCS_PACKAGES"
 # To measure what the tests reach and notice.
 TRUST_PACKAGES="$TEST_PACKAGES llvm python3-clang-14"
 # To measure against the peers.
