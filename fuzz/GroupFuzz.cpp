@@ -45,27 +45,6 @@ TPath MakeRectangle(TBytes& Bytes, TCells& Cells) {
   return Path;
 }
 
-/// The cells that are empty and reach the border side by side.
-TCells OutsideOf(const TCells& Cells) {
-  TCells Outside{};
-  Outside[0][0] = 1;
-  for (bool Grows = true; Grows;) {
-    Grows = false;
-    for (std::size_t X = 0; X < Cells.size(); ++X) {
-      for (std::size_t Y = 0; Y < Cells.size(); ++Y) {
-        if (Cells[X][Y] != 0 || Outside[X][Y] != 0) continue;
-        const bool Reaches = (X > 0 && Outside[X - 1][Y] != 0) ||
-                             (Y > 0 && Outside[X][Y - 1] != 0) ||
-                             (X + 1 < Cells.size() && Outside[X + 1][Y] != 0) ||
-                             (Y + 1 < Cells.size() && Outside[X][Y + 1] != 0);
-        if (Reaches) Outside[X][Y] = 1;
-        Grows = Grows || Reaches;
-      }
-    }
-  }
-  return Outside;
-}
-
 int RegionsAt(const TPathsList& List, const TIntPoint& P) {
   return static_cast<int>(std::count_if(List.begin(), List.end(), [&](const TPaths& Region) {
     return TPathUtils::RelationWithPoint(Region, P) == srIn;
@@ -91,21 +70,18 @@ TPathsList PathsOf(const TVHPolygonList& Polygons) {
   return List;
 }
 
-/// Islands are dropped: a cell in a region is one of the union, and one beside the outside is in.
-void CheckUnion(const TPathsList& List, const TCells& Cells) {
-  const TCells Outside = OutsideOf(Cells);
+/// 13 paths and more: the top of the tree and what lies right below it, islands dropped.
+void CheckByUnion(const TPathsList& List, const TPolyTree& Tree, const TCells& Cells) {
+  TPathsList Due;
+  for (const TPolyNode* Outer : Tree.Childs) {
+    Due.push_back({Outer->Contour});
+    for (const TPolyNode* Hole : Outer->Childs) Due.back().push_back(Hole->Contour);
+  }
+  Require(List == Due, "many paths are grouped by their union");
   for (int X = 1; X <= kSide; ++X) {
     for (int Y = 1; Y <= kSide; ++Y) {
-      const auto Of = [](const TCells& All, int I, int J) {
-        return All[static_cast<std::size_t>(I)][static_cast<std::size_t>(J)];
-      };
-      const int Regions = RegionsAt(List, CentreOf(X, Y));
-      const bool IsBeside = Of(Outside, X - 1, Y) + Of(Outside, X + 1, Y) + Of(Outside, X, Y - 1) +
-                                Of(Outside, X, Y + 1) >
-                            0;
-      const bool IsIn = Of(Cells, X, Y) != 0;
-      Require(Regions <= (IsIn ? 1 : 0), "a region holds cells of the union, each once");
-      Require(Regions == 1 || !IsIn || !IsBeside, "what touches the outside is in a region");
+      const bool IsIn = Cells[static_cast<std::size_t>(X)][static_cast<std::size_t>(Y)] != 0;
+      Require(RegionsAt(List, CentreOf(X, Y)) <= (IsIn ? 1 : 0), "a region holds cells once");
     }
   }
 }
@@ -182,7 +158,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size
   // Where regions touch at a corner the clipping library now and then names one a hole of the
   // other; its tree is then no union, and nothing can be held against it.
   if (Area != AreaOf(Cells)) return 0;
-  if (Paths.size() >= 13) CheckUnion(List, Cells);
+  if (Paths.size() >= 13) CheckByUnion(List, Tree, Cells);
   CheckTree(Tree, Cells);
   return 0;
 }
