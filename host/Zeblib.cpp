@@ -17,8 +17,10 @@ std::shared_ptr<TDebugOutput>& DebugOutput() {
 
 TDebugOutput SetDebugOutput(TDebugOutput Output) {
   auto Next = Output ? std::make_shared<TDebugOutput>(std::move(Output)) : nullptr;
-  const auto Former = std::exchange(DebugOutput(), std::move(Next));
-  return Former ? *Former : TDebugOutput();
+  // A copy, calls of it may be under way; taken before anything changes.
+  TDebugOutput Former = DebugOutput() ? *DebugOutput() : TDebugOutput();
+  const auto Replaced = std::exchange(DebugOutput(), std::move(Next));
+  return Former;
 }
 
 void OutputDebugStr(std::string_view Text) {

@@ -9,6 +9,7 @@
 #include "host/Cadgeometry/Nearest.h"
 #include "host/Cadtypes/SortFew.h"
 #include "host/Cadutils.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -92,6 +93,7 @@ void TCurvePiece::AppendBezier(const TBezierSegment2D& Segment, double From, dou
     Pieces.push_back(OfLine({Segment.P0, Segment.P3}, From, To));
     return;
   }
+  TAppendGuard Guard(Pieces);
   const TMonotoneCuts Cuts(Segment);
   TBezierSegment2D Rest = Segment;
   for (std::size_t I = 1; I < Cuts.Count; ++I) {
@@ -105,6 +107,7 @@ void TCurvePiece::AppendBezier(const TBezierSegment2D& Segment, double From, dou
     Piece.EndIsCut = CutTo < 1.0;
     Pieces.push_back(Piece);
   }
+  Guard.Keep();
 }
 
 bool TCurvePiece::IsPoint() const {

@@ -9,6 +9,7 @@
 #include "host/Cadtypes/Numeric.h"
 #include "host/Cadutils.h"
 #include "host/Exceptions.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -123,12 +124,14 @@ TRect2D TGeCircularArc2D::GetBoundBox() const {
 }
 
 void TGeCircularArc2D::AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const {
+  TAppendGuard Guard(Points);
   AppendDistinct(FStartPoint, Points);
   const int Chords = ArcChordCount(FRadius, FSweepAngle, ChordEps);
   for (int I = 1; I < Chords; ++I) {
     Points.push_back(PointAtAngle(FStartAngle + FSweepAngle * (I / static_cast<double>(Chords))));
   }
   Points.push_back(FEndPoint);
+  Guard.Keep();
 }
 
 void TGeCircularArc2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {

@@ -3,28 +3,23 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <iterator>
 #include <typeinfo>
 #include <unordered_set>
 #include <utility>
 
 #include "host/Cadgeometry/Nearest.h"
 #include "host/Exceptions.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
 namespace {
 
-bool HoldsOneTwice(std::vector<TGeCurve2D*> Curves) {
-  std::sort(Curves.begin(), Curves.end(), std::less<>());
-  return std::adjacent_find(Curves.begin(), Curves.end()) != Curves.end();
-}
-
-/// The list without repetitions, as owners: what a refused list leaves to free.
-void FreeOnce(std::vector<TGeCurve2D*> Curves) {
-  std::sort(Curves.begin(), Curves.end(), std::less<>());
-  Curves.erase(std::unique(Curves.begin(), Curves.end()), Curves.end());
-  for (TGeCurve2D* Curve : Curves) delete Curve;
+/// Frees each curve of the list once. A square of comparisons: without memory for a sorted copy.
+void FreeOnce(const std::vector<TGeCurve2D*>& Curves) {
+  for (auto Curve = Curves.begin(); Curve != Curves.end(); ++Curve) {
+    if (std::find(Curve + 1, Curves.end(), *Curve) == Curves.end()) delete *Curve;
+  }
 }
 
 }  // namespace
@@ -96,12 +91,24 @@ class TGeCompositeCurve2D::TLeafWalk {
 };
 
 TGeCompositeCurve2D::TGeCompositeCurve2D(const std::vector<TGeCurve2D*>& Curves, bool Owns) {
-  const bool HasNull = std::find(Curves.begin(), Curves.end(), nullptr) != Curves.end();
-  if (HasNull || (Owns && HoldsOneTwice(Curves))) {
+  std::vector<TGeCurve2D*> Sorted;
+  try {
+    Sorted = Curves;
+    FCurves.reserve(Curves.size());
+  } catch (...) {
     if (Owns) FreeOnce(Curves);
+    throw;
+  }
+  std::sort(Sorted.begin(), Sorted.end(), std::less<>());
+  const auto Repeats = std::unique(Sorted.begin(), Sorted.end());
+  const bool HasRepeats = Repeats != Sorted.end();
+  if ((!Sorted.empty() && !Sorted.front()) || (Owns && HasRepeats)) {
+    Sorted.erase(Repeats, Sorted.end());
+    for (TGeCurve2D* Curve : Sorted) {
+      if (Owns) delete Curve;
+    }
     RaiseError<EParamError>("TGeCompositeCurve2D.Create", "a curve is empty or stands twice");
   }
-  FCurves.reserve(Curves.size());
   for (TGeCurve2D* Curve : Curves) FCurves.emplace_back(Curve, TRelease(Owns));
 }
 
@@ -131,16 +138,10 @@ void TGeCompositeCurve2D::AppendCopies(const TGeCompositeCurve2D& Other) {
 
 /// Takes nested composites apart before they go, so that none of them has another one to free.
 TGeCompositeCurve2D::~TGeCompositeCurve2D() {
-  std::vector<TMember> Doomed = std::move(FCurves);
-  while (!Doomed.empty()) {
-    const TMember Member = std::move(Doomed.back());
-    Doomed.pop_back();
-    if (!Member.get_deleter().Owns) continue;
+  TListUtils::FreeNested(std::move(FCurves), [](const TMember& Member) -> std::vector<TMember>* {
     auto* const Nested = dynamic_cast<TGeCompositeCurve2D*>(Member.get());
-    if (!Nested) continue;
-    std::move(Nested->FCurves.begin(), Nested->FCurves.end(), std::back_inserter(Doomed));
-    Nested->FCurves.clear();
-  }
+    return Nested && Member.get_deleter().Owns ? &Nested->FCurves : nullptr;
+  });
 }
 
 TGeCompositeCurve2D& TGeCompositeCurve2D::operator=(const TGeCompositeCurve2D& Other) {
@@ -233,21 +234,24 @@ double TGeCompositeCurve2D::NearestParam(const TPoint2D& P, double& Distance) co
 }
 
 void TGeCompositeCurve2D::Reverse() {
-  std::unordered_set<const TGeCurve2D*> Turned{this};
-  std::vector<TGeCompositeCurve2D*> Open{this};
-  while (!Open.empty()) {
-    TGeCompositeCurve2D& Composite = *Open.back();
-    Open.pop_back();
-    std::reverse(Composite.FCurves.begin(), Composite.FCurves.end());
-    for (const TMember& Member : Composite.FCurves) {
-      if (!Turned.insert(Member.get()).second) continue;
+  // All that is to be turned is found before anything is.
+  std::unordered_set<const TGeCurve2D*> Found{this};
+  std::vector<TGeCompositeCurve2D*> Composites{this};
+  std::vector<TGeCurve2D*> Leaves;
+  for (std::size_t I = 0; I < Composites.size(); ++I) {
+    for (const TMember& Member : Composites[I]->FCurves) {
+      if (!Found.insert(Member.get()).second) continue;
       if (auto* const Nested = dynamic_cast<TGeCompositeCurve2D*>(Member.get())) {
-        Open.push_back(Nested);
+        Composites.push_back(Nested);
       } else {
-        Member->Reverse();
+        Leaves.push_back(Member.get());
       }
     }
   }
+  for (TGeCompositeCurve2D* Composite : Composites) {
+    std::reverse(Composite->FCurves.begin(), Composite->FCurves.end());
+  }
+  for (TGeCurve2D* Leaf : Leaves) Leaf->Reverse();
 }
 
 TRect2D TGeCompositeCurve2D::GetBoundBox() const {
@@ -265,11 +269,14 @@ double TGeCompositeCurve2D::CurveLength() const {
 }
 
 void TGeCompositeCurve2D::AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const {
+  TAppendGuard Guard(Points);
   TLeafWalk Walk(*this);
   while (const TGeCurve2D* const Leaf = Walk.Next()) Leaf->AppendSamples(ChordEps, Points);
+  Guard.Keep();
 }
 
 void TGeCompositeCurve2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
+  TAppendGuard Guard(Pieces);
   TLeafWalk Walk(*this);
   while (const TGeCurve2D* const Leaf = Walk.Next()) {
     std::size_t Index = Pieces.size();
@@ -279,6 +286,7 @@ void TGeCompositeCurve2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
       Pieces[Index].To = Walk.WholeParam(Pieces[Index].To);
     }
   }
+  Guard.Keep();
 }
 
 }  // namespace tarnalgo

@@ -2,6 +2,7 @@
 
 #include "host/Cadgeometry/Nearest.h"
 #include "host/Cadgeometry/Sampling.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -14,8 +15,10 @@ double TGeLine2D::NearestParam(const TPoint2D& P, double& Distance) const {
 }
 
 void TGeLine2D::AppendSamples(double /*ChordEps*/, std::vector<TPoint2D>& Points) const {
+  TAppendGuard Guard(Points);
   AppendDistinct(FLine.StartPoint, Points);
   Points.push_back(FLine.EndPoint);
+  Guard.Keep();
 }
 
 void TGeLine2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {

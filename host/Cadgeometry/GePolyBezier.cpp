@@ -5,6 +5,7 @@
 #include "host/Cadgeometry/Nearest.h"
 #include "host/Cadgeometry/Sampling.h"
 #include "host/Exceptions.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -78,6 +79,7 @@ double TGePolyBezier2D::CurveLength() const {
 }
 
 void TGePolyBezier2D::AppendSamples(double ChordEps, std::vector<TPoint2D>& Points) const {
+  TAppendGuard Guard(Points);
   for (const TBezierSegment2D& Segment : FSegments) {
     AppendDistinct(Segment.P0, Points);
     const int Chords = BezierChordCount(Segment, ChordEps);
@@ -85,12 +87,15 @@ void TGePolyBezier2D::AppendSamples(double ChordEps, std::vector<TPoint2D>& Poin
       Points.push_back(Segment.EvalPoint(I / static_cast<double>(Chords)));
     Points.push_back(Segment.P3);
   }
+  Guard.Keep();
 }
 
 void TGePolyBezier2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
+  TAppendGuard Guard(Pieces);
   for (int I = 0; I < GetBezierCount(); ++I) {
     TCurvePiece::AppendBezier(GetBezier(I), I, I + 1, Pieces);
   }
+  Guard.Keep();
 }
 
 }  // namespace tarnalgo

@@ -5,6 +5,7 @@
 #include "host/Cadgeometry/Nearest.h"
 #include "host/Cadgeometry/Sampling.h"
 #include "host/Exceptions.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -78,8 +79,10 @@ double TGePolyline2D::CurveLength() const {
 
 void TGePolyline2D::AppendSamples(double /*ChordEps*/, std::vector<TPoint2D>& Points) const {
   if (FPoints.empty()) return;
+  TAppendGuard Guard(Points);
   AppendDistinct(FPoints.front(), Points);
   Points.insert(Points.end(), FPoints.begin() + 1, FPoints.end());
+  Guard.Keep();
 }
 
 void TGePolyline2D::AppendPieces(std::vector<TCurvePiece>& Pieces) const {
