@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <ranges>
+#include <utility>
 #include <vector>
 
 #include "containers/Container/Bytewise.h"
@@ -53,7 +54,10 @@ class TCollection : public TCollectionBase {
   TCollection() = default;
   TCollection(const TCollection&) = default;
   TCollection(TCollection&&) = default;
-  TCollection& operator=(const TCollection&) = default;
+  TCollection& operator=(const TCollection& Other) {
+    if (this != &Other) *this = TCollection(Other);  // the two parts change together
+    return *this;
+  }
   TCollection& operator=(TCollection&&) = default;
   /// The elements of a range, each once.
   template <std::ranges::input_range TRange>
@@ -71,11 +75,10 @@ class TCollection : public TCollectionBase {
 
   /// False, and no change, when the element is present already.
   bool Add(const T& Value);
-  /// `Add` for each, in the order of the range.
+  /// `Add` for each, in the order of the range; those added before something raises are taken out
+  /// again.
   template <std::ranges::input_range TRange>
-  void AddRange(const TRange& Values) {
-    for (const T& Value : Values) Add(Value);
-  }
+  void AddRange(const TRange& Values);
   /// Does nothing when the element is absent.
   void Remove(const T& Value);
   /// Removes all elements.
@@ -136,6 +139,18 @@ bool TCollection<T>::Add(const T& Value) {
 }
 
 template <class T>
+template <std::ranges::input_range TRange>
+void TCollection<T>::AddRange(const TRange& Values) {
+  const int Before = Count();
+  try {
+    for (const T& Value : Values) Add(Value);
+  } catch (...) {
+    while (Count() > Before) Remove(T(FItems.back()));
+    throw;
+  }
+}
+
+template <class T>
 void TCollection<T>::Remove(const T& Value) {
   const int Position = PositionOf(Value);
   if (Position < 0) return;
@@ -156,14 +171,17 @@ void TCollection<T>::Clear() {
 
 template <class T>
 void TCollection<T>::CopyFrom(const TCollection& Source, bool ClearFirst) {
-  if (ClearFirst) Clear();
-  AddRange(Source);
+  if (!ClearFirst) return AddRange(Source);
+  if (&Source == this) return Clear();
+  *this = Source;
 }
 
 template <class T>
 void TCollection<T>::ExclusiveOr(const TCollection& Collection) {
   if (&Collection == this) return Clear();
-  for (const T& Value : Collection) Toggle(Value);
+  TCollection Result = Clone();
+  for (const T& Value : Collection) Result.Toggle(Value);
+  *this = std::move(Result);
 }
 
 template <class T>

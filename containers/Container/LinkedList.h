@@ -119,7 +119,11 @@ class TLinkedList {
       return T();
     }
   }
-  static T Take(TNode* Node, bool DoesRelease);
+  static T DataOf(TNode* Node, bool DoesRelease) {
+    return DoesRelease ? std::move(Node->FData) : Node->FData;
+  }
+  void UnlinkHead();
+  void UnlinkTail();
 
   TNode* FHead = nullptr;
   TNode* FTail = nullptr;
@@ -180,33 +184,51 @@ template <class T>
 T TLinkedList<T>::RemoveHead(bool DoesRelease) {
   if (FHead == nullptr) return ZeroFilled();
   TNode* const Node = FHead;
-  FHead = Node->FNext;
-  (FHead != nullptr ? FHead->FPrev : FTail) = nullptr;
-  --FCount;
-  return Take(Node, DoesRelease);
+  T Data = DataOf(Node, DoesRelease);  // copying may raise: nothing has changed yet
+  UnlinkHead();
+  if (DoesRelease) delete Node;
+  return Data;
 }
 
 template <class T>
 T TLinkedList<T>::RemoveTail(bool DoesRelease) {
   if (FTail == nullptr) return ZeroFilled();
   TNode* const Node = FTail;
-  FTail = Node->FPrev;
+  T Data = DataOf(Node, DoesRelease);
+  UnlinkTail();
+  if (DoesRelease) delete Node;
+  return Data;
+}
+
+template <class T>
+void TLinkedList<T>::UnlinkHead() {
+  FHead = FHead->FNext;
+  (FHead != nullptr ? FHead->FPrev : FTail) = nullptr;
+  --FCount;
+}
+
+template <class T>
+void TLinkedList<T>::UnlinkTail() {
+  FTail = FTail->FPrev;
   (FTail != nullptr ? FTail->FNext : FHead) = nullptr;
   --FCount;
-  return Take(Node, DoesRelease);
 }
 
 template <class T>
 void TLinkedList<T>::Remove(TNode* Node, bool DoesRelease) {
   if (Node == nullptr) return;
-  if (Node == FHead) return static_cast<void>(RemoveHead(DoesRelease));
-  if (Node == FTail) return static_cast<void>(RemoveTail(DoesRelease));
-  if (Node->FPrev == nullptr || Node->FNext == nullptr) {
-    RaiseError<ELinkedList>("TLinkedList<T>.Remove", "节点数据不匹配");
+  if (Node == FHead) {
+    UnlinkHead();
+  } else if (Node == FTail) {
+    UnlinkTail();
+  } else {
+    if (Node->FPrev == nullptr || Node->FNext == nullptr) {
+      RaiseError<ELinkedList>("TLinkedList<T>.Remove", "节点数据不匹配");
+    }
+    Node->FPrev->FNext = Node->FNext;
+    Node->FNext->FPrev = Node->FPrev;
+    --FCount;
   }
-  Node->FPrev->FNext = Node->FNext;
-  Node->FNext->FPrev = Node->FPrev;
-  --FCount;
   if (DoesRelease) delete Node;
 }
 
@@ -216,13 +238,6 @@ void TLinkedList<T>::Clear() {
   FHead = FTail = nullptr;
   FCount = 0;
   while (Node != nullptr) delete std::exchange(Node, Node->FNext);
-}
-
-template <class T>
-T TLinkedList<T>::Take(TNode* Node, bool DoesRelease) {
-  T Data = Node->FData;
-  if (DoesRelease) delete Node;
-  return Data;
 }
 
 }  // namespace tarnalgo

@@ -1,6 +1,7 @@
 #pragma once  // containers/Container/MergeSort.h
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -33,16 +34,21 @@ void InsertionSortRun(std::vector<T>& Items, std::size_t First, std::size_t Last
 /// The one sort of the library for comparers with a tolerance band. Such a comparer is not
 /// transitive; the standard sorts have undefined behaviour with it. Here the result is then still a
 /// permutation of the items, the same for the same input on every machine, and every access stays
-/// inside the list. A comparer that raises leaves the list a valid one, of unspecified content.
+/// inside the list. A comparer that raises leaves the list a valid one, of unspecified content; when
+/// memory runs out nothing has moved yet.
 /// Cost: O(n log n) comparisons, n moves of memory beside the list; linear on a sorted list.
 /// Bottom-up merge sort over runs of 16.
 template <class T, class TComparer>
 void MergeSort(std::vector<T>& Items, TComparer Compare) {
   const std::size_t Count = Items.size();
+  std::vector<T> Left;
+  if (Count > detail::kInsertionRun) {
+    // The longest left run there can be, taken before anything moves.
+    Left.reserve(detail::kInsertionRun * std::bit_floor((Count - 1) / detail::kInsertionRun));
+  }
   for (std::size_t First = 0; First < Count; First += detail::kInsertionRun) {
     detail::InsertionSortRun(Items, First, std::min(First + detail::kInsertionRun, Count), Compare);
   }
-  std::vector<T> Left;
   for (std::size_t Width = detail::kInsertionRun; Width < Count; Width *= 2) {
     for (std::size_t First = 0; First + Width < Count; First += 2 * Width) {
       const std::size_t Middle = First + Width;

@@ -23,6 +23,23 @@ namespace tarnalgo {
 template <class K, class V>
 class TOrderedDic {
  public:
+  /// Empty.
+  TOrderedDic() = default;
+  TOrderedDic(const TOrderedDic&) = default;
+  /// A dictionary moved from is empty.
+  TOrderedDic(TOrderedDic&& Other) noexcept { Swap(Other); }
+  /// A dictionary moved from is empty.
+  TOrderedDic& operator=(TOrderedDic&& Other) noexcept {
+    TOrderedDic Taken(std::move(Other));
+    Swap(Taken);
+    return *this;
+  }
+  /// All of `Other` or, when that raises, what was here.
+  TOrderedDic& operator=(const TOrderedDic& Other) {
+    if (this != &Other) *this = TOrderedDic(Other);  // the parts change together
+    return *this;
+  }
+
   int Count() const { return FCount; }  ///< Keys present.
   /// The key is present.
   bool Contains(const K& Key) const { return Position(Key, HashOf(Key)) >= 0; }
@@ -89,6 +106,12 @@ class TOrderedDic {
     V* Value = nullptr;
   };
 
+  void Swap(TOrderedDic& Other) noexcept {
+    std::swap(FIndex, Other.FIndex);
+    std::swap(FEntries, Other.FEntries);
+    std::swap(FFirst, Other.FFirst);
+    std::swap(FCount, Other.FCount);
+  }
   static std::size_t HashOf(const K& Key) {
     if constexpr (TBytewiseComparable<K>) {
       return TBytewiseHash<K>{}(Key);

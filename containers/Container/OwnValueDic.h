@@ -79,6 +79,12 @@ class TOwnValueDic {
   /// Errors: an absent key, `EParamError`.
   V* operator[](const K& Key) const;
 
+  /// Room for so many keys: additions up to there take no memory, but for copies of the keys.
+  void Reserve(int Count) {
+    if (Count <= 0) return;
+    FPairs.reserve(static_cast<std::size_t>(Count));
+    FIndex.Reserve(static_cast<std::size_t>(Count));
+  }
   /// Errors: a key that is present, `EParamError`; `Value` then still belongs to the caller.
   void Add(const K& Key, std::unique_ptr<V>&& Value);
   /// Frees the value that was there. The very object that is there already is kept.

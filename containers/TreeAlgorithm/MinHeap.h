@@ -55,7 +55,10 @@ class TMinHeap {
   TMinHeap(std::vector<T> Datas, TComparer Comparer);
   TMinHeap(const TMinHeap&) = default;
   TMinHeap(TMinHeap&&) = default;
-  TMinHeap& operator=(const TMinHeap&) = default;
+  TMinHeap& operator=(const TMinHeap& Other) {
+    if (this != &Other) *this = TMinHeap(Other);  // items and comparer change together
+    return *this;
+  }
   TMinHeap& operator=(TMinHeap&&) = default;
   virtual ~TMinHeap() = default;
 
@@ -191,7 +194,12 @@ template <class T, class TComparer>
 void TMinHeap<T, TComparer>::AddRange(const std::vector<T>& Datas) {
   if (FByKey) RaiseError("TMinHeap.AddRange", "只有通过函数比较才可调用本方法");
   RequireOrder(FDatas.size() + Datas.size());
-  for (const T& Data : Datas) Add(Data);
+  // Copies and room first: from there on nothing but the comparer can raise.
+  std::vector<T> Copies = Datas;
+  if (FDatas.capacity() - FDatas.size() < Datas.size()) {
+    FDatas.reserve(std::max(2 * FDatas.size(), FDatas.size() + Datas.size()));
+  }
+  for (T& Data : Copies) Add(std::move(Data));
 }
 
 template <class T, class TComparer>

@@ -67,9 +67,16 @@ class TTreeNode {
 
   /// Frees the children in order, each after everything below it when `DoesRecursive`; otherwise
   /// the grandchildren are left to whoever else knows them. The child list is empty afterwards.
+  /// Takes no memory.
   void ClearFreeChildNodes(bool DoesRecursive);
 
  protected:
+  /// Hands every node below this one to `Free`, children in order and before their parent; child
+  /// lists are empty by then. Takes no memory: the lists themselves, turned round, tell how far it
+  /// got.
+  template <class TFree>
+  void TakeApart(TFree Free);
+
   /// The storage stays the derived class's own; `ChildNodes` uses it while it suffices.
   TTreeNode(T Data, TTreeNode** ChildStorage, int ChildCapacity)
       : FChildNodes(ChildStorage, ChildCapacity), FData(std::move(Data)) {}
@@ -128,13 +135,32 @@ std::vector<TTreeNode<T>*> TTreeNode<T>::PostOrderTraversal() {
 template <class T>
 void TTreeNode<T>::ClearFreeChildNodes(bool DoesRecursive) {
   if (DoesRecursive) {
-    std::vector<TTreeNode*> Nodes = TTreeNode::PostOrderTraversal();
-    Nodes.pop_back();  // this node, the last one
-    for (TTreeNode* Node : Nodes) delete Node;
+    TakeApart([](TTreeNode* Node) { delete Node; });
   } else {
     for (TTreeNode* Child : FChildNodes) delete Child;
   }
   FChildNodes.Clear();
+}
+
+template <class T>
+template <class TFree>
+void TTreeNode<T>::TakeApart(TFree Free) {
+  TTreeNode* Node = this;
+  std::reverse(FChildNodes.begin(), FChildNodes.end());
+  for (;;) {
+    if (!Node->FChildNodes.IsEmpty()) {
+      TTreeNode* const Child = Node->FChildNodes.TakeLast();
+      Child->FParent = Node;
+      std::reverse(Child->FChildNodes.begin(), Child->FChildNodes.end());
+      Node = Child;
+    } else if (Node == this) {
+      return;
+    } else {
+      TTreeNode* const Above = Node->FParent;
+      Free(Node);
+      Node = Above;
+    }
+  }
 }
 
 }  // namespace tarnalgo
