@@ -108,6 +108,7 @@ class TRTree {
     std::swap(FMaxChildren, Other.FMaxChildren);
     std::swap(FNodes, Other.FNodes);
   }
+  class TSpareNodes;
   TNode* MakeRoom(TNode* Leaf, const TVRect2D& Box);
   void Free(TNode* Node);
 
@@ -132,24 +133,74 @@ void TRTree<T>::Insert(T Data, const TVRect2D& Box) {
   TNode* Leaf = FRoot ? FRoot->ChooseInsertLeaf(Box) : nullptr;
   if (FNodes.Contains(Data)) RaiseError<EParamError>("TRTree.Insert", "duplicate item");
   FNodes.PrepareAdd();
-  if (!FRoot) {
-    FRoot = Leaf = FInnerNodes.Create();
-    FRoot->FDepth = 0;
-  }
-  Leaf = MakeRoom(Leaf, Box);
   TNode* const DataNode = FDataNodes.Create(Data, Box);
+  try {
+    if (!FRoot) {
+      FRoot = Leaf = FInnerNodes.Create();
+      FRoot->FDepth = 0;
+    }
+    Leaf = MakeRoom(Leaf, Box);
+  } catch (...) {
+    FDataNodes.Destroy(DataNode);
+    throw;
+  }
   Leaf->Adopt(DataNode, Box);
   FNodes.Add(std::move(Data), DataNode);
 }
 
-// Splits `Leaf` and whatever is full above it. Answers the leaf that takes a new item of `Box`.
+// Nodes for splits to come, in a list through their parents.
+template <class T>
+class TRTree<T>::TSpareNodes {
+ public:
+  explicit TSpareNodes(TRTree& Tree) : FTree(Tree) {}
+  TSpareNodes(const TSpareNodes&) = delete;
+  TSpareNodes& operator=(const TSpareNodes&) = delete;
+  ~TSpareNodes() {
+    while (FFirst) FTree.Free(Take());
+  }
+
+  void Add(int MostChildren) {
+    TNode* const Node = FTree.FInnerNodes.Create();
+    Node->FParent = FFirst;
+    FFirst = Node;
+    Node->ReserveChildren(MostChildren);
+  }
+  TNode* Take() {
+    TNode* const Node = FFirst;
+    FFirst = Node->Parent();
+    Node->FParent = nullptr;
+    return Node;
+  }
+
+ private:
+  TRTree& FTree;
+  TNode* FFirst = nullptr;
+};
+
+// Splits `Leaf` and whatever is full above it. Answers the leaf that takes a new item of `Box`, with
+// room for it. All memory is taken before the first split.
 template <class T>
 TRTreeNode<T>* TRTree<T>::MakeRoom(TNode* Leaf, const TVRect2D& Box) {
+  if (Leaf->ChildCount() < FMaxChildren) {
+    Leaf->ReserveChildren(Leaf->ChildCount() + 1);
+    return Leaf;
+  }
+  typename TNode::TSplitRoom Room(FMaxChildren);
+  TSpareNodes Spares(*this);
+  const int MostOfHalf = FMaxChildren / 2 + 2;  // the item included
+  for (TNode* Node = Leaf; Node; Node = Node->Parent()) {
+    const int Arriving = Node == Leaf ? 0 : 1;  // from the split below
+    Node->ReserveChildren(Node->ChildCount() + Arriving);
+    if (Node->ChildCount() + Arriving < FMaxChildren) break;
+    Spares.Add(MostOfHalf);
+    if (Node == FRoot) Spares.Add(MostOfHalf);
+  }
   TNode* Result = Leaf;
   for (TNode* Node = Leaf; Node && Node->ChildCount() >= FMaxChildren; Node = Node->Parent()) {
     const bool IsRoot = Node == FRoot;
-    TNode* const Half =
-        Node->SplitInto(Node == Leaf ? Box : TVRect2D(), [this] { return FInnerNodes.Create(); });
+    TNode* const Sibling = Spares.Take();
+    TNode* const NewRoot = IsRoot ? Spares.Take() : nullptr;
+    TNode* const Half = Node->SplitInto(Node == Leaf ? Box : TVRect2D(), Sibling, NewRoot, Room);
     if (Node == Leaf) Result = Half;
     if (IsRoot) {
       FRoot = Node->Parent();
@@ -161,10 +212,11 @@ TRTreeNode<T>* TRTree<T>::MakeRoom(TNode* Leaf, const TVRect2D& Box) {
 
 template <class T>
 void TRTree<T>::Remove(const T& Data) {
-  TNode* const DataNode = FNodes.Remove(Data);
+  TNode* const DataNode = FNodes.Find(Data);
   if (!DataNode) return;
   FFreed.clear();
   DataNode->RemoveFromParentIfEmpty(FFreed);
+  FNodes.Remove(Data);  // before the node goes, which may hold what `Data` refers to
   if (FFreed.back() == FRoot) FRoot = nullptr;
   for (TNode* Node : FFreed) Free(Node);
 }
@@ -172,7 +224,8 @@ void TRTree<T>::Remove(const T& Data) {
 template <class T>
 void TRTree<T>::Clear() {
   if (FRoot) {
-    for (TTreeNode<T>* Node : FRoot->PostOrderTraversal()) Free(static_cast<TNode*>(Node));
+    FRoot->TakeApart([this](TTreeNode<T>* Node) { Free(static_cast<TNode*>(Node)); });
+    Free(FRoot);
   }
   FRoot = nullptr;
   FNodes.Clear();

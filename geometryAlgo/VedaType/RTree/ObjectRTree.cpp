@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 #include "host/Exceptions.h"
@@ -27,7 +26,7 @@ const TVRect2D& RangeOf(const TRTree<>& Node) {
 // --- TRTree<> ---
 
 TRTree<void>::~TRTree() {
-  TakeAllBelow();
+  FreeAllBelow({});
 }
 
 TRTree<>* TRTree<void>::Child(int Index) const {
@@ -55,32 +54,68 @@ std::unique_ptr<TRTree<>> TRTree<void>::TakeChild(const TRTree* Node) {
   return TakeChild(static_cast<int>(At - FChildren.begin()));
 }
 
-// All nodes below, level by level, each without children now: to be freed without recursion.
-std::vector<std::unique_ptr<TRTree<>>> TRTree<void>::TakeAllBelow() {
-  auto Nodes = std::exchange(FChildren, {});
-  for (std::size_t I = 0; I < Nodes.size(); ++I) {
-    auto Below = std::exchange(Nodes[I]->FChildren, {});
-    std::move(Below.begin(), Below.end(), std::back_inserter(Nodes));
+// Frees the nodes below, each without children by then: neither recursion nor memory is needed.
+void TRTree<void>::FreeAllBelow(const TFreeData& FreeData) {
+  TRTree* Node = this;
+  for (;;) {
+    if (!Node->FChildren.empty()) {
+      Node = Node->FChildren.back().get();
+    } else if (Node == this) {
+      return;
+    } else {
+      void* const Data = Node->FData;
+      Node = Node->FParent;
+      Node->FChildren.pop_back();
+      if (FreeData && Data) FreeData(Data);
+    }
   }
-  return Nodes;
 }
 
-std::unique_ptr<TRTree<>> TRTree<void>::Insert(std::unique_ptr<TRTree> Entry,
-                                               std::unique_ptr<TRTree> Tree) {
-  if (!Entry || !Entry->IsDataEntry()) return Tree;
-  if (!Tree) return Entry;
+// Takes this node out of its tree together with the ancestors that hold nothing else, but for the
+// root. The topmost of them owns the others.
+std::unique_ptr<TRTree<>> TRTree<void>::TakeOut() {
+  TRTree* Top = this;
+  while (Top->FParent->FParent && Top->FParent->ChildCount() == 1) Top = Top->FParent;
+  TRTree* const Above = Top->FParent;
+  std::unique_ptr<TRTree> Branch = Above->TakeChild(Top);
+  for (TRTree* Node = Above; Node; Node = Node->FParent) Node->RenewRange();
+  return Branch;
+}
+
+void TRTree<void>::ReserveChildren(int Count) {
+  FChildren.reserve(static_cast<std::size_t>(Count));
+}
+
+std::unique_ptr<TRTree<>> TRTree<void>::Insert(std::unique_ptr<TRTree>&& Entry,
+                                               std::unique_ptr<TRTree>&& Tree) {
+  if (!Entry || !Entry->IsDataEntry()) {
+    Entry.reset();
+    return std::move(Tree);
+  }
+  if (!Tree || (Tree->FChildren.empty() && !Tree->IsDataEntry())) {
+    Tree.reset();
+    return std::move(Entry);
+  }
   if (Tree->FChildren.empty()) {
-    if (!Tree->IsDataEntry()) return Entry;
     std::unique_ptr<TRTree> Root = Entry->NewNode();
+    Root->ReserveChildren(2);
     Root->AddChild(std::move(Tree));
     Root->AddChild(std::move(Entry));
     Root->RenewRange();
     return Root;
   }
   TRTree* const Leaf = Tree->ChooseInsertLeaf(*Entry);
+  Leaf->ReserveChildren(Leaf->ChildCount() + 1);
+  TRTree* const Added = Entry.get();
   Leaf->AddChild(std::move(Entry));
-  SplitUpwards(Leaf);
-  return Tree;
+  try {
+    SplitUpwards(Leaf);
+  } catch (...) {
+    std::unique_ptr<TRTree> Branch = Added->TakeOut();
+    Entry = Added->FParent ? Added->FParent->TakeChild(Added) : std::move(Branch);
+    throw;
+  }
+  return std::move(Tree);
 }
 
 bool TRTree<void>::IsOverfull() const {
@@ -117,13 +152,21 @@ void TRTree<void>::SplitUpwards(TRTree* Node) {
 
 // Deals the children out to two new nodes, which take the place of this one (`DoSplit`).
 void TRTree<void>::QuadraticSplit() {
+  if (FParent) FParent->ReserveChildren(FParent->ChildCount() + 1);
   std::unique_ptr<TRTree> A;
   std::unique_ptr<TRTree> B;
   ChooseSeeds(A, B);
+  try {
+    A->ReserveChildren(ChildCount() + 1);
+    B->ReserveChildren(ChildCount() + 1);
+  } catch (...) {
+    for (TRTree* Seed : {A.get(), B.get()}) AddChild(Seed->TakeChild(0));
+    throw;
+  }
   A->RenewRange();
   B->RenewRange();
   const int Enough = MaxChildCount() - MinChildCount() + 1;
-  for (auto& Child : std::exchange(FChildren, {})) {
+  for (auto& Child : FChildren) {
     const bool TakesA =
         A->ChildCount() < Enough &&
         (B->ChildCount() >= Enough || !(Judgement(*B, *Child) < Judgement(*A, *Child)));
@@ -131,6 +174,7 @@ void TRTree<void>::QuadraticSplit() {
     Group.AddChild(std::move(Child));
     Group.RenewRange();
   }
+  FChildren.clear();
   DoSplit(std::move(A), std::move(B));
 }
 
@@ -145,20 +189,15 @@ void TRTree<void>::DoSplit(std::unique_ptr<TRTree> A, std::unique_ptr<TRTree> B)
 
 void TRTree<void>::Delete(const TFreeData& FreeData) {
   DestroyAll(FreeData);
-  TRTree* Node = this;
-  std::vector<std::unique_ptr<TRTree>> Emptied;  // this node first: it lives until the end
-  while (Node->FParent && Node->FChildren.empty()) {
-    TRTree* const Above = Node->FParent;
-    Emptied.push_back(Above->TakeChild(Node));
-    Node = Above;
+  if (!FParent) {
+    RenewRange();
+    return;
   }
-  for (; Node; Node = Node->FParent) Node->RenewRange();
+  const std::unique_ptr<TRTree> Emptied = TakeOut();  // this node lives until the end
 }
 
 void TRTree<void>::DestroyAll(const TFreeData& FreeData) {
-  for (const auto& Node : TakeAllBelow()) {
-    if (FreeData && Node->FData) FreeData(Node->FData);
-  }
+  FreeAllBelow(FreeData);
   void* const Data = std::exchange(FData, nullptr);
   if (FreeData && Data) FreeData(Data);
 }
@@ -179,10 +218,21 @@ int TRTree<void>::GetHeight() const {
 
 // --- TRRTree2D ---
 
-std::unique_ptr<TRRTree2D> TRRTree2D::Insert(std::unique_ptr<TRRTree2D> Entry,
-                                             std::unique_ptr<TRRTree2D> Tree) {
-  std::unique_ptr<TRTree<>> Root = TRTree<>::Insert(std::move(Entry), std::move(Tree));
-  return std::unique_ptr<TRRTree2D>(static_cast<TRRTree2D*>(Root.release()));
+std::unique_ptr<TRRTree2D> TRRTree2D::Insert(std::unique_ptr<TRRTree2D>&& Entry,
+                                             std::unique_ptr<TRRTree2D>&& Tree) {
+  const auto Planar = [](std::unique_ptr<TRTree<>>& Node) {
+    return std::unique_ptr<TRRTree2D>(static_cast<TRRTree2D*>(Node.release()));
+  };
+  std::unique_ptr<TRTree<>> BaseEntry = std::move(Entry);
+  std::unique_ptr<TRTree<>> BaseTree = std::move(Tree);
+  try {
+    std::unique_ptr<TRTree<>> Root = TRTree<>::Insert(std::move(BaseEntry), std::move(BaseTree));
+    return Planar(Root);
+  } catch (...) {
+    Entry = Planar(BaseEntry);
+    Tree = Planar(BaseTree);
+    throw;
+  }
 }
 
 double TRRTree2D::Judgement(const TRTree<>& A, const TRTree<>& B) const {
@@ -208,6 +258,9 @@ void TRRTree2D::ChooseSeeds(std::unique_ptr<TRTree<>>& A, std::unique_ptr<TRTree
   }
   B = NewNode();
   A = NewNode();
+  // What the split needs, before the first child is taken.
+  static_cast<TRRTree2D&>(*B).ReserveChildren(ChildCount());
+  static_cast<TRRTree2D&>(*A).ReserveChildren(ChildCount());
   B->AddChild(TakeChild(Second));  // the later one first: the earlier keeps its place
   A->AddChild(TakeChild(First));
 }
@@ -219,6 +272,16 @@ void TRRTree2D::RenewRange() {
 }
 
 void TRRTree2D::PickUpContents(const TVRect2D& Box, TRList& Result) {
+  const int Before = Result.Count();
+  try {
+    AppendContents(Box, Result);
+  } catch (...) {
+    Result.Shorten(Before);
+    throw;
+  }
+}
+
+void TRRTree2D::AppendContents(const TVRect2D& Box, TRList& Result) {
   std::vector<TRRTree2D*> Waiting{this};
   while (!Waiting.empty()) {
     TRRTree2D* const Node = Waiting.back();
@@ -241,6 +304,10 @@ void TRList::DeleteOneNode(const TRTree<>* Node) {
   if (Found != FNodes.end()) FNodes.erase(Found);
 }
 
+void TRList::Shorten(int Count) {
+  if (Count >= 0 && Count < this->Count()) FNodes.resize(static_cast<std::size_t>(Count));
+}
+
 std::vector<void*> TRList::PickUpAllContents() const {
   std::vector<void*> Result;
   Result.reserve(FNodes.size());
@@ -250,8 +317,14 @@ std::vector<void*> TRList::PickUpAllContents() const {
 
 void T2DRList::PickUpContents(const TVRect2D& Box, TRList& Result) const {
   const int Last = Count();  // Result may be this very list
-  for (int I = 0; I < Last; ++I) {
-    if (Meet(RangeOf(*(*this)[I]), Box)) Result.InsertOneNode((*this)[I]);
+  const int Before = Result.Count();
+  try {
+    for (int I = 0; I < Last; ++I) {
+      if (Meet(RangeOf(*(*this)[I]), Box)) Result.InsertOneNode((*this)[I]);
+    }
+  } catch (...) {
+    Result.Shorten(Before);
+    throw;
   }
 }
 

@@ -70,8 +70,11 @@ class TRTree<void> {
   /// smaller `Judgement`; once a seed holds `MaxChildCount` − `MinChildCount` + 1 children, all to
   /// the other.
   /// Ties: the first child, also when no judgement is below 1.7e308; in a split, seed A.
-  static std::unique_ptr<TRTree> Insert(std::unique_ptr<TRTree> Entry,
-                                        std::unique_ptr<TRTree> Tree);
+  /// Ownership: both pass to the result. When something raises they stay with the caller, with the
+  /// items they had; but nodes may have been split by then, and one may hold a child more than it
+  /// should until the next split below it.
+  static std::unique_ptr<TRTree> Insert(std::unique_ptr<TRTree>&& Entry,
+                                        std::unique_ptr<TRTree>&& Tree);
 
   /// Takes this node out of its tree and frees it with all that is below; ancestors left without
   /// children go too, up to but not including the root, and the ranges of the others are renewed.
@@ -89,6 +92,8 @@ class TRTree<void> {
   virtual std::unique_ptr<TRTree> NewNode() const = 0;
   /// Takes a child out of the list; the later ones close up.
   std::unique_ptr<TRTree> TakeChild(int Index);
+  /// Room for so many children: adding them up to there cannot raise.
+  void ReserveChildren(int Count);
 
  private:
   bool IsOverfull() const;
@@ -97,7 +102,8 @@ class TRTree<void> {
   void QuadraticSplit();
   void DoSplit(std::unique_ptr<TRTree> A, std::unique_ptr<TRTree> B);
   std::unique_ptr<TRTree> TakeChild(const TRTree* Node);
-  std::vector<std::unique_ptr<TRTree>> TakeAllBelow();
+  std::unique_ptr<TRTree> TakeOut();
+  void FreeAllBelow(const TFreeData& FreeData);
 
   void* FData;
   std::vector<std::unique_ptr<TRTree>> FChildren;
@@ -128,6 +134,8 @@ class TRList {
   std::vector<void*> PickUpAllContents() const;
   /// Forgets all entries; trees and items are not touched.
   void Clear() { FNodes.clear(); }
+  /// Forgets all entries after the first `Count`.
+  void Shorten(int Count);
 
  private:
   std::vector<TRTree<>*> FNodes;
@@ -146,8 +154,8 @@ class TRRTree2D : public TRTree<> {
   /// Child `I` as the class it is.
   TRRTree2D* Child(int I) const { return static_cast<TRRTree2D*>(TRTree<>::Child(I)); }
   /// As that of `TRTree<>`.
-  static std::unique_ptr<TRRTree2D> Insert(std::unique_ptr<TRRTree2D> Entry,
-                                           std::unique_ptr<TRRTree2D> Tree);
+  static std::unique_ptr<TRRTree2D> Insert(std::unique_ptr<TRRTree2D>&& Entry,
+                                           std::unique_ptr<TRRTree2D>&& Tree);
 
   /// The area that the range of `A` gains when it is expanded by that of `B`.
   double Judgement(const TRTree<>& A, const TRTree<>& B) const override;
@@ -167,6 +175,8 @@ class TRRTree2D : public TRTree<> {
   std::unique_ptr<TRTree<>> NewNode() const override { return std::make_unique<TRRTree2D>(); }
 
  private:
+  void AppendContents(const TVRect2D& Box, TRList& Result);
+
   TVRect2D FRange;
 };
 

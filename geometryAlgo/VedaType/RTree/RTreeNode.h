@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "geometryAlgo/VedaType/Rect.h"
 #include "host/Cadutils.h"
 #include "host/Exceptions.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -71,9 +73,7 @@ class TRTreeNode : public TTreeNode<T> {
   /// this node.
   /// Ties: equal centres keep the order of the child list; equal sums, along X; equal growth, the
   /// sibling.
-  TRTreeNode* Split(const TVRect2D& Box) {
-    return SplitInto(Box, [] { return new TRTreeNode; });
-  }
+  TRTreeNode<T>* Split(const TVRect2D& Box);
 
   /// Appends the items below this node whose boxes meet `Box`: closed boxes, `Eps` of slack along
   /// each axis, depth first in the order of the children. An empty box meets nothing.
@@ -101,6 +101,27 @@ class TRTreeNode : public TTreeNode<T> {
   // Searches with up to this many nodes on a level allocate nothing.
   static constexpr int kShortLevel = 256;
   using TOrder = TLentList<int>;
+  /// What a split writes down; taken before it begins, so that nothing in it can raise.
+  struct TSplitRoom {
+    explicit TSplitRoom(int MostChildren) {
+      AlongX.Reserve(MostChildren);
+      AlongY.Reserve(MostChildren);
+      Keys.Reserve(MostChildren);
+      Kept.Reserve(MostChildren / 2);
+      KeptRanges.Reserve(MostChildren / 2);
+    }
+
+    int XStorage[kShortList];
+    int YStorage[kShortList];
+    double KeyStorage[kShortList];
+    TTreeNode<T>* KeptStorage[kShortList / 2];
+    TVRect2D RangeStorage[kShortList / 2];
+    TOrder AlongX{XStorage, kShortList};
+    TOrder AlongY{YStorage, kShortList};
+    TLentList<double> Keys{KeyStorage, kShortList};
+    TLentList<TTreeNode<T>*> Kept{KeptStorage, kShortList / 2};
+    TLentList<TVRect2D> KeptRanges{RangeStorage, kShortList / 2};
+  };
   using TNodes = TLentList<const TRTreeNode*>;
 
   /// The box that a search asks for, with the slack.
@@ -131,13 +152,19 @@ class TRTreeNode : public TTreeNode<T> {
 
   bool HasMeeting(const TVRect2D& Box, double Eps) const;
   void AddMeetingChildren(const TWindow& Window, TNodes& Nodes) const;
-  /// The work of `Split`; `MakeNode` answers a new node, for the sibling and for a new root.
-  template <class TMakeNode>
-  TRTreeNode<T>* SplitInto(const TVRect2D& Box, TMakeNode MakeNode);
+  /// Room for so many children.
+  void ReserveChildren(int Count) {
+    this->FChildNodes.Reserve(Count);
+    FChildRanges.Reserve(Count);
+  }
+  /// `NewRoot` is null unless this is a root. There must be room for the second half in `Sibling`,
+  /// for two in `NewRoot`, for one more in the parent. Raises nothing.
+  TRTreeNode<T>* SplitInto(const TVRect2D& Box, TRTreeNode* Sibling, TRTreeNode* NewRoot,
+                           TSplitRoom& Room);
   template <class TKeyOf>
-  void OrderChildren(TOrder& Order, TKeyOf KeyOf) const;
+  void OrderChildren(TOrder& Order, TSplitRoom& Room, TKeyOf KeyOf) const;
   double CostOfHalves(const TOrder& Order) const;
-  void MoveSecondHalf(const TOrder& Order, TRTreeNode& Sibling);
+  void MoveSecondHalf(const TOrder& Order, TRTreeNode& Sibling, TSplitRoom& Room);
   int LeastGrowth(const TVRect2D& Box) const;
   void Adopt(TRTreeNode* ChildNode, const TVRect2D& Range);
   void Cover(const TVRect2D& Box);
@@ -222,16 +249,23 @@ int TRTreeNode<T>::LeastGrowth(const TVRect2D& Box) const {
 }
 
 template <class T>
-template <class TMakeNode>
-TRTreeNode<T>* TRTreeNode<T>::SplitInto(const TVRect2D& Box, TMakeNode MakeNode) {
-  TRTreeNode* const Sibling = MakeNode();
-  TRTreeNode* const NewRoot = Parent() ? nullptr : MakeNode();
-  int Storage[2][kShortList];
-  TOrder AlongX(Storage[0], kShortList);
-  TOrder AlongY(Storage[1], kShortList);
-  OrderChildren(AlongX, [](const TVRect2D& R) { return R.Center().X; });
-  OrderChildren(AlongY, [](const TVRect2D& R) { return R.Center().Y; });
-  MoveSecondHalf(CostOfHalves(AlongX) <= CostOfHalves(AlongY) ? AlongX : AlongY, *Sibling);
+TRTreeNode<T>* TRTreeNode<T>::Split(const TVRect2D& Box) {
+  TSplitRoom Room(ChildCount());
+  auto Sibling = std::make_unique<TRTreeNode>();
+  Sibling->ReserveChildren(ChildCount() - ChildCount() / 2);
+  auto NewRoot = Parent() ? nullptr : std::make_unique<TRTreeNode>();
+  if (NewRoot) NewRoot->ReserveChildren(2);
+  if (Parent()) Parent()->ReserveChildren(Parent()->ChildCount() + 1);
+  return SplitInto(Box, Sibling.release(), NewRoot.release(), Room);
+}
+
+template <class T>
+TRTreeNode<T>* TRTreeNode<T>::SplitInto(const TVRect2D& Box, TRTreeNode* Sibling,
+                                        TRTreeNode* NewRoot, TSplitRoom& Room) {
+  OrderChildren(Room.AlongX, Room, [](const TVRect2D& R) { return R.Center().X; });
+  OrderChildren(Room.AlongY, Room, [](const TVRect2D& R) { return R.Center().Y; });
+  const bool GoesByX = CostOfHalves(Room.AlongX) <= CostOfHalves(Room.AlongY);
+  MoveSecondHalf(GoesByX ? Room.AlongX : Room.AlongY, *Sibling, Room);
   ShowRangeToParent();
   if (NewRoot) {
     NewRoot->FDepth = 0;
@@ -245,12 +279,11 @@ TRTreeNode<T>* TRTreeNode<T>::SplitInto(const TVRect2D& Box, TMakeNode MakeNode)
 // The positions of the children, ascending by the key of their boxes, stably.
 template <class T>
 template <class TKeyOf>
-void TRTreeNode<T>::OrderChildren(TOrder& Order, TKeyOf KeyOf) const {
+void TRTreeNode<T>::OrderChildren(TOrder& Order, TSplitRoom& Room, TKeyOf KeyOf) const {
   const int Count = ChildCount();
-  double KeyStorage[kShortList];
-  TLentList<double> Keys(KeyStorage, kShortList);
-  Keys.Reserve(Count);
-  Order.Reserve(Count);
+  TLentList<double>& Keys = Room.Keys;
+  Keys.Clear();
+  Order.Clear();
   for (int I = 0; I < Count; ++I) {
     const double Key = KeyOf(FChildRanges[I]);
     Keys.Add(Key == Key ? Key : 0.0);  // the centre of an endless box is NaN, which has no order
@@ -286,25 +319,21 @@ double TRTreeNode<T>::CostOfHalves(const TOrder& Order) const {
 
 // Leaves the first half of `Order` here, in that order, and gives the second to `Sibling`.
 template <class T>
-void TRTreeNode<T>::MoveSecondHalf(const TOrder& Order, TRTreeNode& Sibling) {
+void TRTreeNode<T>::MoveSecondHalf(const TOrder& Order, TRTreeNode& Sibling, TSplitRoom& Room) {
   const int Half = Order.Count() / 2;
-  TTreeNode<T>* KeptStorage[kShortList / 2];
-  TVRect2D RangeStorage[kShortList / 2];
-  TLentList<TTreeNode<T>*> Kept(KeptStorage, kShortList / 2);
-  TLentList<TVRect2D> KeptRanges(RangeStorage, kShortList / 2);
-  Kept.Reserve(Half);
-  KeptRanges.Reserve(Half);
+  Room.Kept.Clear();
+  Room.KeptRanges.Clear();
   FRange = TVRect2D();
   for (int I = 0; I < Half; ++I) {
-    Kept.Add(Child(Order[I]));
-    KeptRanges.Add(FChildRanges[Order[I]]);
+    Room.Kept.Add(Child(Order[I]));
+    Room.KeptRanges.Add(FChildRanges[Order[I]]);
     FRange.ExpandInPlace(FChildRanges[Order[I]]);
   }
   for (int I = Half; I < Order.Count(); ++I) {
     Sibling.Adopt(Child(Order[I]), FChildRanges[Order[I]]);
   }
-  std::copy(Kept.begin(), Kept.end(), this->FChildNodes.begin());
-  std::copy(KeptRanges.begin(), KeptRanges.end(), FChildRanges.begin());
+  std::copy(Room.Kept.begin(), Room.Kept.end(), this->FChildNodes.begin());
+  std::copy(Room.KeptRanges.begin(), Room.KeptRanges.end(), FChildRanges.begin());
   this->FChildNodes.Shorten(Half);
   FChildRanges.Shorten(Half);
 }
@@ -334,7 +363,9 @@ void TRTreeNode<T>::Search(const TVRect2D& Box, std::vector<T>& Result, double E
     }
     std::swap(Level, Below);
   }
+  TAppendGuard Guard(Result);
   for (const TRTreeNode* DataNode : *Level) Result.push_back(DataNode->Data());
+  Guard.Keep();
 }
 
 // Some data node below meets the window. Depth first: the first one found ends the search.
@@ -367,6 +398,14 @@ void TRTreeNode<T>::AddMeetingChildren(const TWindow& Window, TNodes& Nodes) con
 
 template <class T>
 void TRTreeNode<T>::RemoveFromParentIfEmpty(std::vector<TRTreeNode*>& Freed) {
+  if (ChildCount() > 0) return;
+  std::size_t Leaving = 1;
+  for (TRTreeNode* Above = Parent(); Above && Above->ChildCount() == 1; Above = Above->Parent()) {
+    ++Leaving;
+  }
+  if (Freed.capacity() - Freed.size() < Leaving) {
+    Freed.reserve(std::max(2 * Freed.size(), Freed.size() + Leaving));
+  }
   TRTreeNode* Node = this;
   while (Node && Node->ChildCount() == 0) {
     TRTreeNode* const Above = Node->Parent();
