@@ -107,7 +107,10 @@ std::string ReadTextFile(std::string_view Where, const std::string& FileName) {
 }
 
 void WriteTextFile(std::string_view Where, const std::string& FileName, std::string_view Text) {
-  std::ofstream File(FileName, std::ios::binary);
+  std::ofstream File;
+  std::array<char, 4096> Buffer;  // its own one would take memory when the old text is gone already
+  File.rdbuf()->pubsetbuf(Buffer.data(), Buffer.size());
+  File.open(FileName, std::ios::binary);
   File.write(Text.data(), static_cast<std::streamsize>(Text.size()));
   File.close();
   if (!File) RaiseError<EInOutError>(Where, "无法写入文件 " + FileName);

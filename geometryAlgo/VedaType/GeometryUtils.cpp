@@ -6,6 +6,7 @@
 
 #include "geometryAlgo/VedaType/PlaceIndex.h"
 #include "host/Cadutils.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -23,24 +24,30 @@ bool TGeometryUtils::IsBezierOverlap(const TBezierSegment2D& A, const TBezierSeg
 void TGeometryUtils::RemoveCloseCrossPts(std::vector<TCrossRec>& List,
                                          std::vector<TPoint2D>& Points, std::vector<double>& Params,
                                          double Eps) {
+  std::vector<TCrossRec> Rest = List;
   const auto ByParam = [](const TCrossRec& A, const TCrossRec& B) { return A.Param < B.Param; };
   const auto ByDist = [](const TCrossRec& A, const TCrossRec& B) {
     return A.Dist != B.Dist ? A.Dist < B.Dist : A.Param < B.Param;
   };
-  if (List.size() > 1) {
-    std::stable_sort(List.begin(), List.end(), ByDist);
+  if (Rest.size() > 1) {
+    std::stable_sort(Rest.begin(), Rest.end(), ByDist);
     TPlaceIndex Kept(Eps);
-    std::erase_if(List, [&](const TCrossRec& Rec) {
+    std::erase_if(Rest, [&](const TCrossRec& Rec) {
       if (Kept.HasNear(Rec.Pt)) return true;
       Kept.Add(Rec.Pt, 0);
       return false;
     });
-    std::stable_sort(List.begin(), List.end(), ByParam);
+    std::stable_sort(Rest.begin(), Rest.end(), ByParam);
   }
-  for (const TCrossRec& Rec : List) {
+  TAppendGuard PointGuard(Points);
+  TAppendGuard ParamGuard(Params);
+  for (const TCrossRec& Rec : Rest) {
     Points.push_back(Rec.Pt);
     Params.push_back(Rec.Param);
   }
+  PointGuard.Keep();
+  ParamGuard.Keep();
+  List.swap(Rest);
 }
 
 void TGeometryUtils::SplitBezier(const TBezierSegment2D& Bezier, double T, TBezierSegment2D& Left,

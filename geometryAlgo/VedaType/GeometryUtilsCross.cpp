@@ -7,6 +7,7 @@
 #include "host/Cadgeometry/BernsteinRoots.h"
 #include "host/Cadgeometry/CurvePiece.h"
 #include "host/Cadgeometry/PieceCrossing.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -112,11 +113,15 @@ double SlackFor(double Eps, const TRect2D& A, const TRect2D& B) {
 void CrossWithPiece(const TBezierSegment2D& Bezier, double From, double To,
                     const TCurvePiece& Other, int Depth, double Eps, std::vector<TCrossRec>& List,
                     std::vector<TStretch>& Stretches) {
+  TAppendGuard ListGuard(List);
+  TAppendGuard StretchGuard(Stretches);
   const auto CrossPart = [&](const TCurvePiece& Part) {
     CrossPieces(Part, Other, Eps, List, Stretches);
   };
   VisitParts(Bezier, From, To, Other.Box, Depth, SlackFor(Eps, ControlBox(Bezier), Other.Box),
              CrossPart);
+  ListGuard.Keep();
+  StretchGuard.Keep();
 }
 
 // --- What was found, sorted out ---
@@ -323,12 +328,16 @@ void TGeometryUtils::DoBezierCrossWithBezier(const TBezierSegment2D& A, double F
   std::vector<TCurvePiece> PartsOfB;
   const auto Collect = [&](const TCurvePiece& Part) { PartsOfB.push_back(Part); };
   VisitParts(B, FromB, ToB, ControlBox(A), Depth, Slack, Collect);
+  TAppendGuard ListGuard(List);
+  TAppendGuard StretchGuard(Stretches);
   const auto CrossPart = [&](const TCurvePiece& PartOfA) {
     for (const TCurvePiece& PartOfB : PartsOfB) {
       CrossPieces(PartOfA, PartOfB, Eps, List, Stretches);
     }
   };
   VisitParts(A, FromA, ToA, BoxOfB, Depth, Slack, CrossPart);
+  ListGuard.Keep();
+  StretchGuard.Keep();
 }
 
 void TGeometryUtils::BezierCrossWithSegline(const TBezierSegment2D& Bezier, const TVLine2D& Line,
@@ -339,6 +348,7 @@ void TGeometryUtils::BezierCrossWithSegline(const TBezierSegment2D& Bezier, cons
   if (!Meeting.IsFinite()) return;
   DoBezierCrossWithSegline(Meeting.Bezier(), 0.0, 1.0, {Meeting.Other().Start, Meeting.Other().End},
                            kMostTurns, Meeting.Tol(), Meeting.List(), Meeting.Stretches());
+  TAppendGuard LineGuard(Lines);
   if (!Meeting.TakeStraightStretches(Lines)) {
     Meeting.JoinStretches();
     for (const auto& [From, To] : Meeting.Stretches()) {
@@ -348,6 +358,7 @@ void TGeometryUtils::BezierCrossWithSegline(const TBezierSegment2D& Bezier, cons
   Meeting.JoinCrossings();
   std::vector<double> OwnParams;
   Meeting.GivePoints(Points, Params ? *Params : OwnParams);
+  LineGuard.Keep();
 }
 
 void TGeometryUtils::BezierCrossWithArc(const TBezierSegment2D& Bezier, const TVArc2D& Arc,
@@ -378,6 +389,8 @@ void TGeometryUtils::BezierCrossWithBezier(const TBezierSegment2D& A, const TBez
   if (!Meeting.IsFinite()) return;
   DoBezierCrossWithBezier(Meeting.Bezier(), 0.0, 1.0, Meeting.Other().Bezier(), 0.0, 1.0,
                           kMostTurns, Meeting.Tol(), Meeting.List(), Meeting.Stretches());
+  TAppendGuard LineGuard(Lines);
+  TAppendGuard OverlapGuard(Overlaps);
   if (!Meeting.TakeStraightStretches(Lines)) {
     Meeting.JoinStretches();
     for (const TStretch& Stretch : Meeting.Stretches()) {
@@ -387,6 +400,8 @@ void TGeometryUtils::BezierCrossWithBezier(const TBezierSegment2D& A, const TBez
   Meeting.JoinCrossings();
   std::vector<double> Params;
   Meeting.GivePoints(Points, Params);
+  LineGuard.Keep();
+  OverlapGuard.Keep();
 }
 
 }  // namespace tarnalgo

@@ -26,10 +26,4 @@ TLABHPolygonList::TLABHPolygonList(const TVHPolygonList& Polygons) {
   for (const TVHPolygon* Item : Polygons) Add(std::make_unique<TLABHPolygon>(*Item));
 }
 
-void TLABHPolygonList::CollinearSmooth(double Eps) {
-  for (TLABHPolygon* Item : *this) {
-    for (TLABPolyline* Chain : *Item) Chain->CollinearSmooth(Eps);
-  }
-}
-
 }  // namespace tarnalgo

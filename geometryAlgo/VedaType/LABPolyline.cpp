@@ -8,6 +8,7 @@
 #include "host/Cadgeometry.h"
 #include "host/Cadgeometry/PieceCrossing.h"
 #include "host/Cadutils.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -134,7 +135,9 @@ int TLABPolyline::Add(const TLABSegline& Seg) {
 
 void TLABPolyline::AddRange(const TLABPolyline& Other) {
   const std::size_t OtherCount = Other.FSegs.size();  // Other may be this chain
+  TAppendGuard Guard(FSegs);
   for (std::size_t I = 0; I < OtherCount; ++I) Add(Other.FSegs[I]);
+  Guard.Keep();
 }
 
 void TLABPolyline::Insert(int Index, const TLABSegline& Seg) {

@@ -3,6 +3,7 @@
 
 #include "geometryAlgo/VedaType/LABPolyline.h"
 #include "geometryAlgo/VedaType/PlaceIndex.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -74,6 +75,7 @@ bool TLABPolyline::CrossWithSegLine(const TVLine2D& Line, std::vector<TPoint2D>&
   const TCoverage Coverage(Line, Stretches, Eps);
   TPlaceIndex Taken(Eps);
   bool IsAny = !Stretches.empty();
+  TAppendGuard Guard(Points);
   for (const TPoint2D& P : Places) {
     if (Coverage.Holds(P) || Taken.HasNear(P)) continue;
     Taken.Add(P, 0);
@@ -81,6 +83,7 @@ bool TLABPolyline::CrossWithSegLine(const TVLine2D& Line, std::vector<TPoint2D>&
     IsAny = true;
   }
   Lines.insert(Lines.end(), Stretches.begin(), Stretches.end());
+  Guard.Keep();
   return IsAny;
 }
 

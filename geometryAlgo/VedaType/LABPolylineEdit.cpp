@@ -52,6 +52,31 @@ std::vector<TLABSegline> WithoutPoints(const std::vector<TLABSegline>& Segs) {
   return Kept;
 }
 
+bool IsClosedChain(const std::vector<TLABSegline>& Segs) {
+  return Segs.front().P1.Equals(Segs.back().P4);
+}
+
+/// The course with one line for each straight way.
+std::vector<TLABSegline> WithMergedLines(std::vector<TLABSegline> Course, double Eps) {
+  if (Course.size() < 2) return Course;
+  if (IsClosedChain(Course)) MoveJointBehindCurve(Course);
+  std::vector<TLABSegline> Merged;
+  Merged.reserve(Course.size());
+  for (std::size_t I = 0; I < Course.size();) {
+    std::size_t Last = I;
+    while (Last + 1 < Course.size() && GoesOnStraight(Course[Last], Course[Last + 1])) ++Last;
+    if (Last == I) {
+      Merged.push_back(Course[I]);
+    } else {
+      TVPolyline2D Run{Course[I].P1};
+      for (std::size_t J = I; J <= Last; ++J) Run.Add(Course[J].P4);
+      AppendMerged(Run, Eps, Merged);
+    }
+    I = Last + 1;
+  }
+  return Merged;
+}
+
 /// The Bezier stays within 1e-6 of its chord, without running beyond its ends.
 bool RunsAlongChord(const TLABSegline& Seg) {
   if (Seg.SegType != stBezier || !Seg.IsLine()) return false;
@@ -110,34 +135,18 @@ void TLABPolyline::ConnectHeadTail(double Eps) {
 
 void TLABPolyline::MergeCollinearLines(double Eps) {
   if (Count() < 2) return;
-  std::vector<TLABSegline> Course = FSegs;
-  if (IsClosed()) MoveJointBehindCurve(Course);
-  std::vector<TLABSegline> Merged;
-  Merged.reserve(Course.size());
-  for (std::size_t I = 0; I < Course.size();) {
-    std::size_t Last = I;
-    while (Last + 1 < Course.size() && GoesOnStraight(Course[Last], Course[Last + 1])) ++Last;
-    if (Last == I) {
-      Merged.push_back(Course[I]);
-    } else {
-      TVPolyline2D Run{Course[I].P1};
-      for (std::size_t J = I; J <= Last; ++J) Run.Add(Course[J].P4);
-      AppendMerged(Run, Eps, Merged);
-    }
-    I = Last + 1;
-  }
-  FSegs = std::move(Merged);
+  FSegs = WithMergedLines(FSegs, Eps);
   ClearSamplePolyline();
 }
 
 void TLABPolyline::CollinearSmooth(double Eps) {
   if (IsEmpty()) return;
-  FSegs = WithoutPoints(FSegs);
-  for (TLABSegline& Seg : FSegs) {
+  std::vector<TLABSegline> Course = WithoutPoints(FSegs);
+  for (TLABSegline& Seg : Course) {
     if (RunsAlongChord(Seg)) Seg.TryToLine();
   }
+  FSegs = WithMergedLines(std::move(Course), Eps);
   ClearSamplePolyline();
-  MergeCollinearLines(Eps);
 }
 
 }  // namespace tarnalgo

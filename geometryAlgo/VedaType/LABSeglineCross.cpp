@@ -6,6 +6,7 @@
 #include "geometryAlgo/VedaType/LABSegline.h"
 #include "host/Cadgeometry/PieceCrossing.h"
 #include "host/Cadutils.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -67,8 +68,10 @@ void CrossArcs(const TVArc2D& A, const TVArc2D& B, std::vector<TPoint2D>& Points
   TPoint2D Found[2];
   TVArc2D Overlaps[2];
   const int Code = A.CrossWithArc(B, Found[0], Found[1], Overlaps[0], Overlaps[1], Eps);
+  TAppendGuard Guard(Points);
   Points.insert(Points.end(), Found, Found + (Code & 3));
   Arcs.insert(Arcs.end(), Overlaps, Overlaps + (Code >> 2));
+  Guard.Keep();
 }
 
 /// A pair of which one is a Bezier.

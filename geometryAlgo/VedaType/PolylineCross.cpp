@@ -8,6 +8,7 @@
 #include "geometryAlgo/VedaType/Point.h"
 #include "geometryAlgo/VedaType/Polyline.h"
 #include "host/Cadutils.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -389,10 +390,14 @@ bool TVPolyline2D::CrossWith(const TVLine2D& Line, std::vector<TPoint2D>& Points
 bool TVPolyline2D::CrossWith(const TVPolyline2D& Other, std::vector<TPoint2D>& Points,
                              std::vector<TVLine2D>& Lines, double Eps) const {
   const TMeetingCollector Found(*this, Other, Eps);
+  TAppendGuard PointGuard(Points);
+  TAppendGuard LineGuard(Lines);
   for (const TMeeting& Place : Found.Places()) Points.push_back(Place.From.Point);
   for (const TMeeting& Stretch : Found.Stretches()) {
     Lines.emplace_back(Stretch.From.Point, Stretch.To.Point);
   }
+  PointGuard.Keep();
+  LineGuard.Keep();
   return !Found.Places().empty() || !Found.Stretches().empty();
 }
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include "geometryAlgo/VedaType/Polyline.h"
@@ -223,10 +224,11 @@ void TVPolyline2D::DeleteNeighbourClosed(double Eps) {
 
 void TVPolyline2D::CollinearSmooth(double Eps) {
   // A repeated point has no way of its own and would hide the corner it stands on.
-  FPoints.erase(std::unique(FPoints.begin(), FPoints.end()), FPoints.end());
-  if (FPoints.size() < 3) return;
-  if (FPoints.size() > 3 && IsClosed()) MoveJointToCorner(FPoints, Eps);
-  FPoints = Straightened(FPoints, Eps);
+  std::vector<TPoint2D> Course;
+  Course.reserve(FPoints.size());
+  std::unique_copy(FPoints.begin(), FPoints.end(), std::back_inserter(Course));
+  if (Course.size() > 3 && IsClosed()) MoveJointToCorner(Course, Eps);
+  FPoints = Course.size() < 3 ? std::move(Course) : Straightened(Course, Eps);
 }
 
 void TVPolyline2D::Simplify(double Eps) {

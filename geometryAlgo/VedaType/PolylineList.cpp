@@ -203,15 +203,17 @@ class TEndJoiner {
 };
 
 /// Keeps the items of the list for which `Keeps(position, item)` answers true, in their order.
-/// Emptied from the back, so that a long list is not moved up once for each item dropped.
+/// Emptied from the back, so that a long list is not moved up once for each item dropped. A
+/// `Keeps` that raises must not have changed an item.
 template <class TKeeps>
 int KeepItems(TVPolyline2DList& List, TKeeps Keeps) {
   const std::vector<TVPolyline2D*> Items(List.begin(), List.end());
+  std::vector<std::unique_ptr<TVPolyline2D>> Owned;
+  Owned.reserve(Items.size());  // before `Keeps` changes anything: what follows takes no memory
   std::vector<bool> Stays(Items.size());
   for (std::size_t I = 0; I < Items.size(); ++I) Stays[I] = Keeps(I, *Items[I]);
   const int Former = List.Count();
   const auto FirstDropped = std::find(Stays.begin(), Stays.end(), false) - Stays.begin();
-  std::vector<std::unique_ptr<TVPolyline2D>> Owned;
   while (List.Count() > FirstDropped) {
     const int Last = List.Count() - 1;
     if (!List.OwnsObjects() || !Stays[static_cast<std::size_t>(Last)]) {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <set>
 
 #include "geometryAlgo/VedaType/EdgeTree.h"
@@ -147,7 +148,7 @@ void TVPolyline2D::RemoveDuplicate(std::vector<double>& Params, double Eps) cons
     const auto Next = Taken.lower_bound(Length - Eps);
     return Next != Taken.end() && *Next <= Length + Eps;
   };
-  std::erase_if(Params, [&](double U) {
+  const auto IsDropped = [&](double U) {
     if (!(U >= 0.0 && U <= Count() - 1)) return true;
     const auto I = static_cast<std::size_t>(U);
     const std::size_t J = std::min(I + 1, Lengths.size() - 1);
@@ -157,7 +158,11 @@ void TVPolyline2D::RemoveDuplicate(std::vector<double>& Params, double Eps) cons
     if (GoesRound && (IsTaken(Length + Total) || IsTaken(Length - Total))) return true;
     Taken.insert(Length);
     return false;
-  });
+  };
+  std::vector<double> Kept;
+  Kept.reserve(Params.size());
+  std::remove_copy_if(Params.begin(), Params.end(), std::back_inserter(Kept), IsDropped);
+  Params.swap(Kept);
 }
 
 std::vector<double> TVPolyline2D::VertexLengths() const {
