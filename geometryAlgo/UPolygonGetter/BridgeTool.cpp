@@ -37,6 +37,11 @@ void TBridgeTool::AddEdge(int u, int v) {
 }
 
 void TBridgeTool::AddLink(int u, int v) {
+  CheckVertex(u);
+  CheckVertex(v);
+  if (FEdges.capacity() - FEdges.size() < 2) {
+    FEdges.reserve(std::max(2 * FEdges.size(), FEdges.size() + 2));  // both or none
+  }
   AddEdge(u, v);
   AddEdge(v, u);
 }
@@ -109,8 +114,9 @@ class TBridgeTool::TSearch {
 };
 
 void TBridgeTool::CalcBridgeByTarjan() {
-  FBridges.clear();
-  TSearch(*this).Run(FBridges);
+  TIntPointList Bridges;
+  TSearch(*this).Run(Bridges);
+  FBridges.swap(Bridges);
 }
 
 }  // namespace tarnalgo

@@ -303,7 +303,10 @@ int TMChainsScatter::AddCurve(const TVPolyline2D& Curve) {
 }
 
 TMChainExtends TMChainsScatter::GetChains() {
-  return TScatterer(FCurves, FGap, FStats).Run();
+  TScatterStats Stats;
+  TMChainExtends Chains = TScatterer(FCurves, FGap, Stats).Run();
+  FStats = Stats;
+  return Chains;
 }
 
 }  // namespace tarnalgo

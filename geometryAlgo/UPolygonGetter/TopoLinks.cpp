@@ -46,12 +46,13 @@ TTopoLinks TTopoLinks::CreateTopoLink(const TMChainExtends& Chains) {
 void TTopoLinks::AddValue(const TIntPoint& P, std::unique_ptr<TMChainExtend> Chain) {
   if (!Chain) RaiseError<EParamError>("TTopoLinks.AddValue", "no chain given");
   TNodeEdges* Edges = nullptr;
-  if (!TryGetValue(P, Edges)) {
-    auto Made = std::make_unique<TNodeEdges>();
-    Edges = Made.get();
-    Add(P, std::move(Made));
+  if (TryGetValue(P, Edges)) {
+    Edges->Add(std::move(Chain));
+    return;
   }
-  Edges->Add(std::move(Chain));
+  auto Made = std::make_unique<TNodeEdges>();
+  Made->Add(std::move(Chain));
+  Add(P, std::move(Made));
 }
 
 void TTopoLinks::AddBridgeValue(const TIntPoint& P, std::unique_ptr<TMChainExtend> Chain) {
@@ -65,12 +66,13 @@ void TTopoLinks::AddDanglingValue(const TIntPoint& P, std::unique_ptr<TMChainExt
 }
 
 TIntPointList TTopoLinks::SortDicIntPoint(bool ResetFlags) {
+  TIntPointList Nodes = SortedNodes(*this);
   if (ResetFlags) {
     for (const auto& [Key, Edges] : *this) {
       for (TMChainExtend* Chain : *Edges) Chain->SetIsAvailable(true);
     }
   }
-  return SortedNodes(*this);
+  return Nodes;
 }
 
 bool TTopoLinks::HaveLoop(const TIntPoint& P, const TIntPoint& Q, TMChainExtend*& Chain) const {

@@ -73,6 +73,7 @@ class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEq
   bool HaveLoop(const TIntPoint& P, const TIntPoint& Q, TMChainExtend*& Chain) const;
   /// Puts the chains of every node with more than one in descending, or ascending, order of angle.
   /// Stable; equal is exactly equal.
+  /// Errors: when memory runs out, some nodes may be in order already; a second call does the rest.
   void SortTopoChainsMax();
   void SortTopoChainsMin();  ///< In ascending order.
 
@@ -96,6 +97,7 @@ class TTopoLinks : public TOwnValueDic<TIntPoint, TNodeEdges, TNodeHash, TNodeEq
   /// An outline has the points of its chains, none within 1e-6 of the one before it, and repeats
   /// its first point; ends on one node that are farther apart are both kept. A walk that cannot get
   /// on, in a table where chains lack their other object, gives no outline.
+  /// Errors: when something raises, flags and results are as they were.
   /// Ownership: `Polylines` must live as long as its outlines are asked for in the dictionaries.
   /// An entry left there by an outline that is gone gives way to a new one at the same address.
   /// Cost: O(n log n), n the points of all chains; linear but for the order of the nodes and the

@@ -18,6 +18,10 @@ class TOutlineTracer {
 
   explicit TOutlineTracer(const TTopoGraph& Graph)
       : FGraph(Graph), FPlaces(static_cast<std::size_t>(Graph.EntryCount()), -1) {
+    FIsAvailable.reserve(FPlaces.size());
+    for (int I = 0; I < Graph.EntryCount(); ++I) {
+      FIsAvailable.push_back(Graph.Entry(I).Chain->IsAvailable());
+    }
     FindRuns();
   }
 
@@ -31,8 +35,15 @@ class TOutlineTracer {
     return std::move(FOutlines);
   }
 
+  /// Tells the chains which of them were walked.
+  void SetFlags() const {
+    for (int I = 0; I < FGraph.EntryCount(); ++I) {
+      FGraph.Entry(I).Chain->SetIsAvailable(IsAvailable(I));
+    }
+  }
+
  private:
-  bool IsAvailable(int Entry) const { return FGraph.Entry(Entry).Chain->IsAvailable(); }
+  bool IsAvailable(int Entry) const { return FIsAvailable[static_cast<std::size_t>(Entry)]; }
   int& PlaceOf(int Entry) { return FPlaces[static_cast<std::size_t>(Entry)]; }
 
   /// Where in its node the run of chains of one course ends: repeats of one chain, however many,
@@ -55,7 +66,7 @@ class TOutlineTracer {
     FWalk.clear();
     int Entry = Start;
     do {
-      FGraph.Entry(Entry).Chain->SetIsAvailable(false);
+      FIsAvailable[static_cast<std::size_t>(Entry)] = false;
       Walk(Entry);
       Entry = Next(Entry, Start);
     } while (Entry >= 0 && Entry != Start);
@@ -118,6 +129,7 @@ class TOutlineTracer {
   }
 
   const TTopoGraph& FGraph;
+  std::vector<bool> FIsAvailable;  // of each entry; the chains are told in the end
   std::vector<int> FRunEnds;
   std::vector<int> FWalk;
   std::vector<int> FPlaces;  // of each entry in the walk, −1 for none
@@ -140,10 +152,19 @@ std::unique_ptr<TVPolyline2D> PolylineOf(const TTopoGraph& Graph, const std::vec
   return Result;
 }
 
+/// An outline with what the dictionaries say of it.
+struct TOutlineEntry {
+  std::unique_ptr<TVPolyline2D> Polyline;
+  std::unique_ptr<TIntPointList> Points;
+  std::unique_ptr<TMChainExtends> Chains;
+};
+
 void TraceOutlines(const TTopoLinks& Links, bool OnlyNegative, TPointsOfOutline& PointsOf,
                    TChainsOfOutline& ChainsOf, TVPolyline2DList& Polylines) {
   const TTopoGraph Graph(Links);
-  for (const std::vector<int>& Outline : TOutlineTracer(Graph).Run()) {
+  TOutlineTracer Tracer(Graph);
+  std::vector<TOutlineEntry> Found;
+  for (const std::vector<int>& Outline : Tracer.Run()) {
     std::unique_ptr<TVPolyline2D> Polyline = PolylineOf(Graph, Outline);
     if (OnlyNegative && !Polyline->IsClockwise()) continue;
     auto Points = std::make_unique<TIntPointList>();
@@ -152,10 +173,19 @@ void TraceOutlines(const TTopoLinks& Links, bool OnlyNegative, TPointsOfOutline&
       Points->push_back(Graph.Node(Graph.Entry(Entry).From));
       Chains->Add(Graph.Entry(Entry).Chain);
     }
-    PointsOf.AddOrSetValue(Polyline.get(), std::move(Points));
-    ChainsOf.AddOrSetValue(Polyline.get(), std::move(Chains));
-    Polylines.Add(std::move(Polyline));
+    Found.push_back({std::move(Polyline), std::move(Points), std::move(Chains)});
   }
+  const auto Count = static_cast<int>(Found.size());
+  Polylines.Reserve(Polylines.Count() + Count);
+  PointsOf.Reserve(PointsOf.Count() + Count);
+  ChainsOf.Reserve(ChainsOf.Count() + Count);
+  // Nothing raises from here on.
+  for (TOutlineEntry& Entry : Found) {
+    PointsOf.AddOrSetValue(Entry.Polyline.get(), std::move(Entry.Points));
+    ChainsOf.AddOrSetValue(Entry.Polyline.get(), std::move(Entry.Chains));
+    Polylines.Add(std::move(Entry.Polyline));
+  }
+  Tracer.SetFlags();
 }
 
 }  // namespace
