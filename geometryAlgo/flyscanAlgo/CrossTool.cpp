@@ -3,6 +3,7 @@
 #include "geometryAlgo/VedaType/Polyline.h"
 #include "geometryAlgo/VedaType/Rect.h"
 #include "geometryAlgo/flyscanAlgo/FlyscanTool.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -19,6 +20,8 @@ void CollectCrossings(const TGeCurve2D& TransLine, const TGeCurve2D& Other,
   TransLine.IntersectCurve(Other, Meetings, {kLinearTolerance, kLinearTolerance});
   TCollection<TPointL2D> Keys;
   for (const TPoint2D& P : Points) Keys.Add(CellOf(P));
+  TAppendGuard PointGuard(Points);
+  TAppendGuard LineGuard(Lines);
   for (const TIntersect2D& Meeting : Meetings) {
     if (Meeting.IsOverlap) {
       Lines.emplace_back(Meeting.OnFirst.Point, Meeting.EndOnFirst.Point);
@@ -26,6 +29,8 @@ void CollectCrossings(const TGeCurve2D& TransLine, const TGeCurve2D& Other,
       TCrossTool::AddPoint(Keys, Points, Meeting.Point());
     }
   }
+  PointGuard.Keep();
+  LineGuard.Keep();
 }
 
 /// `Samples` is `TransLine` as a polyline, for holes without an exact test.
@@ -45,7 +50,12 @@ void CrossWithHole(const TGeCompositeCurve2D& TransLine, const TVPolyline2D& Sam
 
 void TCrossTool::AddPoint(TCollection<TPointL2D>& Keys, std::vector<TPoint2D>& Points,
                           const TPoint2D& P) {
-  if (Keys.Add(CellOf(P))) Points.push_back(P);
+  const TPointL2D Cell = CellOf(P);
+  if (Keys.Contains(Cell)) return;
+  TAppendGuard Guard(Points);
+  Points.push_back(P);
+  Keys.Add(Cell);
+  Guard.Keep();
 }
 
 void TCrossTool::Cross(const TGeCompositeCurve2D& TransLine, const TGeCircularArc2D& Arc,

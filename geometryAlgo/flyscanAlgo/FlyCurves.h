@@ -28,6 +28,8 @@ class TFlyCurves : public TObjectList<TFlyCurve> {
 
   /// Runs the pass backwards: reverses the order of the pieces and each host curve in place. Each
   /// piece keeps the point at which its cutting starts.
+  /// Errors: when memory runs out all is as before, unless to turn a composite back there is none
+  /// either.
   void ReverseDir();
 };
 

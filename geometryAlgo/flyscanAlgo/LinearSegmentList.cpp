@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "geometryAlgo/flyscanAlgo/FlyscanTool.h"
 #include "geometryAlgo/flyscanAlgo/Tunables.h"
@@ -73,12 +74,18 @@ TGeInterval StretchAlong(const TLine2D& Line, const TPoint2D& AngVec) {
 }  // namespace
 
 void TLinearSegmentList::SortByDM() {
+  const auto RunsUp = [this](const TLine2D& Line) {
+    return Line.EndPoint.DotMul(AngVec) > Line.StartPoint.DotMul(AngVec);
+  };
+  // By the ends as they will be: sorting takes memory, turning does not.
+  SortByKey(
+      [&](const TLinearSegment& S) {
+        return (RunsUp(S.Line) ? S.Line.StartPoint : S.Line.EndPoint).DotMul(AngVec);
+      },
+      [](double A, double B) { return CompareExact(A, B); });
   for (TLinearSegment* const Segment : *this) {
-    TLine2D& Line = Segment->Line;
-    if (Line.EndPoint.DotMul(AngVec) > Line.StartPoint.DotMul(AngVec)) Line = Line.ReverseParam();
+    if (RunsUp(Segment->Line)) Segment->Line = Segment->Line.ReverseParam();
   }
-  SortByKey([this](const TLinearSegment& S) { return S.Line.EndPoint.DotMul(AngVec); },
-            [](double A, double B) { return CompareExact(A, B); });
 }
 
 int TLinearSegmentList::CompareSegmentDM(const TLinearSegment& Left,
@@ -96,17 +103,27 @@ bool TLinearSegmentList::CheckOverlap(const TLine2D& ALine) const {
 }
 
 void TLinearSegmentList::BuildResult(TFlyCurves& Result) {
-  Result.Clear();
-  if (IsEmpty()) return;
+  if (IsEmpty()) {
+    Result.Clear();
+    return;
+  }
   AngVec = DcsX.RotateBy(Angle);
   if (Count() > 1) SortByDM();
-  Result.Reserve(2 * Count() - 1);
-  TPassBuilder Builder(Result, AngVec, First()->ChannelPort());
+  TOwningFlyCurves Pass;
+  Pass.Reserve(2 * Count() - 1);
+  TPassBuilder Builder(Pass, AngVec, First()->ChannelPort());
   Builder.Cut(First()->Line);
   for (int I = 1; I < Count(); ++I) {
     Builder.Connect((*this)[I - 1]->Line, (*this)[I]->Line);
     Builder.Cut((*this)[I]->Line);
   }
+  std::vector<std::unique_ptr<TFlyCurve>> Pieces;
+  Pieces.reserve(static_cast<std::size_t>(Pass.Count()));
+  Result.Reserve(Pass.Count());
+  // Nothing raises from here on.
+  Result.Clear();
+  while (!Pass.IsEmpty()) Pieces.push_back(Pass.Extract(Pass.Count() - 1));
+  for (auto Piece = Pieces.rbegin(); Piece != Pieces.rend(); ++Piece) Result.Add(std::move(*Piece));
 }
 
 }  // namespace tarnalgo

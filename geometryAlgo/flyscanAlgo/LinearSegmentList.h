@@ -50,6 +50,7 @@ class TLinearSegmentList : public TObjectList<TLinearSegment> {
   /// the first edge. Sets `AngVec`; more than one edge is sorted by `SortByDM`. A single edge is
   /// neither turned nor sorted: it is cut from its end to its start, as it is stored.
   /// Tolerance: 1e-6 on the length of a gap.
+  /// Errors: when memory runs out, `Result` is as it was; the run may be sorted already.
   /// Ownership: the host curves in `Result` belong to the caller, who frees them before clearing
   /// the list or passes a `TOwningFlyCurves`, which does.
   void BuildResult(TFlyCurves& Result);

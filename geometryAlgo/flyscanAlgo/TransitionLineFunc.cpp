@@ -57,14 +57,17 @@ std::unique_ptr<TGeCompositeCurve2D> TTransitionLineFunc::CalcTransitionLine(
   if (!(FMinRadius > 0.0)) {
     return InternalCalcTransitionLine(AStartPt, AStartVec, AEndPt, AEndVec, ARadius);
   }
-  while (ARadius > FMinRadius) {
-    auto Line = InternalCalcTransitionLine(AStartPt, AStartVec, AEndPt, AEndVec, ARadius);
-    const double Smaller = ARadius * kRadiusShrink;
+  std::unique_ptr<TGeCompositeCurve2D> Line;
+  double Radius = ARadius;
+  while (Radius > FMinRadius) {
+    Line = InternalCalcTransitionLine(AStartPt, AStartVec, AEndPt, AEndVec, Radius);
+    const double Smaller = Radius * kRadiusShrink;
     // Infinity and the least denormals do not shrink.
-    if (Line || !(Smaller < ARadius)) return Line;
-    ARadius = Smaller;
+    if (Line || !(Smaller < Radius)) break;
+    Radius = Smaller;
   }
-  return nullptr;
+  ARadius = Radius;
+  return Line;
 }
 
 TObjectList<TGeCompositeCurve2D> TTransitionLineFunc::CalcAllTransitionLines(
