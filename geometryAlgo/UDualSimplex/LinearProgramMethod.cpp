@@ -32,8 +32,10 @@ bool TLinearProgramMethod::Solve(const TFloatMatrix& A, const TFloatVector& B,
   TFloatVector Costs(1);
   Costs.Expand(C);
   TFloatVector PackedX;
-  const bool Solved = Solve(Packed, Senses, Costs, Maximise, Integer, PackedX, Objective);
+  double Found = 0.0;
+  const bool Solved = Solve(Packed, Senses, Costs, Maximise, Integer, PackedX, Found);
   X = PackedX.ExceptItem(0);
+  Objective = Found;
   return Solved;
 }
 

@@ -61,11 +61,11 @@ void TSimplexAndDualMethod::BuiltSimpleTab(const TFloatMatrix& A, const TInteger
     std::transform(A.Row(I), A.Row(I) + A.GetColCnt(), Table.Row(I + 1),
                    [Turn](double Item) { return Turn * Item; });
   }
+  for (int I = 1; I < Table.RowCnt(); ++I) Table.AddBasicColumn(I);
+  FStart = TSimplexTableau(Table);
   FTable = std::move(Table);
   FTurned = Maximise;
   FW.clear();
-  for (int I = 1; I < FTable.RowCnt(); ++I) AddRelaxColumn(I);
-  FStart = FTable;
 }
 
 void TSimplexAndDualMethod::AddRelaxColumn(int Row) {
@@ -84,10 +84,13 @@ bool TSimplexAndDualMethod::ChangeSMA() {
   double* const Costs = FTable.Row(0);
   const auto IsNegative = [](double Cost) { return Cost < 0.0; };
   if (std::none_of(Costs + 1, Costs + FTable.PlaceCnt(), IsNegative)) return false;
+  std::vector<double> Feasible = CostsByColumn();
   SetWValue();
+  Feasible[0] = 0.0;
+  for (double& Cost : Feasible) Cost = IsNegative(Cost) ? 0.0 : Cost;
   std::replace_if(Costs + 1, Costs + FTable.PlaceCnt(), IsNegative, 0.0);
   Costs[0] = 0.0;
-  FStart.SetCosts(CostsByColumn());
+  FStart.SetCosts(Feasible);
   return true;
 }
 

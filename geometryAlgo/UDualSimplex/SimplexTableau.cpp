@@ -86,8 +86,8 @@ double TSimplexTableau::Item(int RowIndex, int Column) const {
 }
 
 void TSimplexTableau::AddBasicColumn(int Row) {
-  FBasics[static_cast<std::size_t>(Row)] = ColCnt();
   FPlaces.push_back(-1);
+  FBasics[static_cast<std::size_t>(Row)] = ColCnt() - 1;
 }
 
 void TSimplexTableau::Pivot(int Index, int Column) {

@@ -180,6 +180,17 @@ double* Grown(std::vector<double>& Buffer, int Count) {
 
 }  // namespace
 
+TBlockProduct::TRoom TBlockProduct::RoomFor(int Rows, int Columns, int Depth) {
+  const int MostDepth = std::min(Depth, kDepth);
+  const int MostRows = SlicesOf(std::min(Rows, kBlockRows), kTileRows) * kTileRows;
+  const int MostColumns = SlicesOf(std::min(Columns, kBlockColumns), kTileColumns) * kTileColumns;
+  return {Grown(FPackedA, MostRows * MostDepth), Grown(FPackedB, MostColumns * MostDepth)};
+}
+
+void TBlockProduct::Prepare(int Rows, int Columns, int Depth) {
+  if (static_cast<double>(Rows) * Columns * Depth >= kLeastPacked) RoomFor(Rows, Columns, Depth);
+}
+
 void TBlockProduct::Run(bool IsNegative, int Rows, int Columns, int Depth, TBlockView A,
                         TBlockView B, double* C, std::ptrdiff_t CStep) {
   if (static_cast<double>(Rows) * Columns * Depth < kLeastPacked) {
@@ -187,11 +198,7 @@ void TBlockProduct::Run(bool IsNegative, int Rows, int Columns, int Depth, TBloc
     return;
   }
   const auto Multiply = IsNegative ? tarnalgo::Multiply<true> : tarnalgo::Multiply<false>;
-  const int MostDepth = std::min(Depth, kDepth);
-  double* const PackedA =
-      Grown(FPackedA, SlicesOf(std::min(Rows, kBlockRows), kTileRows) * kTileRows * MostDepth);
-  double* const PackedB = Grown(FPackedB, SlicesOf(std::min(Columns, kBlockColumns), kTileColumns) *
-                                              kTileColumns * MostDepth);
+  const auto [PackedA, PackedB] = RoomFor(Rows, Columns, Depth);
   for (int J = 0; J < Columns; J += kBlockColumns) {
     const int Width = std::min(kBlockColumns, Columns - J);
     for (int K = 0; K < Depth; K += kDepth) {  // ascending: the order of the sums

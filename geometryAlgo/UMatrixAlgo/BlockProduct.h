@@ -21,6 +21,8 @@ struct TBlockView {
 /// Cost: 2·Rows·Columns·Depth operations. Keeps its working memory for the next call.
 class TBlockProduct {
  public:
+  /// Takes the working memory for products up to that size, which then raise nothing.
+  void Prepare(int Rows, int Columns, int Depth);
   /// C := C + A·B, C being `Rows` x `Columns` with rows `CStep` apart, A `Depth` wide. C overlaps
   /// neither A nor B.
   void Add(int Rows, int Columns, int Depth, TBlockView A, TBlockView B, double* C,
@@ -34,6 +36,11 @@ class TBlockProduct {
   }
 
  private:
+  struct TRoom {
+    double* A;
+    double* B;
+  };
+  TRoom RoomFor(int Rows, int Columns, int Depth);
   void Run(bool IsNegative, int Rows, int Columns, int Depth, TBlockView A, TBlockView B, double* C,
            std::ptrdiff_t CStep);
 

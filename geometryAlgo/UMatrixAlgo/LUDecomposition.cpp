@@ -22,7 +22,9 @@ class TFactorer {
       : FSize(A.GetRowCnt()),
         FAll{A.Row(0), A.RowStride(), FSize, FSize},
         FPivots(static_cast<std::size_t>(FSize)),
-        FPanel(static_cast<std::size_t>(FSize) * kPanelColumns) {}
+        FPanel(static_cast<std::size_t>(FSize) * kPanelColumns) {
+    FProduct.Prepare(FSize, FSize, FSize);  // nothing raises once the matrix changes
+  }
 
   std::vector<int> Run() {
     if (FSize > 0) FactorColumns(0, FSize);
@@ -120,10 +122,12 @@ void TMatrixDCMPTool::LUCMPExt(const TFloatMatrix& A, TFloatMatrix& L, TFloatMat
   TFloatMatrix LU = A.Clone();
   std::vector<int> Pivots;
   PLU(LU, Pivots);
-  L = LU.LowerTriangleMat();
-  for (int I = 0; I < L.GetRowCnt(); ++I) L.Row(I)[I] = 1.0;
-  U = LU.UpperTriangleMat();
+  TFloatMatrix Lower = LU.LowerTriangleMat();
+  for (int I = 0; I < Lower.GetRowCnt(); ++I) Lower.Row(I)[I] = 1.0;
+  TFloatMatrix Upper = LU.UpperTriangleMat();
   Permutation = PermutationOf(Pivots);
+  L = std::move(Lower);
+  U = std::move(Upper);
 }
 
 double TFloatMatrix::Determinant() const {

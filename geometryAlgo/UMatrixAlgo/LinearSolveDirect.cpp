@@ -44,15 +44,14 @@ void Eliminate(TFloatMatrix& A, TFloatVector& B, int K) {
   }
 }
 
-/// Solves U·x = b for the triangle U.
-TFloatVector SubstituteBack(const TFloatMatrix& U, const TFloatVector& B) {
-  TFloatVector X = B.Clone();
+/// Solves U·x = b for the triangle U; `X` is as long as `B`.
+void SubstituteBack(const TFloatMatrix& U, const TFloatVector& B, TFloatVector& X) {
+  std::copy_n(B.Data(), B.GetSize(), X.Data());
   for (int I = X.GetSize() - 1; I >= 0; --I) {
     const auto Width = static_cast<std::size_t>(X.GetSize() - 1 - I);
     X.Data()[I] -= RowDot(U.Row(I) + I + 1, X.Data() + I + 1, Width);
     X.Data()[I] /= U.Row(I)[I];
   }
-  return X;
 }
 
 bool HasAllPivots(const TFloatMatrix& U) {
@@ -101,8 +100,9 @@ bool SolveBySymmetricForm(TFloatVector& X, const TFloatMatrix& A, const TFloatVe
     X = TFloatVector(B.GetSize());
     return false;
   }
-  X = B.Clone();
-  SolveSymmetric(Factored, Form, X);
+  TFloatVector Found = B.Clone();
+  SolveSymmetric(Factored, Form, Found);
+  X = Found;
   return true;
 }
 
@@ -122,10 +122,11 @@ bool HoldsNormalSystem(const TFloatMatrix& A, const TFloatVector& X, const TFloa
 bool TLinearSolveTool::Gaussian(TFloatVector& X, TFloatMatrix A, TFloatVector B) {
   AssertThat(A.GetRowCnt() == A.GetColCnt(), kMatrixUnit);
   AssertThat(B.GetSize() == A.GetRowCnt(), kMatrixUnit);
-  X = TFloatVector(B.GetSize());
-  if (!EliminateByBlocks(A, B) && !EliminateByRows(A, B)) return false;
-  X = SubstituteBack(A, B);
-  return true;
+  TFloatVector Found(B.GetSize());  // zeros; nothing raises once the system changes
+  const bool IsSolved = EliminateByBlocks(A, B) || EliminateByRows(A, B);
+  if (IsSolved) SubstituteBack(A, B, Found);
+  X = Found;
+  return IsSolved;
 }
 
 bool TLinearSolveTool::LDLT(TFloatVector& X, TFloatMatrix A, TFloatVector B) {
@@ -152,8 +153,9 @@ bool TLinearSolveTool::SolveLeastSquares(TFloatMatrix A, TFloatVector B, TFloatV
       Solved = LDLT(Found, Normal.Clone(), Right.Clone());
     }
   }
-  X = Solved ? Found : TFloatVector(A.GetRowCnt());
-  Residuals = Solved ? A.Transpose() * X - B : TFloatVector(A.GetColCnt());
+  if (!Solved) Found = TFloatVector(A.GetRowCnt());
+  Residuals = Solved ? A.Transpose() * Found - B : TFloatVector(A.GetColCnt());
+  X = Found;
   return Solved;
 }
 

@@ -67,13 +67,14 @@ bool TLinearSolveTool::ConjugateGradient(TFloatVector& X, TFloatMatrix A, TFloat
   AssertThat(B.GetSize() == A.GetRowCnt(), kMatrixUnit);
   const int Count = B.GetSize();
   const auto Size = static_cast<std::size_t>(Count);
-  X = TFloatVector(Count);
+  TFloatVector Start(Count);
   TFloatVector R(Count);
   TFloatVector Z(Count);
   TFloatVector Q(Count);
-  FormResidual(R, A, B, X);
+  FormResidual(R, A, B, Start);
   Precondition(Z, R);
   TFloatVector P = Z.Clone();
+  X = Start;  // all memory is taken
   double Rho = R * Z;
   for (int Round = 0; Round < kGradientRounds; ++Round) {
     if (Rho <= kGradientEnd) return true;

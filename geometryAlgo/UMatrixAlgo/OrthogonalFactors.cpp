@@ -64,8 +64,8 @@ void TMatrixDCMPTool::QRDCMP(const TFloatMatrix& InitA, TFloatMatrix& Q, TFloatM
   for (auto It = Reflections.rbegin(); It != Reflections.rend(); ++It) {
     It->Apply(Orthogonal, It->First);
   }
-  Q = std::move(Orthogonal);
   R = Upper.UpperTriangleMat();
+  Q = std::move(Orthogonal);
 }
 
 TFloatMatrix TMatrixDCMPTool::GetOrthoByGramSchmidt(const TFloatMatrix& Matrix) {

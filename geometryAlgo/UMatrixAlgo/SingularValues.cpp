@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "geometryAlgo/UMatrixAlgo/MatrixDCMPTool.h"
@@ -120,8 +121,9 @@ void TMatrixDCMPTool::SVDCMP(const TFloatMatrix& A, TFloatMatrix& U, TFloatMatri
   for (int K = 0; K < std::min(A.GetRowCnt(), A.GetColCnt()); ++K) {
     Found.SetItem(K, Iteration.Find(K));
   }
-  U = Iteration.U();
+  TFloatMatrix Left = Iteration.U();
   V = Iteration.V();
+  U = std::move(Left);
   W = Found;
 }
 
