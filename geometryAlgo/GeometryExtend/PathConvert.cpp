@@ -1,6 +1,7 @@
 #include <memory>
 #include <polyclipping/clipper.hpp>
 #include <utility>
+#include <vector>
 
 #include "geometryAlgo/GeometryExtend/PathUtils.h"
 
@@ -60,9 +61,12 @@ void TPathUtils::AssignToPolyline(const TPath& Path, TVPolyline2D& Polyline, dou
 }
 
 void TPathUtils::AssignToPolylines(const TPaths& Paths, TVPolyline2DList& List, double Scale) {
-  List.Clear();
+  std::vector<std::unique_ptr<TVPolyline2D>> Polylines;
+  Polylines.reserve(Paths.size());
+  for (const TPath& Path : Paths) Polylines.push_back(std::make_unique<TVPolyline2D>(Path, Scale));
   List.Reserve(static_cast<int>(Paths.size()));
-  for (const TPath& Path : Paths) List.Add(std::make_unique<TVPolyline2D>(Path, Scale));
+  List.Clear();
+  for (auto& Polyline : Polylines) List.Add(std::move(Polyline));
 }
 
 }  // namespace tarnalgo

@@ -4,6 +4,7 @@
 #include "geometryAlgo/GeometryExtend/PathUtils.h"
 #include "geometryAlgo/GeometryExtend/RoundedPoint.h"
 #include "host/Exceptions.h"
+#include "host/tarnds/ListUtils.h"
 
 namespace tarnalgo {
 
@@ -54,6 +55,10 @@ void TPathUtils::ConnectHeadTail(TPath& Path) {
 }
 
 void TPathUtils::ConnectHeadTail(TPaths& Paths) {
+  // Room for all before the first one is closed.
+  for (TPath& Path : Paths) {
+    if (!Path.empty() && Path.back() != Path.front()) Path.reserve(Path.size() + 1);
+  }
   for (TPath& Path : Paths) ConnectHeadTail(Path);
 }
 
@@ -163,7 +168,9 @@ void TPathUtils::PathsAdd(TPaths& Paths, const TPath& Path) {
 
 void TPathUtils::PathsAddRange(TPaths& Paths, const TPaths& Other) {
   const std::size_t Count = Other.size();  // grows with `Paths` when it is the same array
+  TAppendGuard Guard(Paths);
   for (std::size_t I = 0; I < Count; ++I) Paths.push_back(Other[I]);
+  Guard.Keep();
 }
 
 }  // namespace tarnalgo

@@ -80,7 +80,6 @@ void TPolyDecimator::UseTolerance() {
 std::vector<TPoint2D> TPolyDecimator::Decimate(int First, int Last, const std::vector<int>& Fixed,
                                                double ATolerance, bool Restrict) {
   const std::span<const TPoint2D> Range = ListRange(*FPoints, First, Last);
-  FBaseIndex = First;
   const auto Marks = std::make_unique<bool[]>(Range.size());
   const std::span<bool> Keep(Marks.get(), Range.size());
   std::vector<int> Ends{0, Last - First};
@@ -95,6 +94,7 @@ std::vector<TPoint2D> TPolyDecimator::Decimate(int First, int Last, const std::v
   for (std::size_t I = 0; I < Range.size(); ++I) {
     if (Keep[I]) Result.push_back(Range[I]);
   }
+  FBaseIndex = First;
   return Result;
 }
 

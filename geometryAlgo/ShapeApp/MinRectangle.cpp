@@ -461,8 +461,10 @@ double TPolygonBasicAlgo::ConvexMABB(const TVPolyline2D& ConvexPoly, TVPoint2DLi
     const TRing Ring = RingOf(ConvexPoly);
     if (Ring.Count() > 0) Box = TBoxSearch(Ring, ConvexPoly.Points(), Size).Run();
   }
-  MABB.Clear();
-  if (!Box.Exists()) return 0.0;
+  if (!Box.Exists()) {
+    MABB.Clear();
+    return 0.0;
+  }
   MABB.Assign(std::vector<TPoint2D>{Box.Corner(Box.MinU, 0.0), Box.Corner(Box.MaxU, 0.0),
                                     Box.Corner(Box.MaxU, Box.MaxV),
                                     Box.Corner(Box.MinU, Box.MaxV)});

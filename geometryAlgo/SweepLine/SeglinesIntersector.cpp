@@ -104,6 +104,18 @@ std::vector<TSeglineIntersectInfo> TSeglinesIntersector::GetIntersectInfosBySwee
 }
 
 std::vector<TSeglineIntersectInfo> TSeglinesIntersector::GetResult() {
+  try {
+    Sweep();
+  } catch (...) {
+    FNextEnd = FEnds.size();  // what is left is no sweep to go on with
+    FResult.clear();
+    FUnplaced.clear();
+    throw;
+  }
+  return std::exchange(FResult, {});
+}
+
+void TSeglinesIntersector::Sweep() {
   FResult.reserve(FLines.size());
   FRecords.reserve(FLines.size());
   // A segment is no sooner started than ended, nor has a crossing before both: when the ends have
@@ -122,7 +134,6 @@ std::vector<TSeglineIntersectInfo> TSeglinesIntersector::GetResult() {
   }
   FResult.insert(FResult.end(), FUnplaced.begin(), FUnplaced.end());
   FUnplaced.clear();
-  return std::exchange(FResult, {});
 }
 
 /// The kind of the least event, as `TEvent::Compare` orders them: at one point starts come first

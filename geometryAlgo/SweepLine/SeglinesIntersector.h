@@ -69,7 +69,8 @@ class TSeglinesIntersector {
   TSeglinesIntersector& operator=(const TSeglinesIntersector&) = delete;
   virtual ~TSeglinesIntersector() = default;
 
-  /// Runs the sweep. It runs once: a second call finds nothing left and answers an empty list.
+  /// Runs the sweep. It runs once: a second call finds nothing left and answers an empty list, also
+  /// when the first one has raised.
   std::vector<TSeglineIntersectInfo> GetResult();
 
   /// The meetings among `Lines`: an intersector made, run and forgotten.
@@ -115,6 +116,7 @@ class TSeglinesIntersector {
 
   // --- The steps of the sweep (SeglinesIntersector.cpp) ---
 
+  void Sweep();
   void TakeLines(const std::vector<TVLine2D>& Lines, double Tolerance);
   void SortEnds();
   std::uint8_t NextKind() const;
