@@ -108,6 +108,25 @@ void CheckTwo(const TPoints& A, const TPoints& B) {
   Require(DoMeet ? Distance == 0.0 : std::abs(Distance - Least) <= 1e-9, "the least distance");
 }
 
+/// Simple by whole numbers is simple; a ring that winds twice about a point is not, nor is one that
+/// winds the other way about some, unless both make up for one another.
+void CheckSimplicity(const TPoints& Ring) {
+  const bool IsSaidSimple = TPolygonBasicAlgo::IsSimple(TVPolyline2D(Ring));
+  const double Area = fuzz::DoubleArea(Ring);
+  if (Area == 0.0) return Require(!IsSaidSimple, "without an area it is not simple");
+  if (test::IsSimple(Ring)) return Require(IsSaidSimple, "either sense is simple");
+  bool WindsTwice = false;
+  bool WindsBack = false;
+  for (int K = 0; K < kSide * kSide; ++K) {
+    const TPoint2D P(K % kSide + 0.37, K / kSide + 0.41);
+    const int Turns = Area > 0.0 ? Winding(Ring, P) : -Winding(Ring, P);
+    if (test::FarthestFrom(Ring, {P}) < 1e-3) continue;
+    WindsTwice = WindsTwice || Turns > 1;
+    WindsBack = WindsBack || Turns < 0;
+  }
+  Require(WindsTwice == WindsBack || !IsSaidSimple, "a ring that crosses itself is not simple");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size) {
@@ -124,8 +143,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size
   Any.push_back(Any.front());
   CheckSamples(TPolygonBasicAlgo::PolygonSimplify(TVPolyline2D(Any), 1e6), {Any},
                [&](const TPoint2D& P) { return Winding(Any, P) != 0; });
-  if (test::IsSimple(Any) && fuzz::DoubleArea(Any) != 0.0) {
-    Require(TPolygonBasicAlgo::IsSimple(TVPolyline2D(Any)), "either sense is simple");
-  }
+  CheckSimplicity(Any);
   return 0;
 }
