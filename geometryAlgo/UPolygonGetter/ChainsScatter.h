@@ -27,8 +27,9 @@ struct TScatterStats {
 /// First loose ends are snapped. An end is loose when no other end, and no point of another curve,
 /// lies within 1e-6. It goes to another loose end, to a joint of ends or to the nearest point of a
 /// curve, whichever is nearest within the gap (to a factor of two); of two loose ends the later one
-/// moves. A curve is not closed, and an end not set on its own curve, unless the way between is
-/// longer than two gaps. Then the curves are cut at all touches, crossings and overlaps
+/// moves. Where the end of a curve moves, what ends on its edge there, or was set on it, follows.
+/// A curve is not closed, and an end not set on its own curve, unless the way between is longer
+/// than two gaps. Then the curves are cut at all touches, crossings and overlaps
 /// (`TSeglinesIntersector`). Ends of chains within `kNodeReach` of each other become one node;
 /// where that moved an end, the chains are tested and cut again until they meet at nodes only. Each
 /// chain knows by `Source` the stretch of its curve. What is drawn more than once is there once,

@@ -60,6 +60,7 @@ int TEndSnapper::Run() {
   FindFeet();
   constexpr int kLevels = 6;  // each reaches twice as far as the one before: the nearest come first
   for (int Level = kLevels - 1; Level >= 0; --Level) MatchWithin(std::ldexp(FGap, -Level));
+  FollowCurves();
   return FMoved;
 }
 
@@ -69,45 +70,41 @@ TPoint2D& TEndSnapper::PointOf(const TEnd& End) {
 }
 
 void TEndSnapper::FindLooseEnds() {
-  struct TJoint {
-    int Count = 0;
-    TEnd First;
-  };
-  std::vector<TJoint> Joints;
   TPlaceIndex Places(kLinearTolerance);
-  const auto Add = [&](const TEnd& End) {
-    const TPoint2D& P = PointOf(End);
-    int Joint = -1;
+  const auto Add = [&](TEnd End) {
+    const TPoint2D P = PointOf(End);
+    const int I = static_cast<int>(FEnds.size());
     Places.VisitNear(P, [&](int Id, const TPoint2D&) {
-      Joint = Id;
+      End.First = Id;
       return true;
     });
-    if (Joint < 0) {
-      Joint = static_cast<int>(Joints.size());
-      Joints.push_back({0, End});
-      Places.Add(P, Joint);
+    if (End.First < 0) {
+      End.First = I;
+      Places.Add(P, I);
+    } else {
+      End.IsDone = FEnds[Index(End.First)].IsDone = true;
     }
-    ++Joints[Index(Joint)].Count;
+    FEnds.push_back(End);
   };
   for (int I = 0; I < static_cast<int>(FCurves.size()); ++I) {
     const TScatterCurve& Curve = FCurves[Index(I)];
     if (Curve.Points.empty() || Curve.IsClosed()) continue;
-    Add({I, false, false, {}});
-    Add({I, true, false, {}});
+    Add({.Curve = I, .IsTail = false});
+    Add({.Curve = I, .IsTail = true});
   }
-  for (const TJoint& Joint : Joints) {
-    if (Joint.Count == 1) {
-      FEnds.push_back(Joint.First);
-    } else {
-      FJoints.push_back(PointOf(Joint.First));
-    }
+  for (int I = 0; I < static_cast<int>(FEnds.size()); ++I) {
+    if (FEnds[Index(I)].IsDone && FEnds[Index(I)].First == I) FJoints.push_back(I);
   }
 }
 
+/// Of ends in one place the first one is tried, and its foot is that of all.
 void TEndSnapper::FindFeet() {
-  TRTree<int> Ends(8);
+  TRTree<int> Loose(8);
+  TRTree<int> Joints(8);
   for (int I = 0; I < static_cast<int>(FEnds.size()); ++I) {
-    Ends.Insert(I, TVRect2D(PointOf(FEnds[Index(I)]), PointOf(FEnds[Index(I)])));
+    const TEnd& End = FEnds[Index(I)];
+    if (End.First != I) continue;
+    (End.IsDone ? Joints : Loose).Insert(I, TVRect2D(PointOf(End), PointOf(End)));
   }
   std::vector<int> Near;
   for (int C = 0; C < static_cast<int>(FCurves.size()); ++C) {
@@ -118,12 +115,18 @@ void TEndSnapper::FindFeet() {
       FLengths.back()[Index(I) + 1] = FLengths.back()[Index(I)] + Edge.Length();
     }
     for (int I = 0; I + 1 < static_cast<int>(Points.size()); ++I) {
+      const TVRect2D Box = TVLine2D(Points[Index(I)], Points[Index(I) + 1]).BoundBox();
       Near.clear();
-      Ends.Search(TVLine2D(Points[Index(I)], Points[Index(I) + 1]).BoundBox(), Near, FGap);
+      Loose.Search(Box, Near, FGap);
+      Joints.Search(Box, Near, kLinearTolerance);
       for (const int End : Near) TryFoot(FEnds[Index(End)], C, I);
     }
   }
-  for (TEnd& End : FEnds) End.IsDone = End.Foot.Distance <= kLinearTolerance;
+  for (TEnd& End : FEnds) {
+    End.Foot = FEnds[Index(End.First)].Foot;
+    End.IsSet = End.Foot.Distance <= kLinearTolerance;
+    End.IsDone = End.IsDone || End.IsSet;
+  }
 }
 
 void TEndSnapper::TryFoot(TEnd& End, int Curve, int Edge) {
@@ -131,7 +134,8 @@ void TEndSnapper::TryFoot(TEnd& End, int Curve, int Edge) {
   const TVLine2D Line(Points[Index(Edge)], Points[Index(Edge) + 1]);
   double T = 0.0;
   const double Distance = Line.SegmentDistanceTo(PointOf(End), T);
-  if (!(Distance <= FGap) || Distance >= End.Foot.Distance) return;
+  const double Reach = End.IsDone ? kLinearTolerance : FGap;
+  if (!(Distance <= Reach) || Distance >= End.Foot.Distance) return;
   const double Param = Edge + T;
   const bool IsEnd = Param == 0.0 || Param == FCurves[Index(Curve)].EdgeCount();  // exact: the ends
   if (IsEnd && !FCurves[Index(Curve)].IsClosed()) return;  // ends are matched as ends
@@ -151,19 +155,47 @@ bool TEndSnapper::MayJoin(const TEnd& A, const TEnd& B) const {
 /// A short curve does not shrink to its other end.
 bool TEndSnapper::MayGoTo(const TEnd& End, const TPoint2D& Place) {
   if (FLengths[Index(End.Curve)].back() > 2.0 * FGap) return true;
-  return !PointOf({End.Curve, !End.IsTail, false, {}}).Equals(Place);
+  return !PointOf({.Curve = End.Curve, .IsTail = !End.IsTail}).Equals(Place);
 }
 
 void TEndSnapper::MoveTo(TEnd& End, const TPoint2D& Place) {
   PointOf(End) = Place;
   End.IsDone = true;
+  End.WasMoved = true;
   ++FMoved;
 }
 
-void TEndSnapper::Join(TEnd& A, TEnd& B) {
-  A.IsDone = true;
-  MoveTo(B, PointOf(A));
-  FJoints.push_back(PointOf(A));
+void TEndSnapper::Join(int A, int B) {
+  FEnds[Index(A)].IsDone = true;
+  MoveTo(FEnds[Index(B)], PointOf(FEnds[Index(A)]));
+  FJoints.push_back(A);
+}
+
+/// Where the end of a curve has moved, its edge leans: what lies on that edge follows, round by
+/// round, since what follows is an end too. Each round's way is shorter than the last one's by the
+/// ratio of the gap to the length of an edge.
+void TEndSnapper::FollowCurves() {
+  constexpr int kMostRounds = 8;
+  bool HasMoved = true;
+  for (int Round = 0; HasMoved && Round < kMostRounds; ++Round) {
+    HasMoved = false;
+    for (TEnd& End : FEnds) HasMoved |= End.IsSet && Follow(End);
+  }
+  for (const TEnd& End : FEnds) {
+    if (End.IsSet && End.WasMoved) FCurves[Index(End.Foot.Curve)].Cuts.push_back(End.Foot.Cut);
+  }
+}
+
+bool TEndSnapper::Follow(TEnd& End) {
+  const TScatterCurve& Curve = FCurves[Index(End.Foot.Curve)];
+  const int Edge = std::min(static_cast<int>(End.Foot.Cut.Param), Curve.EdgeCount() - 1);
+  const TVLine2D Line(Curve.Points[Index(Edge)], Curve.Points[Index(Edge) + 1]);
+  double T = 0.0;
+  const double Distance = Line.SegmentDistanceTo(PointOf(End), T);
+  if (!(Distance > kLinearTolerance && Distance <= FGap)) return false;
+  End.Foot.Cut = {Edge + T, Line.EvalPoint(T)};
+  PointOf(End) = End.Foot.Cut.Point;
+  return End.WasMoved = true;
 }
 
 /// First whatever shares a cell; then no cell has more than two ends left, and the cells round an
@@ -171,12 +203,12 @@ void TEndSnapper::Join(TEnd& A, TEnd& B) {
 void TEndSnapper::MatchWithin(double Reach) {
   TCells Cells(Reach);
   const auto AddJoint = [&](int I) {
-    int& Joint = Cells.At(FJoints[Index(I)]).Joint;
+    int& Joint = Cells.At(PointOf(FEnds[Index(FJoints[Index(I)])])).Joint;
     if (Joint < 0) Joint = I;
   };
   for (int I = 0; I < static_cast<int>(FJoints.size()); ++I) AddJoint(I);
   const auto JoinBoth = [&](int A, int B) {
-    Join(FEnds[Index(std::min(A, B))], FEnds[Index(std::max(A, B))]);
+    Join(std::min(A, B), std::max(A, B));
     AddJoint(static_cast<int>(FJoints.size()) - 1);
   };
   for (int I = 0; I < static_cast<int>(FEnds.size()); ++I) {
@@ -209,18 +241,21 @@ void TEndSnapper::MatchWithin(double Reach) {
         ToEnd = Distance;
       }
       if (Cell.Joint < 0) return;
-      const double Distance = P.DistanceTo(FJoints[Index(Cell.Joint)]);
-      if (Distance >= ToJoint || !MayGoTo(End, FJoints[Index(Cell.Joint)])) return;
-      Joint = Cell.Joint;
+      const int There = FJoints[Index(Cell.Joint)];
+      const double Distance = P.DistanceTo(PointOf(FEnds[Index(There)]));
+      if (Distance >= ToJoint || !MayGoTo(End, PointOf(FEnds[Index(There)]))) return;
+      Joint = There;
       ToJoint = Distance;
     });
     if (Nearest >= 0 && ToEnd <= ToJoint) {
       JoinBoth(I, Nearest);
     } else if (Joint >= 0) {
-      MoveTo(End, FJoints[Index(Joint)]);
+      MoveTo(End, PointOf(FEnds[Index(Joint)]));
+      End.IsSet = FEnds[Index(Joint)].IsSet;
+      End.Foot = FEnds[Index(Joint)].Foot;
     } else if (End.Foot.Distance <= Reach) {
       MoveTo(End, End.Foot.Cut.Point);
-      FCurves[Index(End.Foot.Curve)].Cuts.push_back(End.Foot.Cut);
+      End.IsSet = true;
     }
   }
 }

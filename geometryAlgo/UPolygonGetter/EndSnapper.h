@@ -36,12 +36,15 @@ class TEndSnapper {
     TCutNode Cut;
     double Distance = kStartOfMinimum;
   };
-  /// A loose end; `Curve` starts or ends with it.
+  /// `Curve` starts or ends with it. Done is an end that is not loose, or no longer.
   struct TEnd {
     int Curve;
     bool IsTail;
+    int First = -1;  // the first end in its place
     bool IsDone = false;
-    TFoot Foot;
+    bool IsSet = false;  // it lies on the curve of its foot and has to stay there
+    bool WasMoved = false;
+    TFoot Foot = {};
   };
   class TCells;
 
@@ -55,15 +58,17 @@ class TEndSnapper {
   void MatchWithin(double Reach);
   bool MayJoin(const TEnd& A, const TEnd& B) const;
   bool MayGoTo(const TEnd& End, const TPoint2D& Place);
-  void Join(TEnd& A, TEnd& B);
+  void Join(int A, int B);
   void MoveTo(TEnd& End, const TPoint2D& Place);
+  void FollowCurves();
+  bool Follow(TEnd& End);
 
   std::vector<TScatterCurve>& FCurves;
   double FGap;
   int FMoved = 0;
   std::vector<std::vector<double>> FLengths;  // along each curve, at its points
   std::vector<TEnd> FEnds;
-  std::vector<TPoint2D> FJoints;  // places where ends meet
+  std::vector<int> FJoints;  // places where ends meet, each by an end that is there
 };
 
 }  // namespace tarnalgo
