@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
+#include <string_view>
 #include <vector>
 
 #include "examples/sheet_planner/Contours.h"
@@ -23,10 +25,14 @@ constexpr double kHeader = 104.0;
 constexpr double kFooter = 96.0;
 constexpr double kLargestDrawing = 1000.0;  // high
 constexpr double kSmallestDrawing = 160.0;
+constexpr double kLegendLeft = 290.0;            // behind the order of the passes
+constexpr double kLegendRight = kWidth - 300.0;  // before the scale
+constexpr double kLegendRow = 32.0;
 
 constexpr const char* kContourColour = "#64748b";
 constexpr const char* kCircleColour = "#7c3aed";
 constexpr const char* kRejectedColour = "#dc2626";
+constexpr const char* kConnectionColour = "#0891b2";
 constexpr const char* kEndColour = "#db2777";
 
 struct TColour {
@@ -73,7 +79,11 @@ double RoundLength(double Largest) {
 class TPicture {
  public:
   TPicture(const TDrawing& Drawing, const TSheet& Sheet, const TPlan& Plan)
-      : FDrawing(Drawing), FSheet(Sheet), FPlan(Plan), FBox(FieldOf(Sheet)) {
+      : FDrawing(Drawing),
+        FSheet(Sheet),
+        FPlan(Plan),
+        FEnds(FindLooseEnds(Sheet)),
+        FBox(FieldOf(Sheet)) {
     FScale = std::min((kWidth - 2 * kPageMargin) / FBox.Width(), kLargestDrawing / FBox.Height());
     FDrawn = std::max(FBox.Height() * FScale, kSmallestDrawing);
     FStroke = std::clamp(TypicalEdge() * FScale / 7.0, 0.7, 3.2);
@@ -243,7 +253,7 @@ class TPicture {
 
   /// From one pass or circle to the next, flown.
   void Connections() {
-    BeginGroup("fill=\"none\" stroke=\"#0891b2\" stroke-width=\"" +
+    BeginGroup(std::string("fill=\"none\" stroke=\"") + kConnectionColour + "\" stroke-width=\"" +
                Short(std::max(FStroke * 0.5, 0.7), 2) + "\"");
     for (const auto& Connection : FPlan.Connections) {
       std::string Path;
@@ -295,31 +305,55 @@ class TPicture {
     EndGroup();
   }
 
-  /// A ring round each loose end, a square round each branch point.
-  void Ends() {
-    const TLooseEnds Ends = FindLooseEnds(FSheet);
-    const double Size = std::clamp(FStroke * 1.6, 2.5, 6.0);
-    BeginGroup(std::string("fill=\"none\" stroke=\"") + kEndColour + "\" stroke-width=\"1.2\"");
-    for (const TPoint2D& P : Ends.Loose) {
-      FText += "<circle cx=\"" + Short(X(P), 2) + "\" cy=\"" + Short(Y(P), 2) + "\" r=\"" +
-               Short(Size, 2) + "\"/>\n";
-    }
-    for (const TPoint2D& P : Ends.Branches) {
-      FText += "<rect x=\"" + Short(X(P) - Size, 2) + "\" y=\"" + Short(Y(P) - Size, 2) +
-               "\" width=\"" + Short(2 * Size, 2) + "\" height=\"" + Short(2 * Size, 2) + "\"/>\n";
-    }
-    EndGroup();
+  void Ring(double AX, double AY, double Size) {
+    FText += "<circle cx=\"" + Short(AX, 2) + "\" cy=\"" + Short(AY, 2) + "\" r=\"" +
+             Short(Size, 2) + "\"/>\n";
+  }
+  void Square(double AX, double AY, double Size) {
+    FText += "<rect x=\"" + Short(AX - Size, 2) + "\" y=\"" + Short(AY - Size, 2) + "\" width=\"" +
+             Short(2 * Size, 2) + "\" height=\"" + Short(2 * Size, 2) + "\"/>\n";
   }
 
-  void LegendLine(double AX, const std::string& Stroke, const std::string& Content) {
-    const double LineY = Height() - kFooter / 2;
-    FText += "<path d=\"M" + Short(AX, 1) + " " + Short(LineY, 1) + "h44\" fill=\"none\" " +
-             Stroke + "/>\n";
-    Text(AX + 54, LineY + 5, 15, Content);
+  /// A ring round each loose end, a square round each branch point.
+  void Ends() {
+    const double Size = std::clamp(FStroke * 1.6, 2.5, 6.0);
+    BeginGroup(EndStroke("1.2"));
+    for (const TPoint2D& P : FEnds.Loose) Ring(X(P), Y(P), Size);
+    for (const TPoint2D& P : FEnds.Branches) Square(X(P), Y(P), Size);
+    EndGroup();
+  }
+  static std::string EndStroke(const std::string& Width) {
+    return std::string("fill=\"none\" stroke=\"") + kEndColour + "\" stroke-width=\"" + Width +
+           "\"";
+  }
+
+  enum class TMark { Line, Ring, Square };
+
+  /// An entry for what there is; they stand from left to right, in two rows if need be.
+  void LegendEntry(TMark Mark, const std::string& Attributes, long long Count, std::string_view One,
+                   std::string_view Many) {
+    constexpr double kMark = 54.0;
+    constexpr double kLetter = 9.0;  // wide, at most, on an average
+    if (Count == 0) return;
+    const std::string Content = Counted(Count, One, Many);
+    const double Width = kMark + kLetter * static_cast<double>(Content.size());
+    if (FLegendX + Width > kLegendRight) {
+      FLegendX = kLegendLeft;
+      FLegendY += kLegendRow;
+    }
+    BeginGroup(Attributes);
+    if (Mark == TMark::Ring) Ring(FLegendX + 36, FLegendY, 6);
+    if (Mark == TMark::Square) Square(FLegendX + 36, FLegendY, 6);
+    if (Mark == TMark::Line) {
+      FText += "<path d=\"M" + Short(FLegendX, 1) + " " + Short(FLegendY, 1) + "h44\"/>\n";
+    }
+    EndGroup();
+    Text(FLegendX + kMark, FLegendY + 5, 15, Content);
+    FLegendX += Width + 24;
   }
 
   void Legend() {
-    const double LineY = Height() - kFooter / 2;
+    const double LineY = FLegendY = Height() - kFooter + kLegendRow;
     FText += "<defs><linearGradient id=\"order\">";
     for (std::size_t I = 0; I < kRamp.size(); ++I) {
       const double Part = static_cast<double>(I) / (kRamp.size() - 1);
@@ -333,22 +367,28 @@ class TPicture {
     Text(kPageMargin + 130, LineY + 5, 15,
          Counted(static_cast<long long>(FPlan.Passes.size()), "pass", "passes"));
     const auto Stroke = [](const std::string& Colour, const std::string& More = {}) {
-      return "stroke=\"" + Colour + "\" stroke-width=\"2.5\" " + More;
+      return "fill=\"none\" stroke=\"" + Colour + "\" stroke-width=\"2.5\"" + More;
     };
-    LegendLine(290, Stroke("#1763b0", "stroke-dasharray=\"5 5\""),
-               Counted(FPlan.Stats.GapsAccepted, "gap flown over", "gaps flown over"));
-    LegendLine(555, Stroke(kRejectedColour),
-               Counted(FPlan.Stats.GapsCrossing, "gap rejected", "gaps rejected"));
-    LegendLine(775, Stroke(kContourColour),
-               Counted(static_cast<long long>(FPlan.Contours.size()), "ordinary contour",
-                       "ordinary contours"));
-    LegendLine(1045, Stroke(kCircleColour), Counted(FPlan.Circles.Count(), "circle", "circles"));
+    const TPlanStats& Stats = FPlan.Stats;
+    const auto Connections = std::count_if(FPlan.Connections.begin(), FPlan.Connections.end(),
+                                           [](const auto& Curve) { return Curve != nullptr; });
+    LegendEntry(TMark::Line, Stroke("#1763b0", " stroke-dasharray=\"5 5\""), Stats.GapsAccepted,
+                "gap flown over", "gaps flown over");
+    LegendEntry(TMark::Line, Stroke(kConnectionColour), Connections, "connection", "connections");
+    LegendEntry(TMark::Line, Stroke(kRejectedColour), Stats.GapsCrossing, "gap rejected",
+                "gaps rejected");
+    LegendEntry(TMark::Line, Stroke(kContourColour), std::ssize(FPlan.Contours), "ordinary contour",
+                "ordinary contours");
+    LegendEntry(TMark::Line, Stroke(kCircleColour), FPlan.Circles.Count(), "circle", "circles");
+    LegendEntry(TMark::Ring, EndStroke("1.6"), std::ssize(FEnds.Loose), "loose end", "loose ends");
+    LegendEntry(TMark::Square, EndStroke("1.6"), std::ssize(FEnds.Branches), "branch point",
+                "branch points");
     ScaleBar();
   }
 
   void ScaleBar() {
     constexpr double kLongest = 230.0;
-    const double LineY = Height() - kFooter / 2;
+    const double LineY = Height() - kFooter + kLegendRow;
     const double Length = RoundLength(kLongest / FScale);
     const double Pixels = Length * FScale;
     const double Left = kWidth - kPageMargin - Pixels;
@@ -362,7 +402,10 @@ class TPicture {
   const TDrawing& FDrawing;
   const TSheet& FSheet;
   const TPlan& FPlan;
+  TLooseEnds FEnds;
   TRect2D FBox;
+  double FLegendX = kLegendLeft;
+  double FLegendY = 0.0;
   double FScale = 1.0;
   double FDrawn = 0.0;  // height of the drawing's field
   double FStroke = 1.0;

@@ -377,6 +377,19 @@ TEST(Output, NamesAreSafeInThePicture) {
                                         "</title>"));
 }
 
+TEST(Output, LegendNamesWhatIsDrawnAndNothingElse) {
+  const TDrawing Drawing = test::DrawingOf(
+      std::vector<TLine2D>{{{0, 0}, {9, 0}}, {{9, 0}, {18, 5}}, {{9, 0}, {18, -5}}});
+  const TSheet Sheet = PrepareSheet(Drawing, {});
+  const std::string Svg = PlanSvg(Drawing, Sheet, PlanSheet(Sheet));
+  for (const char* Entry : {">3 loose ends<", ">1 branch point<"}) {
+    EXPECT_NE(std::string::npos, Svg.find(Entry)) << Entry;
+  }
+  for (const char* Entry : {" circle", " gap", " ordinary contours<"}) {
+    EXPECT_EQ(std::string::npos, Svg.find(Entry, Svg.find("id=\"order\""))) << Entry;
+  }
+}
+
 }  // namespace
 
 }  // namespace sheet_planner
