@@ -165,6 +165,7 @@ class TTracer {
     const TLaidOut& Drawn = LaidOut(Chains.front()->Source().Curve);
     const TPoint2D& Start = Chains.front()->First();
     const TPoint2D& End = Chains.back()->Last();
+    const double From = Chains.front()->Source().From;
     double Span = 0.0;
     for (const TMChainExtend* Chain : Chains) Span += Chain->Source().To - Chain->Source().From;
     ++FStats.Pieces;
@@ -173,12 +174,16 @@ class TTracer {
         return FTraced.AddEdge(Start, End, Drawn.Layer);
       case TKind::Arc: {
         const TArc2D& Arc = FDrawing.Arcs[Drawn.Index].Arc;
-        return AddArc({Arc.Center, Arc.Radius}, Arc.SweepAngle * Span / Drawn.ChordCount, Start,
+        const double Turn = Arc.SweepAngle / Drawn.ChordCount;
+        return AddArc({Arc.Center, Arc.Radius, Arc.StartAngle + Turn * From, Turn * Span}, Start,
                       End, Drawn.Layer);
       }
-      case TKind::Circle:
-        return AddArc(FDrawing.Circles[Drawn.Index].Circle, kFullTurn * Span / Drawn.ChordCount,
-                      Start, End, Drawn.Layer);
+      case TKind::Circle: {
+        const TCircle2D& Circle = FDrawing.Circles[Drawn.Index].Circle;
+        const double Turn = kFullTurn / Drawn.ChordCount;
+        return AddArc({Circle.Center, Circle.Radius, Turn * From, Turn * Span}, Start, End,
+                      Drawn.Layer);
+      }
       case TKind::Curve:
         TVPolyline2D Points;
         for (const TMChainExtend* Chain : Chains) {
@@ -189,20 +194,30 @@ class TTracer {
     }
   }
 
-  /// The arc between its nodes: they may be off the drawn one by the gap, so its sweep is kept and
-  /// the radius follows.
-  void AddArc(const TCircle2D& Circle, double Sweep, const TPoint2D& Start, const TPoint2D& End,
-              int Layer) {
+  /// The arc as drawn, between its nodes: they may be off it by the gap, so its sweep is kept and
+  /// the radius follows. Where the nodes of a large arc lie close together that would swing it aside
+  /// by far more; such an arc goes through its middle.
+  void AddArc(const TArc2D& Drawn, const TPoint2D& Start, const TPoint2D& End, int Layer) {
     // A bulge this small bows less than a nanometre per metre of chord.
     constexpr double kStraightBulge = 1e-9;
-    const double Bulge = std::tan(Sweep / 4.0);
+    const double Bulge = std::tan(Drawn.SweepAngle / 4.0);
     if (Start.Equals(End)) {
-      FTraced.Circles.push_back({Circle, Layer});
-    } else if (std::abs(Bulge) < kStraightBulge) {
-      FTraced.AddEdge(Start, End, Layer);
-    } else {
-      FTraced.Arcs.push_back({TArc2D::CreateBulge(Start, End, Bulge), Layer});
+      FTraced.Circles.push_back({{Drawn.Center, Drawn.Radius}, Layer});
+      return;
     }
+    if (std::abs(Bulge) < kStraightBulge) return FTraced.AddEdge(Start, End, Layer);
+    const TArc2D Whole = TArc2D::CreateBulge(Start, End, Bulge);
+    const double Moved =
+        std::max(Start.DistanceTo(Drawn.StartPoint()), End.DistanceTo(Drawn.EndPoint()));
+    const TPoint2D Middle = Drawn.PointAtParam(0.5);
+    if (Whole.PointAtParam(0.5).Equals(Middle, 2.0 * Moved + kLinearTolerance)) {
+      FTraced.Arcs.push_back({Whole, Layer});
+      return;
+    }
+    const double Half = std::tan(Drawn.SweepAngle / 8.0);
+    FTraced.Arcs.push_back({TArc2D::CreateBulge(Start, Middle, Half), Layer});
+    FTraced.Arcs.push_back({TArc2D::CreateBulge(Middle, End, Half), Layer});
+    ++FStats.Pieces;
   }
 
   const TDrawing& FDrawing;

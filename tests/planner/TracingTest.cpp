@@ -78,6 +78,28 @@ TEST(TraceDrawing, CutsWhatCrosses) {
   EXPECT_EQ(6u, Ends.Branches.size());
 }
 
+// Cut twice in almost one place, a circle leaves an arc whose ends lie close together: swung about
+// them it would miss the circle by a hundred times the error of its ends.
+TEST(TraceDrawing, LargeArcsStayWhereTheyWereDrawn) {
+  std::mt19937 Random(6666);
+  for (int Round = 0; Round < 50; ++Round) {
+    SCOPED_TRACE(Round);
+    const TPoint2D Out = TPoint2D(1, 0).RotateBy(tarnalgo::test::RandomPoint(Random, 0, 6).X);
+    TDrawing Drawing = test::DrawingOf(std::vector<TLine2D>{
+        {Out * 15, Out * 25}, {Out.RotateBy(0.005) * 15, Out.RotateBy(0.005) * 25}});
+    Drawing.Circles.push_back({{{0, 0}, 20.0}, 0});
+    const TTraced Traced(Drawing, 0.0);
+    double Sweep = 0.0;
+    for (const TDrawnArc& Arc : Traced.Drawing.Arcs) {
+      Sweep += std::abs(Arc.Arc.SweepAngle);
+      for (const double T : {0.25, 0.5, 0.75}) {
+        EXPECT_NEAR(20.0, Arc.Arc.PointAtParam(T).Mag(), 5e-3);
+      }
+    }
+    EXPECT_NEAR(kFullTurn, Sweep, 1e-6);
+  }
+}
+
 // What no chain crosses comes back piece by piece.
 TEST(TraceDrawing, LeavesSoundDrawingsAsTheyAre) {
   std::mt19937 Random(6565);
