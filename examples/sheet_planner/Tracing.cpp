@@ -14,8 +14,7 @@ using namespace tarnalgo;
 
 namespace {
 
-/// A figure as it was drawn, laid out as a polyline. Arcs and circles are laid out evenly: the
-/// polyline's parameter tells the angle.
+/// A figure as it was drawn, laid out as a polyline.
 struct TLaidOut {
   enum class TKind { Edge, Arc, Circle, Curve };
 
@@ -23,13 +22,20 @@ struct TLaidOut {
   std::size_t Index;
   int Layer;
   int ChordCount;
+  std::vector<double> Angles;  // of the points of an arc or circle
+
+  double AngleAt(double Param) const {
+    const auto Chord = static_cast<std::size_t>(std::min(Param, ChordCount - 1.0));
+    return std::lerp(Angles[Chord], Angles[Chord + 1], Param - static_cast<double>(Chord));
+  }
 };
 
-int ChordsOf(double Radius, double Sweep, double ChordError) {
+/// Chords of a whole circle: the same for circles of one radius, also where rounding tells the two
+/// radii apart (but at a border between two numbers).
+int ChordsOf(double Radius, double ChordError) {
   const double Share = std::clamp(1.0 - ChordError / Radius, -1.0, 1.0);
-  const double Step = std::min(2.0 * std::acos(Share), kQuarterTurn);
-  if (!(Step > kFullTurn / kMostChords)) return kMostChords;
-  return std::max(2, static_cast<int>(std::ceil(std::abs(Sweep) / Step)));
+  const double Quarter = std::ceil(kQuarterTurn / (2.0 * std::acos(Share)));
+  return Quarter < kMostChords / 4 ? 4 * std::max(1, static_cast<int>(Quarter)) : kMostChords;
 }
 
 class TTracer {
@@ -55,8 +61,10 @@ class TTracer {
   using TKind = TLaidOut::TKind;
   using TChains = std::vector<const TMChainExtend*>;
 
-  void Add(TKind Kind, std::size_t Index, int Layer, std::vector<TPoint2D> Points) {
-    FLaidOut.push_back({Kind, Index, Layer, static_cast<int>(Points.size()) - 1});
+  void Add(TKind Kind, std::size_t Index, int Layer, std::vector<TPoint2D> Points,
+           std::vector<double> Angles = {}) {
+    const int ChordCount = static_cast<int>(Points.size()) - 1;
+    FLaidOut.push_back({Kind, Index, Layer, ChordCount, std::move(Angles)});
     FScatter.AddCurve(TVPolyline2D(std::move(Points)));
   }
 
@@ -66,27 +74,46 @@ class TTracer {
       Add(TKind::Edge, I, Edge.Layer, {Edge.Line.StartPoint, Edge.Line.EndPoint});
     }
     for (std::size_t I = 0; I < FDrawing.Arcs.size(); ++I) {
-      const TArc2D& Arc = FDrawing.Arcs[I].Arc;
-      Add(TKind::Arc, I, FDrawing.Arcs[I].Layer, PointsOf(Arc));
+      AddRound(TKind::Arc, I, FDrawing.Arcs[I].Layer, FDrawing.Arcs[I].Arc);
     }
     for (std::size_t I = 0; I < FDrawing.Circles.size(); ++I) {
       const TCircle2D& Circle = FDrawing.Circles[I].Circle;
-      std::vector<TPoint2D> Points = PointsOf({Circle.Center, Circle.Radius, 0.0, kFullTurn});
-      Points.back() = Points.front();
-      Add(TKind::Circle, I, FDrawing.Circles[I].Layer, std::move(Points));
+      AddRound(TKind::Circle, I, FDrawing.Circles[I].Layer,
+               {Circle.Center, Circle.Radius, 0.0, kFullTurn});
     }
     for (std::size_t I = 0; I < FDrawing.Curves.size(); ++I) {
       Add(TKind::Curve, I, FDrawing.Curves[I].Layer, FDrawing.Curves[I].Points);
     }
   }
 
-  std::vector<TPoint2D> PointsOf(const TArc2D& Arc) const {
-    const int Count = ChordsOf(Arc.Radius, Arc.SweepAngle, FOptions.ChordError);
-    std::vector<TPoint2D> Points{Arc.StartPoint()};
-    for (int I = 1; I < Count; ++I)
-      Points.push_back(Arc.PointAtParam(static_cast<double>(I) / Count));
-    Points.push_back(Arc.EndPoint());
-    return Points;
+  void AddRound(TKind Kind, std::size_t Index, int Layer, const TArc2D& Arc) {
+    std::vector<double> Angles = AnglesOf(Arc);
+    std::vector<TPoint2D> Points;
+    for (const double Angle : Angles) {
+      Points.push_back(TCircle2D(Arc.Center, Arc.Radius).PointAtAngle(Angle));
+    }
+    Points.front() = Arc.StartPoint();
+    Points.back() = Kind == TKind::Circle ? Points.front() : Arc.EndPoint();
+    Add(Kind, Index, Layer, std::move(Points), std::move(Angles));
+  }
+
+  /// The ends, and between them the angles at which every arc of this circle has its points: arcs
+  /// drawn over one another then have the same chords, and do not weave. The first and the last
+  /// chord are half a chord to one and a half: a stub would turn aside where its end is snapped.
+  std::vector<double> AnglesOf(const TArc2D& Arc) const {
+    const int Count = ChordsOf(Arc.Radius, FOptions.ChordError);
+    const double Step = kFullTurn / Count;
+    const auto [Low, High] = std::minmax({Arc.StartAngle, Arc.StartAngle + Arc.SweepAngle});
+    const double Before = std::floor(Low / Step);
+    std::vector<double> Angles{Low};
+    for (int I = 1; I <= Count + 1; ++I) {
+      const double Angle = (Before + I) * Step;
+      if (!(High - Angle > Step / 2)) break;
+      if (Angle - Low > Step / 2) Angles.push_back(Angle);
+    }
+    Angles.push_back(High);
+    if (Arc.SweepAngle < 0.0) std::reverse(Angles.begin(), Angles.end());
+    return Angles;
   }
 
   /// Everything but the geometry.
@@ -165,25 +192,17 @@ class TTracer {
     const TLaidOut& Drawn = LaidOut(Chains.front()->Source().Curve);
     const TPoint2D& Start = Chains.front()->First();
     const TPoint2D& End = Chains.back()->Last();
-    const double From = Chains.front()->Source().From;
-    double Span = 0.0;
-    for (const TMChainExtend* Chain : Chains) Span += Chain->Source().To - Chain->Source().From;
     ++FStats.Pieces;
     switch (Drawn.Kind) {
       case TKind::Edge:
         return FTraced.AddEdge(Start, End, Drawn.Layer);
       case TKind::Arc: {
         const TArc2D& Arc = FDrawing.Arcs[Drawn.Index].Arc;
-        const double Turn = Arc.SweepAngle / Drawn.ChordCount;
-        return AddArc({Arc.Center, Arc.Radius, Arc.StartAngle + Turn * From, Turn * Span}, Start,
-                      End, Drawn.Layer);
+        return AddArc(StretchOf({Arc.Center, Arc.Radius}, Drawn, Chains), Start, End, Drawn.Layer);
       }
-      case TKind::Circle: {
-        const TCircle2D& Circle = FDrawing.Circles[Drawn.Index].Circle;
-        const double Turn = kFullTurn / Drawn.ChordCount;
-        return AddArc({Circle.Center, Circle.Radius, Turn * From, Turn * Span}, Start, End,
+      case TKind::Circle:
+        return AddArc(StretchOf(FDrawing.Circles[Drawn.Index].Circle, Drawn, Chains), Start, End,
                       Drawn.Layer);
-      }
       case TKind::Curve:
         TVPolyline2D Points;
         for (const TMChainExtend* Chain : Chains) {
@@ -192,6 +211,15 @@ class TTracer {
         }
         FTraced.Curves.push_back({Points.Points(), Drawn.Layer});
     }
+  }
+
+  /// What chains that follow each other have of the circle.
+  static TArc2D StretchOf(const TCircle2D& Circle, const TLaidOut& Drawn, const TChains& Chains) {
+    double Sweep = 0.0;
+    for (const TMChainExtend* Chain : Chains) {
+      Sweep += Drawn.AngleAt(Chain->Source().To) - Drawn.AngleAt(Chain->Source().From);
+    }
+    return {Circle.Center, Circle.Radius, Drawn.AngleAt(Chains.front()->Source().From), Sweep};
   }
 
   /// The arc as drawn, between its nodes: they may be off it by the gap, so its sweep is kept and

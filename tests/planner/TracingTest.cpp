@@ -100,6 +100,22 @@ TEST(TraceDrawing, LargeArcsStayWhereTheyWereDrawn) {
   }
 }
 
+// Their chords once crossed each other all along, and a circle came back in hundreds of pieces. At
+// an end of an arc its chord may still leave the circle's by less than the chord error.
+TEST(TraceDrawing, ArcsDrawnOverACircleDoNotWeaveAboutIt) {
+  TDrawing Drawing;
+  Drawing.Circles.push_back({{{3, 4}, 25.0}, Drawing.LayerIndex("0")});
+  for (const double Sweep : {1.3, -2.9, 4.0}) {
+    Drawing.Arcs.push_back({TArc2D({3, 4}, 25.0, 0.2 * Sweep, Sweep), 0});
+  }
+  const TTraced Traced(Drawing);
+  EXPECT_LE(Traced.Stats.Faces, 1 + 6);
+  EXPECT_EQ(0, Traced.Stats.Dangling);
+  EXPECT_LE(Traced.Sheet.Chains.size(), 6u + 6u);
+  ASSERT_EQ(1, Traced.Regions().Count());
+  EXPECT_NEAR(625 * kPi, Traced.Regions()[0]->Area(), 0.1);
+}
+
 // What no chain crosses comes back piece by piece.
 TEST(TraceDrawing, LeavesSoundDrawingsAsTheyAre) {
   std::mt19937 Random(6565);
