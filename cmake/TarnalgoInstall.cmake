@@ -21,6 +21,7 @@ install(FILES
   ${PROJECT_SOURCE_DIR}/cmake/FindClipper6.cmake
   DESTINATION ${TARNALGO_PACKAGE_DIR})
 
+file(RELATIVE_PATH TARNALGO_PREFIX_FROM_PC "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 configure_file(cmake/tarnalgo.pc.in ${CMAKE_CURRENT_BINARY_DIR}/tarnalgo.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/tarnalgo.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
