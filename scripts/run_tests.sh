@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is needed and checks everything: format, GCC and Clang builds without a warning,
-# self-sufficient headers, clang-tidy, the reference documentation, the fuzzers on the inputs that
-# are kept, then the tests in the ordinary build and under sanitizers. The last lines are the test
-# runner's summary.
+# self-sufficient headers, clang-tidy, the reference documentation, the same results from every
+# build, the fuzzers on the inputs that are kept, then the tests in the ordinary build and under
+# sanitizers. The last lines are the test runner's summary.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/machine.sh
@@ -38,6 +38,9 @@ stage "Reference documentation"
 scripts/docs.sh
 
 export UBSAN_OPTIONS=print_stacktrace=1
+stage "The same bytes from both compilers"
+scripts/digest.sh
+
 stage "Fuzzers"
 scripts/fuzz.sh --smoke build/asan
 

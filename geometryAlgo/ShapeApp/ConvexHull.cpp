@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <optional>
 
 #include "geometryAlgo/ShapeApp/HullFilter.h"
@@ -95,6 +96,35 @@ TVPolyline2D HullOfSequence(std::vector<TPoint2D> Points) {
   return Hull;
 }
 
+/// The segments cross in one inner point of both.
+bool DoCross(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C, const TPoint2D& D) {
+  const auto IsParted = [](double First, double Second) {
+    return (First < 0.0 && Second > 0.0) || (First > 0.0 && Second < 0.0);
+  };
+  return IsParted(TPoint2DUtils::IsLeft(A, B, C), TPoint2DUtils::IsLeft(A, B, D)) &&
+         IsParted(TPoint2DUtils::IsLeft(C, D, A), TPoint2DUtils::IsLeft(C, D, B));
+}
+
+/// How many of the sorted points from the second on must go because the second one, moved off a
+/// line with its neighbours, would set its edges across the way that follows: all on that line but
+/// the outermost. No corner is among them.
+std::ptrdiff_t PointsInTheWay(const std::vector<TPoint2D>& Points) {
+  if (Points.size() < 4 || TPoint2DUtils::IsLeft(Points[0], Points[1], Points[2]) != 0.0) return 0;
+  const TPoint2D Moved = Points[1] + TPoint2D(kCollinearShiftX, kCollinearShiftY);
+  const auto IsCut = [&](const TPoint2D& From, const TPoint2D& To) {
+    return DoCross(Points[0], Moved, From, To) || DoCross(Moved, Points[2], From, To);
+  };
+  std::size_t I = 2;
+  while (I + 1 < Points.size() && Points[I].X <= Moved.X && !IsCut(Points[I], Points[I + 1])) ++I;
+  if (I + 1 == Points.size() || Points[I].X > Moved.X) return 0;
+  const auto IsOther = [&](const TPoint2D& P) { return !(P == Points[0]); };
+  const auto Along = std::find_if(Points.begin(), Points.end(), IsOther);
+  const auto Turns = [&](const TPoint2D& P) {
+    return TPoint2DUtils::IsLeft(Points[0], *Along, P) != 0.0;
+  };
+  return std::find_if(Along, Points.end(), Turns) - Points.begin() - 2;
+}
+
 /// Drops every point within 1e-6 of the last one kept.
 void DropRepeats(std::vector<TPoint2D>& Points) {
   Points.erase(std::unique(Points.begin(), Points.end(),
@@ -166,23 +196,24 @@ TVPolyline2D TConvexHullCalculator::CalcConvexHull(const TVPoint2DList& Points) 
   std::erase_if(Kept, [](const TPoint2D& P) { return !TPoint2DUtils::IsFinite(P); });
   SortByXY(Kept, [](const TPoint2D& P) { return P; });
   DropRepeats(Kept);
+  if (const std::ptrdiff_t Count = PointsInTheWay(Kept); Count > 0) {
+    Kept.erase(Kept.begin() + 1, Kept.begin() + 1 + Count);
+  }
   return HullOfSequence(std::move(Kept));
 }
 
 std::vector<int> TConvexHullCalculator::CalcConvexHullPtIds(const TVPoint2DList& Points) {
   const std::vector<TPoint2D>& All = Points.Points();
   std::vector<int> Order = FinitePositions(All);
-  const auto At = [&All](int I) { return All[static_cast<std::size_t>(I)]; };
-  SortByXY(Order, At);
-  // The second of the first three moves off a repeat of itself, across what follows: no hull then.
-  if (Order.size() > 2 && !(At(Order[0]) == At(Order[1]))) {
-    const auto Second = Order.begin() + 1;
-    const auto IsOther = [&](int I) { return !(At(I) == At(*Second)); };
-    Order.erase(Second, std::find_if(Second, Order.end(), IsOther) - 1);
+  SortByXY(Order, [&All](int I) { return All[static_cast<std::size_t>(I)]; });
+  std::vector<TPoint2D> Sorted;
+  Sorted.reserve(Order.size());
+  for (const int I : Order) Sorted.push_back(All[static_cast<std::size_t>(I)]);
+  if (const std::ptrdiff_t Count = PointsInTheWay(Sorted); Count > 0) {
+    Order.erase(Order.begin() + 1, Order.begin() + 1 + Count);
+    Sorted.erase(Sorted.begin() + 1, Sorted.begin() + 1 + Count);
   }
-  TVPolyline2D Sequence;
-  Sequence.Reserve(static_cast<int>(Order.size()));
-  for (const int I : Order) Sequence.Add(At(I));
+  TVPolyline2D Sequence(std::move(Sorted));
   std::vector<int> Ids = CalcSimplePolylineConvexHull(Sequence);
   for (int& Id : Ids) Id = Order[static_cast<std::size_t>(Id)];
   return Ids;

@@ -30,7 +30,8 @@ class TConvexHullCalculator {
   /// places as two, not closed. Points that are not finite are ignored.
   /// Tolerance: in the order of X, then Y, a point within 1e-6 of the one kept before it is
   /// dropped. Of three collinear leading points the second one moves as above, so that a hull can
-  /// hold one point that is not in the list, and that a set on a line has a thin triangle as hull.
+  /// hold one point that is not in the list, and that a set on a line has a thin triangle as hull;
+  /// where it would bar the way of the points that follow, it is left out.
   /// Cost: O(n log n) at worst, O(n) where most points lie well inside the hull.
   static TVPolyline2D CalcConvexHull(const TVPoint2DList& Points);
 

@@ -89,12 +89,18 @@ TEST(TConvexHullCalculator, DropsRepeatsOfTheLastKeptPointOnly) {
                    .Count());
 }
 
-TEST(TConvexHullCalculator, PositionsKeepEveryCornerWhereTheSecondPlaceRepeats) {
-  // The second point, moved, once crossed the way from its repeat to (12, 0), which got lost.
-  const TVPoint2DList Points{{0, 15}, {12, 8}, {0, 15}, {12, 0}, {0, 0}};
-  const TIds Ids = TConvexHullCalculator::CalcConvexHullPtIds(Points);
-  EXPECT_EQ(4U + 1, Ids.size());
-  for (const int Corner : {1, 3, 4}) EXPECT_EQ(1, std::count(Ids.begin(), Ids.end() - 1, Corner));
+TEST(TConvexHullCalculator, KeepsEveryCornerWhereTheMovedPointWouldBarTheWay) {
+  // The second point of the left side, moved, stood across the way from (0, 15) to (12, 0), which
+  // then got lost.
+  for (const double Gap : {0.0, 2e-6, 9e-6}) {
+    SCOPED_TRACE(Gap);
+    const TVPoint2DList Points{{0, 15}, {12, 8}, {0, 15 - Gap}, {12, 0}, {0, 0}};
+    const TIds Ids = TConvexHullCalculator::CalcConvexHullPtIds(Points);
+    EXPECT_EQ(4U + 1, Ids.size());
+    for (const int Corner : {1, 3, 4})
+      EXPECT_NE(Ids.end(), std::find(Ids.begin(), Ids.end(), Corner));
+    EXPECT_EQ(4 + 1, TConvexHullCalculator::CalcConvexHull(Points).Count());
+  }
 }
 
 /// Sets on which a filter could go wrong.
@@ -125,7 +131,7 @@ TPoints HostileSet(std::mt19937& Random, int Kind, int Count) {
         Points.push_back({P.X, std::abs(P.X) - 1.0 + Deep});
         break;  // along two edges
       case 6:
-        Points.push_back({I * 6e-7, I * (I % 2 == 0 ? 1e-7 : -1e-7)});
+        Points.push_back({I * 6e-7, I * (I % 3 == 1 ? 1e-7 : -1e-7)});
         break;  // one chain
       case 7:
         Points.push_back({std::round(P.X * 3) * 1000 + P.Y * 2e-6, OnRim.Y * 3000});
