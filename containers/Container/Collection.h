@@ -54,6 +54,7 @@ class TCollection : public TCollectionBase {
   TCollection() = default;
   TCollection(const TCollection&) = default;
   TCollection(TCollection&&) = default;
+  /// All of `Other` or, when that raises, what was here.
   TCollection& operator=(const TCollection& Other) {
     if (this != &Other) *this = TCollection(Other);  // the two parts change together
     return *this;

@@ -55,6 +55,7 @@ class TMinHeap {
   TMinHeap(std::vector<T> Datas, TComparer Comparer);
   TMinHeap(const TMinHeap&) = default;
   TMinHeap(TMinHeap&&) = default;
+  /// All of `Other` or, when that raises, what was here.
   TMinHeap& operator=(const TMinHeap& Other) {
     if (this != &Other) *this = TMinHeap(Other);  // items and comparer change together
     return *this;

@@ -148,10 +148,11 @@ void TRTree<T>::Insert(T Data, const TVRect2D& Box) {
   FNodes.Add(std::move(Data), DataNode);
 }
 
-// Nodes for splits to come, in a list through their parents.
+/// Nodes for splits to come, in a list through their parents. Those not taken go with it.
 template <class T>
 class TRTree<T>::TSpareNodes {
  public:
+  /// None yet; nodes come from the pool of `Tree`.
   explicit TSpareNodes(TRTree& Tree) : FTree(Tree) {}
   TSpareNodes(const TSpareNodes&) = delete;
   TSpareNodes& operator=(const TSpareNodes&) = delete;
@@ -159,12 +160,14 @@ class TRTree<T>::TSpareNodes {
     while (FFirst) FTree.Free(Take());
   }
 
+  /// One more, with room for so many children.
   void Add(int MostChildren) {
     TNode* const Node = FTree.FInnerNodes.Create();
     Node->FParent = FFirst;
     FFirst = Node;
     Node->ReserveChildren(MostChildren);
   }
+  /// The one added last.
   TNode* Take() {
     TNode* const Node = FFirst;
     FFirst = Node->Parent();
