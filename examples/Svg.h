@@ -38,8 +38,8 @@ inline TPen Filled(std::string_view Colour) {
 }
 
 /// A picture of model geometry for the examples: what is drawn first lies behind, a legend stands
-/// below. 800 pixels wide on white; two decimals a coordinate, so that every machine writes the same
-/// bytes.
+/// below. 800 pixels wide on white; two decimals a coordinate, so that every machine writes the
+/// same bytes.
 ///
 ///     TSvg Svg({{0, 0}, {100, 50}});
 ///     Svg.Draw(Part, {kBlue, 2});

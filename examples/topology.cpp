@@ -1,4 +1,5 @@
-// From a drawing's loose curves to outlines: ends snapped, curves cut where they meet, faces traced.
+// From a drawing's loose curves to outlines: ends snapped, curves cut where they meet, faces
+// traced.
 // The first argument names the picture, the second a drawing: a curve a line, "x y x y ...".
 #include <cstdio>
 #include <fstream>

@@ -24,6 +24,13 @@ mkdir -p build/docs
   cat docs/Doxyfile
   # Doxygen puts all pictures into one folder.
   printf 'IMAGE_PATH = %s\n' "$(find docs -name '*.png' -o -name '*.svg' | xargs -r dirname | sort -u | tr '\n' ' ')"
-  printf 'INPUT = README.md CONTRIBUTING.md CHANGELOG.md docs %s\n' "$(headers | tr '\n' ' ')"
+  # Without the whole path any README.md would be the main page.
+  printf 'USE_MDFILE_AS_MAINPAGE = "%s/README.md"\n' "$PWD"
+  printf 'INPUT = README.md CONTRIBUTING.md CHANGELOG.md docs examples/sheet_planner/README.md %s\n' \
+    "$(headers | tr '\n' ' ')"
 } | doxygen - || fail "the reference documentation is incomplete: see the warnings above"
+# Doxygen lets a picture pass that it does not find.
+grep -ho '<img src="[^"]*"' build/docs/html/*.html | cut -d'"' -f2 | sort -u | while read -r picture; do
+  [ -f "build/docs/html/$picture" ] || fail "there is no picture $picture"
+done
 say "Reference documentation: build/docs/html/index.html"

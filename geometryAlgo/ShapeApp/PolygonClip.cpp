@@ -71,16 +71,17 @@ bool TPolygonBasicAlgo::IsSimple(const TVPolyline2D& Poly) {
   RequireCorners(Poly, "Error In FUNC[IsSimple]");
   constexpr double kSquare = kSimpleScale * kSimpleScale;
   TPath Path = TPathUtils::CreatePath(Poly, kSimpleScale);
-  const double Area = std::abs(ClipperLib::Area(Path)) / kSquare;
+  const double Signed = TPathUtils::Area(Path, false);
+  const double Area = std::abs(Signed) / kSquare;
   if (Area < kNoArea) return false;
-  if (ClipperLib::Area(Path) < 0.0) ClipperLib::ReversePath(Path);
+  if (Signed < 0.0) TPathUtils::Reverse(Path);
   return CallClipper("TPolygonBasicAlgo.IsSimple", [&] {
     ClipperLib::Clipper Clipper;
     Clipper.AddPath(Path, ClipperLib::ptSubject, true);
     TPaths Solution;
     Clipper.Execute(ClipperLib::ctUnion, Solution, ClipperLib::pftPositive);
     if (Solution.size() != 1) return false;
-    const double Difference = std::abs(std::abs(ClipperLib::Area(Solution[0])) / kSquare - Area);
+    const double Difference = std::abs(TPathUtils::Area(Solution[0], true) / kSquare - Area);
     return Difference < kSameArea || (Area > kLargeArea && Difference < kMostAreaLost &&
                                       Difference / Area < kShareOfAreaLost);
   });

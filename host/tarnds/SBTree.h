@@ -15,9 +15,9 @@ namespace tarnalgo {
 /// than twice its sibling and one, which the sizes on its path tell without a look at any other
 /// node; from then on the height is below 1 + 1.71·log2(n).
 ///
-/// How a derived node inserts: walk down from the root by the key, raise `FSize` by one at every
-/// node passed, attach the new node with `SetLeftChild` or `SetRightChild` (which count nothing),
-/// then let `MaintainPath` of the new node rebalance everything above it.
+/// How a derived node inserts: by `InsertInto`. By hand: walk down from the root by the key, raise
+/// `FSize` by one at every node passed, attach the new node with `SetLeftChild` or `SetRightChild`
+/// (which count nothing), then let every node on the way back `Maintain` the side that has grown.
 ///
 /// Ownership: links refer to nodes and own none. A node must have left its tree (`Delete`) before
 /// it is destroyed, or go with the whole tree (`DestroyAll`).
