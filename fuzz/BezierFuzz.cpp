@@ -1,6 +1,6 @@
-// Pairs of cubics, as host curves and as pieces of chains: what they have in common lies on both, no
-// crossing that chords prove is missed, parts of one cubic overlap it, swapping changes nothing; and
-// the measures of a single one.
+// Pairs of cubics, as host curves and as pieces of chains: what they have in common lies on both,
+// no crossing that chords prove is missed, parts of one cubic overlap it, swapping changes nothing;
+// and the measures of a single one.
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
-// Chains of lines, arcs and Beziers, and polygons with holes made of them, against a flattening that
-// is evaluated here: where points lie, areas, lengths, crossings with a segment, and what reversing,
-// mirroring and rounding trips leave.
+// Chains of lines, arcs and Beziers, and polygons with holes made of them, against a flattening
+// that is evaluated here: where points lie, areas, lengths, crossings with a segment, and what
+// reversing, mirroring and rounding trips leave.
 
 #include <algorithm>
 #include <cmath>

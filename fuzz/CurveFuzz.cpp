@@ -1,5 +1,6 @@
-// Two host curves made of bytes: crossings lie on both, none that chords prove is missed, swapping the
-// curves changes nothing but the order; samples, boxes, lengths and nearest points against chords.
+// Two host curves made of bytes: crossings lie on both, none that chords prove is missed, swapping
+// the curves changes nothing but the order; samples, boxes, lengths and nearest points against
+// chords.
 
 #include <algorithm>
 #include <cmath>

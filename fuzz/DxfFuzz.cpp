@@ -1,5 +1,5 @@
-// A drawing in DXF, from any bytes or made sound by rule, read, prepared and planned: it ends in a plan
-// that cuts every length once, or in the planner's own error.
+// A drawing in DXF, from any bytes or made sound by rule, read, prepared and planned: it ends in a
+// plan that cuts every length once, or in the planner's own error.
 
 #include <algorithm>
 #include <cmath>

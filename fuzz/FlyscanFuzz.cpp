@@ -1,6 +1,6 @@
-// Flying-cut grouping: the keys of edges, the passes of their runs (each edge cut once, in order along
-// the line, nothing flown that need not be); the index of holes and what crosses them against chords
-// of each.
+// Flying-cut grouping: the keys of edges, the passes of their runs (each edge cut once, in order
+// along the line, nothing flown that need not be); the index of holes and what crosses them against
+// chords of each.
 
 #include <algorithm>
 #include <cmath>

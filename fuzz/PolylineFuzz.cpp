@@ -1,6 +1,6 @@
 // Polylines with coordinates that may be anything: every question and edit ends. On the grid and a
-// hair off it: crossings, self-intersections, areas, distances and places against exact integers and
-// plain loops over the edges; what edits leave lies where the polyline lay.
+// hair off it: crossings, self-intersections, areas, distances and places against exact integers
+// and plain loops over the edges; what edits leave lies where the polyline lay.
 
 #include <algorithm>
 #include <cmath>

@@ -104,9 +104,9 @@ class TRing {
   double FReach = 1.0;
 };
 
-/// Calls `Visit` with each pair of chords under which the contours cross for sure: the chords cross,
-/// and no end comes so near to the other chord that bending both back to their contours, ends fixed,
-/// could undo it.
+/// Calls `Visit` with each pair of chords under which the contours cross for sure: the chords
+/// cross, and no end comes so near to the other chord that bending both back to their contours,
+/// ends fixed, could undo it.
 template <class TVisit>
 void VisitSureCrossings(const TRing& A, const TRing& B, TVisit Visit) {
   const double Rounding = A.Rounding() + B.Rounding();

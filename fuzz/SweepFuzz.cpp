@@ -1,5 +1,5 @@
-// The pairs of segments that a sweep finds: all of them, each once, whatever the order of the input,
-// against every pair tested in integers; coordinates that may be anything.
+// The pairs of segments that a sweep finds: all of them, each once, whatever the order of the
+// input, against every pair tested in integers; coordinates that may be anything.
 
 #include <algorithm>
 #include <cmath>

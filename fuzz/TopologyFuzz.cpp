@@ -1,6 +1,6 @@
-// A drawing of segments and arcs cut into chains: chains meet at nodes only and cover what was drawn;
-// loose ends and bridges against a search that takes chain by chain away; outlines against Euler's
-// formula, areas and rays.
+// A drawing of segments and arcs cut into chains: chains meet at nodes only and cover what was
+// drawn; loose ends and bridges against a search that takes chain by chain away; outlines against
+// Euler's formula, areas and rays.
 
 #include <algorithm>
 #include <cmath>

@@ -34,8 +34,8 @@ void InsertionSortRun(std::vector<T>& Items, std::size_t First, std::size_t Last
 /// The one sort of the library for comparers with a tolerance band. Such a comparer is not
 /// transitive; the standard sorts have undefined behaviour with it. Here the result is then still a
 /// permutation of the items, the same for the same input on every machine, and every access stays
-/// inside the list. A comparer that raises leaves the list a valid one, of unspecified content; when
-/// memory runs out nothing has moved yet.
+/// inside the list. A comparer that raises leaves the list a valid one, of unspecified content;
+/// when memory runs out nothing has moved yet.
 /// Cost: O(n log n) comparisons, n moves of memory beside the list; linear on a sorted list.
 /// Bottom-up merge sort over runs of 16.
 template <class T, class TComparer>

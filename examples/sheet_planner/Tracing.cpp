@@ -223,8 +223,8 @@ class TTracer {
   }
 
   /// The arc as drawn, between its nodes: they may be off it by the gap, so its sweep is kept and
-  /// the radius follows. Where the nodes of a large arc lie close together that would swing it aside
-  /// by far more; such an arc goes through its middle.
+  /// the radius follows. Where the nodes of a large arc lie close together that would swing it
+  /// aside by far more; such an arc goes through its middle.
   void AddArc(const TArc2D& Drawn, const TPoint2D& Start, const TPoint2D& End, int Layer) {
     // A bulge this small bows less than a nanometre per metre of chord.
     constexpr double kStraightBulge = 1e-9;

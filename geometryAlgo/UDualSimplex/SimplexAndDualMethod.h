@@ -41,8 +41,8 @@ inline constexpr std::string_view kSimplexUnit = "geometryAlgo/UDualSimplex";
 /// Tolerance: reduced costs and right-hand sides of at least -1e-6 count as not negative, elements
 /// of at most 1e-6 are no pivots, whatever the scale of the program.
 /// Ownership: keeps handles on the program's elements and never writes to them.
-/// Errors: the sizes do not fit, or a sense is another number, `EAssertionFailed`. Where memory runs
-/// out in a method, tableau and solution are as far as it had come; `Solve` begins afresh.
+/// Errors: the sizes do not fit, or a sense is another number, `EAssertionFailed`. Where memory
+/// runs out in a method, tableau and solution are as far as it had come; `Solve` begins afresh.
 /// Cost: a pivot goes once over (constraints + 1)·(variables + 1) elements.
 class TSimplexAndDualMethod {
  public:

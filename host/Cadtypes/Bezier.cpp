@@ -203,8 +203,8 @@ double AdaptiveLength(const TBezierSegment2D& B, double From, double To, double 
          AdaptiveLength(B, Middle, To, Right, Allowed, Depth + 1);
 }
 
-/// Parameters in (0, 1) where the speed is least or greatest, ascending. Divided by `Reach`, so that
-/// no product leaves the range of a double.
+/// Parameters in (0, 1) where the speed is least or greatest, ascending. Divided by `Reach`, so
+/// that no product leaves the range of a double.
 std::vector<double> SpeedExtremes(const TBezierSegment2D& B, double Reach) {
   const TPoint2D D1 = (B.P1 - B.P0) / Reach;
   const TPoint2D D2 = (B.P2 - B.P1) / Reach;

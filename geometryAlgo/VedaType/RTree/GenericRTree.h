@@ -180,8 +180,8 @@ class TRTree<T>::TSpareNodes {
   TNode* FFirst = nullptr;
 };
 
-// Splits `Leaf` and whatever is full above it. Answers the leaf that takes a new item of `Box`, with
-// room for it. All memory is taken before the first split.
+// Splits `Leaf` and whatever is full above it. Answers the leaf that takes a new item of `Box`,
+// with room for it. All memory is taken before the first split.
 template <class T>
 TRTreeNode<T>* TRTree<T>::MakeRoom(TNode* Leaf, const TVRect2D& Box) {
   if (Leaf->ChildCount() < FMaxChildren) {
