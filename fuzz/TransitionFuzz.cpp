@@ -51,7 +51,8 @@ void CheckTransitions(TBytes& Bytes, const TPoses& P) {
   const double Radius = 0.25 * (1 + Bytes.Below(32));
   const auto Lines = Func.CalcAllTransitionLines(P.StartPt, P.StartVec, P.EndPt, P.EndVec, Radius);
   const double Shortest = Func.CalcShortestLength(P.StartPt, P.StartVec, P.EndPt, P.EndVec, Radius);
-  const double Slack = 1e-7 * (1.0 + P.StartPt.Mag() + P.EndPt.Mag() + Radius);
+  // Circles that differ by no more than the tolerance are one.
+  const double Slack = 2 * kLinearTolerance + 1e-7 * (P.StartPt.Mag() + P.EndPt.Mag() + Radius);
   // What turns within the slack of the limit may be found or not.
   const double Driven = test::ShortestByDriving(P, Radius, Func.MaxAng() - 1e-6);
   Require(Shortest <= Driven + Slack, "no way found by driving is shorter");
