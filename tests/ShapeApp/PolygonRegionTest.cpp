@@ -45,6 +45,8 @@ TEST(TPolygonBasicAlgo, SimpleIsDecidedByArea) {
       {"stroke", {{0, 0}, {4, 0}, {8, 0}}, false},
       {"to and fro", {{0, 0}, {4, 0}, {4, 0}, {0, 0}}, false},
       {"spike", {{0, 0}, {4, 0}, {8, 0}, {4, 0}, {4, 4}, {0, 4}}, true},
+      // Areas summed in doubles about the origin were rounded differently for the two rings.
+      {"far away", Moved({{0, 0}, {7, 1}, {5.5, 7}, {2, 3}}, {1e7, 7e6}), true},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
