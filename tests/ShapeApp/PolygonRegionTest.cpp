@@ -32,6 +32,18 @@ TVPolyline2D Star(std::mt19937& Random, int Count) {
   return Ring;
 }
 
+/// There and back along a spiral of 20 turns, the way back a hundredth of a unit farther out.
+TVPolyline2D ThinSpiral(int Count) {
+  TVPolyline2D Ring;
+  for (int I = 0; I < 2 * Count; ++I) {
+    const int Step = I < Count ? I : 2 * Count - 1 - I;
+    const double Way = static_cast<double>(Step) / Count;
+    const double Radius = 1000.0 * (0.05 + Way) + (I < Count ? 0.0 : 0.01);
+    Ring.Add(TPoint2D(Radius, 0).RotateBy(20.0 * kFullTurn * Way));
+  }
+  return Ring;
+}
+
 TEST(TPolygonBasicAlgo, SimpleIsDecidedByArea) {
   const struct {
     const char* Name;
@@ -47,6 +59,8 @@ TEST(TPolygonBasicAlgo, SimpleIsDecidedByArea) {
       {"spike", {{0, 0}, {4, 0}, {8, 0}, {4, 0}, {4, 4}, {0, 4}}, true},
       // Areas summed in doubles about the origin were rounded differently for the two rings.
       {"far away", Moved({{0, 0}, {7, 1}, {5.5, 7}, {2, 3}}, {1e7, 7e6}), true},
+      // Large terms that nearly cancel, begun at another corner.
+      {"thin spiral", ThinSpiral(1000), true},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
