@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -120,7 +121,7 @@ void CheckAnything(TBytes& Bytes) {
     Lines.emplace_back(From, Bytes.AnyPoint());
   }
   const TInfos Infos = Sweep(Lines, Tolerance);
-  CheckRecords(Lines, Infos, kStartOfMinimum);
+  CheckRecords(Lines, Infos, std::numeric_limits<double>::infinity());
   const TPairs Pairs = PairsOf(Infos, Order);
   Require(std::adjacent_find(Pairs.begin(), Pairs.end()) == Pairs.end(), "each pair once");
   for (const auto& [A, B] : Pairs) {
