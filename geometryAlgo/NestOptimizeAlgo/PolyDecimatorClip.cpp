@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <span>
 
 #include "geometryAlgo/NestOptimizeAlgo/ListRange.h"
 #include "geometryAlgo/NestOptimizeAlgo/PolyDecimator.h"
@@ -10,7 +11,8 @@
 namespace tarnalgo {
 
 std::vector<TPoint2D> TPolyDecimator::ClipTriangles(int First, int Last) const {
-  return ClipRange(ListRange(*FPoints, First, Last), 0, Last - First, TClipKind::Any, FTolerance);
+  const std::span<const TPoint2D> Range = ListRange(*FPoints, First, Last);  // raises
+  return ClipRange(Range, 0, Last - First, TClipKind::Any, FTolerance);
 }
 
 std::vector<TPoint2D> TPolyDecimator::ClipConcaveTriangles(int First, int Last) const {
