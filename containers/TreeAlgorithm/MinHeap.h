@@ -92,7 +92,9 @@ class TMinHeap {
   T Pop();
 
   /// −1, 0 or 1 by the mode of the heap.
+  /// Errors: neither keys nor a comparer, an assertion.
   int Compare(const TNode& Node1, const TNode& Node2) const {
+    RequireOrder(2);
     return FByKey ? CompareExact(Node1.Key, Node2.Key) : FComparer(Node1.Data, Node2.Data);
   }
 
