@@ -41,7 +41,9 @@ class TMultiTree {
 
   /// Appends `ChildNode`, with all that hangs below it, to the children of `ParentNode`, a node of
   /// this tree. Returns the node added, which the tree owns.
+  /// Errors: null for either, `EParamError`; `ChildNode` is then freed, what hangs below it is not.
   virtual TNode* AddChildNode(TNode* ParentNode, std::unique_ptr<TNode> ChildNode) {
+    if (ParentNode == nullptr) RaiseError<EParamError>("TMultiTree", "no parent given");
     ParentNode->AddChildNode(ChildNode.get());
     return ChildNode.release();
   }

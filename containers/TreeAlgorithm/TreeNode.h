@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "containers/Container/LentList.h"
+#include "host/Exceptions.h"
 
 namespace tarnalgo {
 
@@ -17,10 +18,11 @@ namespace tarnalgo {
 ///     for (TTreeNode<int>* Node : Root.PreorderTraversal()) Use(Node->Data());
 ///     Root.ClearFreeChildNodes(true);
 ///
-/// Nodes are expected to form a tree; nothing stops a caller from closing a ring, whose traversal
-/// does not end. No operation recurses, so a tree may be as deep as memory allows.
+/// Nodes form a tree: a ring is refused. No operation recurses, so a tree may be as deep as memory
+/// allows.
 /// Ownership: a node owns neither its children nor an item that is a pointer; its destructor frees
-/// the child list only. `TMultiTree` owns nodes.
+/// the child list only. `TMultiTree` owns nodes. A node must be in no more than one child list when
+/// the nodes are freed.
 template <class T>
 class TTreeNode {
  public:
@@ -53,7 +55,13 @@ class TTreeNode {
   virtual bool IsLeaf() const { return FChildNodes.IsEmpty(); }
   /// Appends `ChildNode` to the children and sets its parent and depth. Does not take it out of the
   /// child list of an earlier parent.
+  /// Errors: null, this node or one above it, `EParamError`, nothing changed.
+  /// Cost: that of the way up to the root where `ChildNode` has children.
   virtual void AddChildNode(TTreeNode* ChildNode) {
+    if (ChildNode == nullptr) RaiseError<EParamError>("TTreeNode", "no node given");
+    if (ChildNode == this || (ChildNode->FChildNodes.Count() > 0 && HasAbove(ChildNode))) {
+      RaiseError<EParamError>("TTreeNode", "the node would stand above itself");
+    }
     FChildNodes.Add(ChildNode);
     ChildNode->FParent = this;
     ChildNode->FDepth = FDepth + 1;
@@ -80,6 +88,12 @@ class TTreeNode {
   /// The storage stays the derived class's own; `ChildNodes` uses it while it suffices.
   TTreeNode(T Data, TTreeNode** ChildStorage, int ChildCapacity)
       : FChildNodes(ChildStorage, ChildCapacity), FData(std::move(Data)) {}
+
+  bool HasAbove(const TTreeNode* Node) const {
+    const TTreeNode* Above = FParent;
+    while (Above != nullptr && Above != Node) Above = Above->FParent;
+    return Above != nullptr;
+  }
 
   template <class>
   friend class TMultiTree;
