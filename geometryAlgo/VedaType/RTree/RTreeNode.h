@@ -43,19 +43,19 @@ class TRTreeNode : public TTreeNode<T> {
   ///@}
   int ChildCount() const { return this->FChildNodes.Count(); }  ///< Children of this node alone.
   ///@{
-  /// The child at `Index`, in 0 .. `ChildCount` − 1.
-  TRTreeNode* Child(int Index) { return static_cast<TRTreeNode*>(this->FChildNodes[Index]); }
-  const TRTreeNode* Child(int Index) const {
-    return static_cast<const TRTreeNode*>(this->FChildNodes[Index]);
-  }
+  /// Errors: `Index` outside 0 .. `ChildCount` − 1, `EParamError`.
+  TRTreeNode* Child(int Index) { return ChildAt(Checked(Index)); }
+  const TRTreeNode* Child(int Index) const { return ChildAt(Checked(Index)); }
   ///@}
 
   /// No data node, and without children or with data nodes for children.
   bool IsLeaf() const final { return !FIsDataNode && (ChildCount() == 0 || FHoldsDataNodes); }
   /// Appends `ChildNode`, a `TRTreeNode<T>`, and lets the ranges of this node and of all its
   /// ancestors cover it.
+  /// Errors: null or a node of another class, `EParamError`, nothing changed.
   void AddChildNode(TTreeNode<T>* ChildNode) final {
-    auto* const Added = static_cast<TRTreeNode*>(ChildNode);
+    auto* const Added = dynamic_cast<TRTreeNode*>(ChildNode);
+    if (Added == nullptr) RaiseError<EParamError>("TRTreeNode", "no node of a box tree given");
     Adopt(Added, Added->FRange);
   }
 
@@ -150,6 +150,17 @@ class TRTreeNode : public TTreeNode<T> {
     for (std::ptrdiff_t At = 0; At < Bytes; At += kCacheLine) __builtin_prefetch(Start + At);
   }
 
+  int Checked(int Index) const {
+    if (Index < 0 || Index >= ChildCount()) {
+      RaiseError<EParamError>("TRTreeNode", "index out of range");
+    }
+    return Index;
+  }
+  TRTreeNode* ChildAt(int Index) { return static_cast<TRTreeNode*>(this->FChildNodes[Index]); }
+  const TRTreeNode* ChildAt(int Index) const {
+    return static_cast<const TRTreeNode*>(this->FChildNodes[Index]);
+  }
+
   bool HasMeeting(const TVRect2D& Box, double Eps) const;
   void AddMeetingChildren(const TWindow& Window, TNodes& Nodes) const;
   /// Room for so many children.
@@ -226,7 +237,7 @@ TRTreeNode<T>* TRTreeNode<T>::ChooseInsertLeaf(const TVRect2D& Box) {
              "geometryAlgo/VedaType", kChooseInsertLeafLine);
   TRTreeNode* Node = this;
   while (!Node->IsLeaf()) {
-    Node = Node->Child(Node->LeastGrowth(Box));
+    Node = Node->ChildAt(Node->LeastGrowth(Box));
     Node->Prefetch(false);  // the list of ranges together with what points to it
   }
   return Node;
@@ -325,12 +336,12 @@ void TRTreeNode<T>::MoveSecondHalf(const TOrder& Order, TRTreeNode& Sibling, TSp
   Room.KeptRanges.Clear();
   FRange = TVRect2D();
   for (int I = 0; I < Half; ++I) {
-    Room.Kept.Add(Child(Order[I]));
+    Room.Kept.Add(ChildAt(Order[I]));
     Room.KeptRanges.Add(FChildRanges[Order[I]]);
     FRange.ExpandInPlace(FChildRanges[Order[I]]);
   }
   for (int I = Half; I < Order.Count(); ++I) {
-    Sibling.Adopt(Child(Order[I]), FChildRanges[Order[I]]);
+    Sibling.Adopt(ChildAt(Order[I]), FChildRanges[Order[I]]);
   }
   std::copy(Room.Kept.begin(), Room.Kept.end(), this->FChildNodes.begin());
   std::copy(Room.KeptRanges.begin(), Room.KeptRanges.end(), FChildRanges.begin());
@@ -391,7 +402,7 @@ void TRTreeNode<T>::AddMeetingChildren(const TWindow& Window, TNodes& Nodes) con
   const int Before = Nodes.Count();
   Nodes.Reserve(Before + ChildCount());
   for (int I = 0; I < ChildCount(); ++I) {
-    Nodes.AddIf(Window.Meets(FChildRanges[I]), Child(I));
+    Nodes.AddIf(Window.Meets(FChildRanges[I]), ChildAt(I));
   }
   for (int I = Before; I < Nodes.Count(); ++I) Nodes[I]->Prefetch(FHoldsDataNodes);
 }
