@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "containers/Container/MergeSort.h"
+#include "host/Cadtypes/Constants.h"
 #include "host/Exceptions.h"
 
 namespace tarnalgo {
@@ -74,9 +75,9 @@ class TObjectList {
   /// The items in their order; any addition or removal ends a walk.
   TIterator begin() const { return FItems.begin(); }
   TIterator end() const { return FItems.end(); }  ///< Behind the last.
-  /// Room for `Capacity` items in all; less than now is no request.
+  /// Room for `Capacity` items in all, at most `kMostReserved`; less than now is no request.
   void Reserve(int Capacity) {
-    if (Capacity > 0) FItems.reserve(static_cast<std::size_t>(Capacity));
+    if (Capacity > 0) FItems.reserve(static_cast<std::size_t>(std::min(Capacity, kMostReserved)));
   }
 
   /// Appends and returns the position.

@@ -97,7 +97,7 @@ bool IsStrictlyConvex(const std::vector<TPoint2D>& Corners) {
 
 TVPolyline2D TPolygonBasicAlgo::GenerateConvexPolyOnDisc(const TPoint2D& Center, double Radius,
                                                          int Count, std::uint32_t Seed, bool Fast) {
-  if (Count < 3 || !(Radius > 0.0) || !std::isfinite(Radius)) return {};
+  if (Count < 3 || Count > kMostItems || !(Radius > 0.0) || !std::isfinite(Radius)) return {};
   if (!TPoint2DUtils::IsFinite(Center)) return {};
   TRandom Random(Seed);
   std::vector<TPoint2D> Corners;

@@ -147,9 +147,9 @@ class TPolygonBasicAlgo {
 
   /// A closed, counter-clockwise, strictly convex ring of `Count` random corners in the disc, the
   /// same for the same `Seed`. `Fast` sets all corners on the circle; otherwise the ring is made of
-  /// random steps (after Valtr) and touches the circle. Empty for `Count` < 3, a radius that is not
-  /// positive, and arguments that are not finite. Strict as far as doubles are dense enough about
-  /// `Center` for so many corners.
+  /// random steps (after Valtr) and touches the circle. Empty for `Count` < 3 or beyond
+  /// `kMostItems`, a radius that is not positive, and arguments that are not finite. Strict as far
+  /// as doubles are dense enough about `Center` for so many corners.
   /// Cost: O(n log n).
   static TVPolyline2D GenerateConvexPolyOnDisc(const TPoint2D& Center, double Radius, int Count,
                                                std::uint32_t Seed, bool Fast);

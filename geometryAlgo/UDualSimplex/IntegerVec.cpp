@@ -1,5 +1,6 @@
 #include "geometryAlgo/UDualSimplex/IntegerVec.h"
 
+#include "host/Cadtypes/Constants.h"
 #include "host/Exceptions.h"
 
 namespace tarnalgo {
@@ -12,6 +13,7 @@ TIntegerVec::TIntegerVec(const std::vector<int>& Items) {
 
 void TIntegerVec::SetSize(int Size) {
   if (Size < 0) RaiseError<EParamError>("TIntegerVec.SetSize", "the size is negative");
+  if (Size > kMostItems) RaiseError<EParamError>("TIntegerVec.SetSize", "the size is too large");
   auto Items =
       FItems ? std::make_shared<std::vector<int>>(*FItems) : std::make_shared<std::vector<int>>();
   Items->resize(static_cast<std::size_t>(Size));
@@ -22,11 +24,11 @@ TIntegerVec TIntegerVec::Clone() const {
   return FItems ? TIntegerVec(*FItems) : TIntegerVec();
 }
 
-std::size_t TIntegerVec::Checked(int Index) const {
+int* TIntegerVec::Checked(int Index) const {
   if (Index < 0 || Index >= GetSize()) {
     RaiseError<EParamError>("TIntegerVec", "the index is out of range");
   }
-  return static_cast<std::size_t>(Index);
+  return FItems->data() + Index;
 }
 
 }  // namespace tarnalgo

@@ -12,7 +12,7 @@ namespace tarnalgo {
 /// Ownership: copies share the elements, and see each other's element writes. `SetSize` and
 /// `FreeData` give this handle a buffer of its own and leave the other handles as they are. A
 /// moved-from vector is empty.
-/// Errors: an index out of range or a negative size, `EParamError`.
+/// Errors: an index out of range, a negative size or one beyond `kMostItems`, `EParamError`.
 class TIntegerVec {
  public:
   TIntegerVec() = default;
@@ -27,9 +27,9 @@ class TIntegerVec {
   /// Keeps what fits; new elements are 0.
   void SetSize(int Size);
   /// The element at `Index`.
-  int GetItem(int Index) const { return (*FItems)[Checked(Index)]; }
+  int GetItem(int Index) const { return *Checked(Index); }
   /// Writes the shared element.
-  void SetItem(int Index, int Value) { (*FItems)[Checked(Index)] = Value; }
+  void SetItem(int Index, int Value) { *Checked(Index) = Value; }
   /// `GetItem`.
   int operator[](int Index) const { return GetItem(Index); }
 
@@ -39,7 +39,7 @@ class TIntegerVec {
   void FreeData() { FItems.reset(); }
 
  private:
-  std::size_t Checked(int Index) const;
+  int* Checked(int Index) const;
 
   std::shared_ptr<std::vector<int>> FItems;  // none = empty
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/Cadtypes/Constants.h"
 #include "host/Exceptions.h"
 
 namespace tarnalgo {
@@ -25,6 +26,9 @@ std::ptrdiff_t StrideFor(int Columns) {
 
 TFloatMatrix::TBlock::TBlock(int ARows, int AColumns)
     : Rows(ARows), Columns(AColumns), Stride(StrideFor(AColumns)) {
+  if (Stride > kMostItems / std::max(Rows, 1)) {
+    RaiseError<EParamError>("TFloatMatrix", "the size is too large");
+  }
   Items.resize(static_cast<std::size_t>(Rows) * static_cast<std::size_t>(Stride));
 }
 

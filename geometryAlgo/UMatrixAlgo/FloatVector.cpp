@@ -13,6 +13,7 @@ namespace {
 
 std::size_t CheckedSize(int Size) {
   if (Size < 0) RaiseError<EParamError>("TFloatVector", "the size is negative");
+  if (Size > kMostItems) RaiseError<EParamError>("TFloatVector", "the size is too large");
   return static_cast<std::size_t>(Size);
 }
 
@@ -40,11 +41,11 @@ TFloatVector::TFloatVector(std::initializer_list<double> Items)
 TFloatVector::TFloatVector(const std::vector<double>& Items)
     : FItems(std::make_shared<std::vector<double>>(Items)) {}
 
-std::size_t TFloatVector::Checked(int Index) const {
+double* TFloatVector::Checked(int Index) const {
   if (Index < 0 || Index >= GetSize()) {
     RaiseError<EParamError>("TFloatVector", "index out of range");
   }
-  return static_cast<std::size_t>(Index);
+  return FItems->data() + Index;
 }
 
 void TFloatVector::SetSize(int Size) {

@@ -22,8 +22,8 @@ inline constexpr std::string_view kMatrixUnit = "geometryAlgo/UMatrixAlgo";
 /// size (`SetSize`, `Expand`, `FreeData`) gives this handle a buffer of its own and leaves the
 /// other handles as they are. Every result is new and shares with nothing. A moved-from vector is
 /// empty.
-/// Errors: an index out of range or a negative size, `EParamError`; two operands of different size
-/// where the sizes must agree, `EAssertionFailed`.
+/// Errors: an index out of range, a negative size or one beyond `kMostItems`, `EParamError`; two
+/// operands of different size where the sizes must agree, `EAssertionFailed`.
 class TFloatVector {
  public:
   TFloatVector() = default;
@@ -41,9 +41,9 @@ class TFloatVector {
   /// Keeps what fits; new elements are 0.
   void SetSize(int Size);
   /// The element at `Index`, from 0 on.
-  double GetItem(int Index) const { return (*FItems)[Checked(Index)]; }
+  double GetItem(int Index) const { return *Checked(Index); }
   /// Writes the shared element.
-  void SetItem(int Index, double Value) { (*FItems)[Checked(Index)] = Value; }
+  void SetItem(int Index, double Value) { *Checked(Index) = Value; }
   /// `GetItem`.
   double operator[](int Index) const { return GetItem(Index); }
 
@@ -122,7 +122,7 @@ class TFloatVector {
   void TestShow() const;
 
  private:
-  std::size_t Checked(int Index) const;
+  double* Checked(int Index) const;
 
   std::shared_ptr<std::vector<double>> FItems;  // none = empty
 };

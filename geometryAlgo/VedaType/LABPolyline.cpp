@@ -164,7 +164,7 @@ void TLABPolyline::Clear() {
 }
 
 void TLABPolyline::Reserve(int Capacity) {
-  if (Capacity > 0) FSegs.reserve(static_cast<std::size_t>(Capacity));
+  if (Capacity > 0) FSegs.reserve(static_cast<std::size_t>(std::min(Capacity, kMostReserved)));
 }
 
 void TLABPolyline::ClearSamplePolyline() {

@@ -97,7 +97,7 @@ class TLABPolyline : public IVGeometry2D {
   void Delete(int Index);
   /// Takes all segments out.
   void Clear();
-  /// Room for `Capacity` segments in all.
+  /// Room for `Capacity` segments in all, at most `kMostReserved`.
   void Reserve(int Capacity);
   /// Drops the sampled polyline and the index; every change of the list does.
   void ClearSamplePolyline();

@@ -68,7 +68,7 @@ class TVPoint2DList : public IVGeometry2D {
   /// All points; valid until the list changes.
   const std::vector<TPoint2D>& Points() const { return FPoints; }
 
-  /// Room for `Capacity` points in all.
+  /// Room for `Capacity` points in all, at most `kMostReserved`.
   void Reserve(int Capacity);
   /// Appends and returns the position.
   int Add(const TPoint2D& P);

@@ -6,7 +6,7 @@
 namespace tarnalgo {
 
 void TVPoint2DList::Reserve(int Capacity) {
-  if (Capacity > 0) FPoints.reserve(static_cast<std::size_t>(Capacity));
+  if (Capacity > 0) FPoints.reserve(static_cast<std::size_t>(std::min(Capacity, kMostReserved)));
 }
 
 int TVPoint2DList::Add(const TPoint2D& P) {

@@ -155,7 +155,7 @@ void TGeCompositeCurve2D::AddCurve(std::unique_ptr<TGeCurve2D> Curve) {
 }
 
 void TGeCompositeCurve2D::Reserve(int Count) {
-  if (Count > 0) FCurves.reserve(static_cast<std::size_t>(Count));
+  if (Count > 0) FCurves.reserve(static_cast<std::size_t>(std::min(Count, kMostReserved)));
 }
 
 std::size_t TGeCompositeCurve2D::CheckedIndex(int Index) const {

@@ -209,6 +209,12 @@ inline constexpr int kDecimationBlock = 5000;
 /// within a double, and their signs are exact.
 inline constexpr double kLargestListCoordinate = 1e100;
 
+/// Counts: the most items that a call makes because a number says so (a size, not a list), and the
+/// most that a reservation makes room for, which is only a hint. A wild number then raises, or does
+/// nothing, where it would take the memory of the whole machine.
+inline constexpr int kMostItems = 1 << 28;
+inline constexpr int kMostReserved = 1 << 24;
+
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
 

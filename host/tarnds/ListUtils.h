@@ -52,6 +52,7 @@ class TListUtils {
   static void FreeNested(std::vector<TOwner> Nodes, TChildrenOf ChildrenOf);
 
   /// The integers 0 .. N − 1; empty for N <= 0.
+  /// Errors: `N` beyond `kMostItems`, `EParamError`.
   static std::vector<int> CreateOrderList(int N);
 };
 
