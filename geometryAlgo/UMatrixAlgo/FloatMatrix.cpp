@@ -26,7 +26,7 @@ std::ptrdiff_t StrideFor(int Columns) {
 
 TFloatMatrix::TBlock::TBlock(int ARows, int AColumns)
     : Rows(ARows), Columns(AColumns), Stride(StrideFor(AColumns)) {
-  if (Stride > kMostItems / std::max(Rows, 1)) {
+  if (std::max<std::ptrdiff_t>(Stride, 1) > kMostItems / std::max(Rows, 1)) {
     RaiseError<EParamError>("TFloatMatrix", "the size is too large");
   }
   Items.resize(static_cast<std::size_t>(Rows) * static_cast<std::size_t>(Stride));

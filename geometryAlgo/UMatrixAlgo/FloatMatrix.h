@@ -25,8 +25,8 @@ namespace tarnalgo {
 /// and columns included. Whatever changes the size, and `LoadFromFile`, `TryReverse` and
 /// `FreeData`, gives this handle a buffer of its own and leaves the other handles as they are.
 /// Every result is new and shares with nothing. A moved-from matrix is empty.
-/// Errors: an index out of range, a negative count or more than `kMostItems` elements,
-/// `EParamError`; operands whose sizes do not fit, `EAssertionFailed`.
+/// Errors: an index out of range, a negative count or more than `kMostItems` elements or
+/// rows, `EParamError`; operands whose sizes do not fit, `EAssertionFailed`.
 class TFloatMatrix {
  public:
   // --- Creation, size, elements (FloatMatrix.cpp) ---

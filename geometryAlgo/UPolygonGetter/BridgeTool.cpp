@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <polyclipping/clipper.hpp>
 
+#include "host/Cadtypes/Constants.h"
 #include "host/Exceptions.h"
 
 namespace tarnalgo {
@@ -18,6 +19,7 @@ std::size_t Index(int I) {
 
 TBridgeTool::TBridgeTool(int VertexCount) {
   if (VertexCount < 0) RaiseError<EParamError>("TBridgeTool.Create", "negative vertex count");
+  if (VertexCount > kMostItems) RaiseError<EParamError>("TBridgeTool.Create", "too many vertices");
   FFirst.assign(Index(VertexCount), -1);
 }
 

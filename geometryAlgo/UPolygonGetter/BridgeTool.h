@@ -19,7 +19,7 @@ namespace tarnalgo {
 /// Whoever looks into the result includes <polyclipping/clipper.hpp>.
 class TBridgeTool {
  public:
-  /// Errors: a negative count, `EParamError`.
+  /// Errors: a negative count or one beyond `kMostItems`, `EParamError`.
   explicit TBridgeTool(int VertexCount);
   virtual ~TBridgeTool();
 

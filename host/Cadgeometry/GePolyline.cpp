@@ -13,6 +13,7 @@ namespace {
 
 std::size_t CheckedCount(int Count) {
   if (Count < 0) RaiseError<EParamError>("TGePolyline2D.Create", "the count is negative");
+  if (Count > kMostItems) RaiseError<EParamError>("TGePolyline2D.Create", "too many points");
   return static_cast<std::size_t>(Count);
 }
 

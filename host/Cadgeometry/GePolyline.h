@@ -14,7 +14,7 @@ namespace tarnalgo {
 class TGePolyline2D : public TGeCurve2D {
  public:
   /// `Count` zero points.
-  /// Errors: a negative count, `EParamError`.
+  /// Errors: a negative count or one beyond `kMostItems`, `EParamError`.
   explicit TGePolyline2D(int Count = 0);
   /// Takes the points over as they are, repeated ones included.
   explicit TGePolyline2D(TDynPoints2D Points) : FPoints(std::move(Points)) {}
