@@ -9,9 +9,9 @@ BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpolyclipping-dev libdxflib-d
 DOCS_PACKAGES="doxygen"
 # To test and check as well.
 TEST_PACKAGES="$BUILD_PACKAGES ccache git clang clang-format clang-tidy libclang-rt-14-dev
-  libgtest-dev libgmock-dev libbenchmark-dev $DOCS_PACKAGES"
+  libgtest-dev libgmock-dev libbenchmark-dev python3-clang-14 $DOCS_PACKAGES"
 # To measure what the tests reach and notice.
-TRUST_PACKAGES="$TEST_PACKAGES llvm python3-clang-14"
+TRUST_PACKAGES="$TEST_PACKAGES llvm"
 # To measure against the peers.
 BENCH_PACKAGES="$BUILD_PACKAGES libbenchmark-dev libboost-dev libcgal-dev libgeos++-dev libompl-dev
   libeigen3-dev libglpk-dev coinor-libclp-dev"
