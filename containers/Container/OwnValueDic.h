@@ -1,5 +1,6 @@
 #pragma once  // containers/Container/OwnValueDic.h
 
+#include <algorithm>
 #include <concepts>
 #include <cstddef>
 #include <functional>
@@ -9,6 +10,7 @@
 
 #include "containers/Container/Bytewise.h"
 #include "containers/Container/HashIndex.h"
+#include "host/Cadtypes/Constants.h"
 #include "host/Exceptions.h"
 
 namespace tarnalgo {
@@ -79,11 +81,13 @@ class TOwnValueDic {
   /// Errors: an absent key, `EParamError`.
   V* operator[](const K& Key) const;
 
-  /// Room for so many keys: additions up to there take no memory, but for copies of the keys.
+  /// Room for so many keys, at most `kMostReserved`: additions up to there take no memory, but for
+  /// copies of the keys.
   void Reserve(int Count) {
     if (Count <= 0) return;
-    FPairs.reserve(static_cast<std::size_t>(Count));
-    FIndex.Reserve(static_cast<std::size_t>(Count));
+    const auto Room = static_cast<std::size_t>(std::min(Count, kMostReserved));
+    FPairs.reserve(Room);
+    FIndex.Reserve(Room);
   }
   /// Errors: a key that is present, `EParamError`; `Value` then still belongs to the caller.
   void Add(const K& Key, std::unique_ptr<V>&& Value);
