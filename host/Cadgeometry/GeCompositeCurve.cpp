@@ -139,8 +139,9 @@ void TGeCompositeCurve2D::AppendCopies(const TGeCompositeCurve2D& Other) {
 /// Takes nested composites apart before they go, so that none of them has another one to free.
 TGeCompositeCurve2D::~TGeCompositeCurve2D() {
   TListUtils::FreeNested(std::move(FCurves), [](const TMember& Member) -> std::vector<TMember>* {
+    if (!Member.get_deleter().Owns) return nullptr;  // not to be looked at: it may be gone
     auto* const Nested = dynamic_cast<TGeCompositeCurve2D*>(Member.get());
-    return Nested && Member.get_deleter().Owns ? &Nested->FCurves : nullptr;
+    return Nested ? &Nested->FCurves : nullptr;
   });
 }
 
