@@ -58,8 +58,8 @@ void THostile::Begin(std::uint64_t Row, int Call, int Long) {
   FDepth = 0;
 }
 
-void THostile::End() {
-  if (!FKept.empty()) FKept.front().reset();
+void THostile::End(bool HasObject) {
+  if (HasObject && !FKept.empty()) FKept.front().reset();
   while (!FKept.empty()) FKept.pop_back();
 }
 

@@ -32,9 +32,9 @@ class THostile {
   /// Starts call `Call` of the row `Row`. The same two give the same values. `Long` > 0: lists of
   /// plain values hold that many, all equal, and numbers come from the small grid.
   void Begin(std::uint64_t Row, int Call, int Long);
-  /// Frees everything handed out: what was drawn first (the object under test), then the others,
-  /// last first.
-  void End();
+  /// Frees everything handed out: the object under test, if there is one (it was drawn first), then
+  /// the others, last first.
+  void End(bool HasObject);
 
   double Double();
   /// Any integer: small ones above all, the ends of the range now and then.

@@ -2,9 +2,9 @@
 // behaviour (the sanitizers tell), without a leak, and raise nothing but the library's exceptions.
 //
 // TARNALGO_HOSTILE_CALLS sets the number of calls a row, TARNALGO_HOSTILE_SEED other values,
-// TARNALGO_HOSTILE_LONG how many equal items the long lists hold (two more calls a row).
-// TARNALGO_HOSTILE_ONLY runs the rows whose names contain it, TARNALGO_HOSTILE_APART=1 each row in a
-// process of its own.
+// TARNALGO_HOSTILE_LONG how many equal items the long lists hold (two more calls a row),
+// TARNALGO_HOSTILE_ONLY runs the rows whose names contain it, TARNALGO_HOSTILE_APART=1 runs each row
+// in a process of its own.
 
 #include <gtest/gtest.h>
 #include <sys/time.h>
@@ -191,7 +191,7 @@ class TRun {
     } catch (const std::exception& Other) {
       ADD_FAILURE() << Row.Name << ", call " << Call << " raised " << Other.what();
     }
-    FHostile.End();
+    FHostile.End(Row.MakeSelf != nullptr);
     const double Time = ProcessorTime() - Start;
     EXPECT_LT(Time, kLongestCall) << Row.Name << ", call " << Call;
     if (Time > FSlowest) {
