@@ -3,8 +3,8 @@
 //
 // TARNALGO_HOSTILE_CALLS sets the number of calls a row, TARNALGO_HOSTILE_SEED other values,
 // TARNALGO_HOSTILE_LONG how many equal items the long lists hold (two more calls a row),
-// TARNALGO_HOSTILE_ONLY runs the rows whose names contain it, TARNALGO_HOSTILE_APART=1 runs each row
-// in a process of its own.
+// TARNALGO_HOSTILE_ONLY runs the rows whose names contain it, TARNALGO_HOSTILE_APART=1 runs each
+// row in a process of its own.
 
 #include <gtest/gtest.h>
 #include <sys/time.h>
