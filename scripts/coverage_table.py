@@ -3,7 +3,8 @@
     coverage_table.py EXPORT.json MISSED.txt RELIABILITY.md
 
 A branch is one outcome of one condition; of a template it counts once, taken when any instance
-takes it. llvm-cov itself counts instances apart.
+takes it. llvm-cov itself counts instances apart. `coverage_explained.txt` beside this file says why
+branches are not reached.
 """
 
 import collections
@@ -15,6 +16,20 @@ import sys
 START, END = "<!-- coverage: written by scripts/coverage.sh -->", "<!-- /coverage -->"
 LIBRARY = ("host/", "containers/", "geometryAlgo/")
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+
+OTHERS = "Not explained one by one: `build/coverage/missed.txt` lists them"
+
+
+def explanations():
+    """[(what it holds for, reason)] of the file beside this one."""
+    rules, reason = [], ""
+    for line in pathlib.Path(__file__).with_name("coverage_explained.txt").read_text().splitlines():
+        if line.startswith("  "):
+            rules.append((re.compile(line[2:]), reason))
+        elif line and not line.startswith("#"):
+            reason = line
+    return rules
 
 
 def relative(path):
@@ -47,7 +62,7 @@ def main():
             both = branches[name].setdefault((line, column, end_line, end_column), [0, 0])
             both[0] += taken
             both[1] += not_taken
-    rows, missed = [], []
+    rows, missed, reasons, rules = [], [], collections.Counter(), explanations()
     total = [0, 0, 0, 0]
     for entry in sorted(data["files"], key=lambda e: e["filename"]):
         name = relative(entry["filename"])
@@ -67,8 +82,10 @@ def main():
                 continue  # said already
             for outcome, count in zip(("true", "false"), both):
                 if count == 0:
-                    missed.append(f"{name}:{line}:{column}: never {outcome}: "
-                                  f"{source[line - 1][column - 1:end_column - 1]}")
+                    said = f"never {outcome}: {source[line - 1][column - 1:end_column - 1]}"
+                    reason = next((why for rule, why in rules if rule.search(f"{name}: {said}")), "")
+                    reasons[reason or OTHERS] += 1
+                    missed.append(f"{name}:{line}:{column}: {said}")
         row = [len(lines), reached(lines.values()), len(outcomes), reached(outcomes)]
         if row[0] == 0:
             continue
@@ -76,11 +93,14 @@ def main():
         rows.append((name, row))
     table = ["| File | Lines | reached | Branches | reached |", "|---|---:|---:|---:|---:|"]
     table += [table_row(name, row) for name, row in [*rows, ("**all**", total)]]
+    summary = table[-1]
+    table += ["", "| Why a branch of a line that runs is not reached | Branches |", "|---|---:|"]
+    table += [f"| {why} | {count} |" for why, count in reasons.most_common()]
     pathlib.Path(missed_file).write_text("\n".join(missed) + "\n")
     doc = pathlib.Path(doc_file)
     before, rest = doc.read_text().split(START)
     doc.write_text(before + START + "\n" + "\n".join(table) + "\n" + END + rest.split(END)[1])
-    print(table[-1])
+    print(summary)
 
 
 def is_no_branch(line):

@@ -30,6 +30,7 @@ import pathlib
 import re
 import resource
 import shutil
+import signal
 import subprocess
 import sys
 
@@ -169,12 +170,15 @@ COMPARISONS = {
 NOTE_SOURCE = """#include <gtest/gtest.h>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include "mutant_switch.h"
 namespace {
 struct TNotes : testing::EmptyTestEventListener {
-  void Write(const char* Suite, const char* Name, long long Time) {
+  std::clock_t Begun = 0;
+  void Write(const char* Suite, const char* Name) {
     std::FILE* File = std::fopen(std::getenv("TARNALGO_MUTANT_NOTES"), "a");
-    std::fprintf(File, "%s.%s %lld", Suite, Name, Time);
+    const double Time = static_cast<double>(std::clock() - Begun) / CLOCKS_PER_SEC;
+    std::fprintf(File, "%s.%s %.3f", Suite, Name, Time);
     for (int I = 1; I < static_cast<int>(sizeof mutant::Reached); ++I) {
       if (mutant::Reached[I]) std::fprintf(File, " %d", I);
     }
@@ -182,9 +186,10 @@ struct TNotes : testing::EmptyTestEventListener {
     std::fclose(File);
     std::memset(mutant::Reached, 0, sizeof mutant::Reached);
   }
-  void OnTestProgramStart(const testing::UnitTest&) override { Write("", "", 0); }
+  void OnTestProgramStart(const testing::UnitTest&) override { Write("", ""); }
+  void OnTestStart(const testing::TestInfo&) override { Begun = std::clock(); }
   void OnTestEnd(const testing::TestInfo& Info) override {
-    Write(Info.test_suite_name(), Info.name(), Info.result()->elapsed_time());
+    Write(Info.test_suite_name(), Info.name());
   }
 };
 const bool kAdded = [] {
@@ -546,7 +551,8 @@ def build(programs):
                             env={**os.environ, **cache})
     if result.returncode == 0:
         return set()
-    place = rf"(?:{re.escape(str(TREE))}|\.\./tree)/(\S+?):(\d+):\d+:\s+(?:required from|(?:fatal )?error)"
+    place = (rf"(?:{re.escape(str(TREE))}|\.\./tree)/(\S+?):(\d+):\d+:\s+"
+             r"(?:required from|(?:fatal )?error)")
     refused = {(file, int(line)) for file, line in re.findall(place, result.stdout)}
     (BUILD / "build.log").write_text(result.stdout)
     if not refused:
@@ -554,37 +560,44 @@ def build(programs):
     return refused
 
 
-def limits():
-    resource.setrlimit(resource.RLIMIT_AS, (6 << 30, 6 << 30))
-    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    os.nice(19)
+def run(program, environment, filters, seconds, priority):
+    """What came of it: "" (all passed), "failed" or "too long" (in seconds of the processor)."""
+    def limit():
+        resource.setrlimit(resource.RLIMIT_AS, (6 << 30, 6 << 30))
+        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+        resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds + 1))
+        os.nice(priority)
 
-
-def run(program, environment, filters, seconds):
-    """What came of it: "" (all passed), "failed" or "too long"."""
     work = BUILD / "work"
     work.mkdir(exist_ok=True)
     command = [BUILD / "build" / "tests" / program, "--gtest_fail_fast", "--gtest_brief=1"]
     if filters:
         command.append("--gtest_filter=" + ":".join(filters))
-    try:
-        done = subprocess.run(command, cwd=work, timeout=seconds, preexec_fn=limits,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                              env={**os.environ, **environment})
-    except subprocess.TimeoutExpired:
+    done = subprocess.run(command, cwd=work, preexec_fn=limit, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, env={**os.environ, **environment})
+    if done.returncode != 0 and environment["TARNALGO_MUTANT"] == "-1":
+        raise RuntimeError(f"{program} fails without a mutant:\n{done.stdout.decode()[-3000:]}")
+    if -done.returncode in (signal.SIGXCPU, signal.SIGKILL):
         return "too long"
-    if done.returncode != 0 and not environment.get("TARNALGO_MUTANT", "-1").isdigit():
-        sys.exit(f"{program} fails without a mutant:\n{done.stdout.decode()[-3000:]}")
     return "failed" if done.returncode != 0 else ""
+
+
+QUICK = 0.05  # seconds that a test takes
 
 
 class Reach:
     """Which tests of one program reach which mutants, and how long they take."""
 
-    def __init__(self, program):
-        notes = BUILD / f"{program}.notes"
-        notes.unlink(missing_ok=True)
-        run(program, {"TARNALGO_MUTANT": "-1", "TARNALGO_MUTANT_NOTES": str(notes)}, [], 3600)
+    def __init__(self, program, priority):
+        self.program, self.priority = program, priority
+        notes, fresh = BUILD / f"{program}.notes", BUILD / f"{program}.notes.new"
+        binary = BUILD / "build" / "tests" / program
+        self.built = binary.stat().st_mtime
+        if not notes.exists() or notes.stat().st_mtime < self.built:
+            fresh.unlink(missing_ok=True)
+            note = {"TARNALGO_MUTANT": "-1", "TARNALGO_MUTANT_NOTES": str(fresh)}
+            run(program, note, [], 3600, priority)
+            fresh.rename(notes)
         self.tests = collections.defaultdict(list)
         self.time = {}
         self.always = set()
@@ -593,22 +606,22 @@ class Reach:
             if name == ".":
                 self.always |= set(map(int, reached))
                 continue
-            self.time[name] = int(time) / 1000.0
+            self.time[name] = float(time)
             for mutant in reached:
                 self.tests[int(mutant)].append(name)
 
-    def fate(self, program, mutant):
+    def fate(self, mutant):
         tests = list(self.time) if mutant in self.always else self.tests[mutant]
         if not tests:
             return "not reached"
-        tests.sort(key=self.time.get)  # the quick ones first, though gtest keeps its own order
-        quick = tests[: max(1, len(tests) * 3 // 4)]
-        for some in (quick, tests[len(quick):]):
-            if not some:
-                continue
-            seconds = 5.0 + 10.0 * sum(map(self.time.get, some))
+        # The quick ones first: most mutants fall to them.
+        quick = [test for test in tests if self.time[test] < QUICK]
+        slow = sorted(set(tests) - set(quick), key=self.time.get)
+        for some in ([quick] if quick else []) + [[test] for test in slow]:
+            seconds = 5 + int(10.0 * sum(map(self.time.get, some)))
             filters = some if len(some) < len(self.time) else []
-            fate = run(program, {"TARNALGO_MUTANT": str(mutant)}, filters, seconds)
+            switch = {"TARNALGO_MUTANT": str(mutant)}
+            fate = run(self.program, switch, filters, seconds, self.priority)
             if fate:
                 return fate
         return "survived"
@@ -629,6 +642,15 @@ def read_explained():
     return explained
 
 
+KILLED = ("failed", "too long")
+
+
+def describe(mutant):
+    """Where it is, and below it the line for the file of explanations."""
+    return (f"{mutant.file}:{mutant.line}:{mutant.column}\n"
+            f"  {mutant.file} | {mutant.code} | {mutant.change}")
+
+
 def report(chosen, mutants, fates, explained, doc):
     rows, lines, reasons = [], [], collections.Counter()
     total = collections.Counter()
@@ -639,7 +661,7 @@ def report(chosen, mutants, fates, explained, doc):
                 continue
             fate = fates[number]
             reason = explained.get((mutant.file, mutant.code, mutant.change))
-            if fate in ("failed", "too long"):
+            if fate in KILLED:
                 count["killed"] += 1
                 if reason:
                     lines.append(f"{mutant.file}:{mutant.line}: killed, though explained: "
@@ -649,8 +671,7 @@ def report(chosen, mutants, fates, explained, doc):
                 reasons[reason] += 1
             else:
                 count["left"] += 1
-                lines.append(f"{fate}: {mutant.file}:{mutant.line}:{mutant.column}\n"
-                             f"  {mutant.file} | {mutant.code} | {mutant.change}")
+                lines.append(f"{fate}: {describe(mutant)}")
             count["mutants"] += 1
         rows.append((file.file, file.found, count))
         total.update(count)
@@ -682,6 +703,7 @@ def main():
     parser.add_argument("--most", type=int, default=7, help="mutants of one file (default 7)")
     parser.add_argument("--seed", default="1", help="draws the sample (default 1)")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
+    parser.add_argument("--nice", type=int, default=19, help="of the tests that run (default 19)")
     parser.add_argument("--doc", action="store_true", help="write tables to docs/reliability.md")
     options = parser.parse_args()
 
@@ -716,13 +738,25 @@ def main():
     mutants = {n: m for n, m in mutants.items() if any(w in m.file for w in wanted)}
 
     print("Running without a mutant", flush=True)
-    reach = {program: Reach(program) for program in programs}
+    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
+        reach = dict(zip(programs, pool.map(Reach, programs, itertools.repeat(options.nice))))
+
+    # What an interrupted run has found out stands as long as the programs do.
+    kept_file = BUILD / "fates.log"
+    kept = {}
+    if kept_file.exists():
+        kept = {tuple(line[:-1]): line[-1]
+                for line in map(json.loads, kept_file.read_text().splitlines())}
 
     def fate_of(number):
         fate = "not reached"
         for program in programs_of[mutants[number].file]:
-            found = reach[program].fate(program, number)
-            if found in ("failed", "too long"):
+            key = (*mutants[number], program, reach[program].built)
+            found = kept.get(key) or reach[program].fate(number)
+            if key not in kept:
+                with open(kept_file, "a") as out:
+                    out.write(json.dumps([*key, found]) + "\n")
+            if found in KILLED:
                 return found
             if found == "survived":
                 fate = found
@@ -734,8 +768,6 @@ def main():
             fates[number] = fate
             if len(fates) % 100 == 0:
                 print(f"{len(fates)} of {len(mutants)}", flush=True)
-    listed = [{**mutants[n]._asdict(), "number": n, "fate": fates[n]} for n in mutants]
-    (BUILD / "fates.json").write_text(json.dumps(listed, indent=1, ensure_ascii=False))
     left = report(chosen, mutants, fates, read_explained(), options.doc)
     sys.exit(1 if left else 0)
 

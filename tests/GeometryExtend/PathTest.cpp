@@ -153,6 +153,7 @@ TEST(TPathUtils, NamesTheExtremeVertexOfEachPairOfDirections) {
     EXPECT_EQ(Expected, Query.OfPathAt(Path, Index));
     EXPECT_EQ(Query.Vertex, Index);
     EXPECT_EQ(Expected, Query.OfPaths(Paths));
+    EXPECT_EQ(Expected, Query.OfPaths({Path, {{2, 1}}}));
     EXPECT_EQ(Expected, Query.OfPathsAt(Paths, Place));
     EXPECT_EQ((T::TPointIndex{2, Query.Vertex}), Place);
     EXPECT_EQ(TIntPoint(), Query.OfPathsAt({}, Place));
@@ -165,6 +166,7 @@ TEST(TPathUtils, MeasuresRingsAndListedEdges) {
   EXPECT_EQ(9.0, TPathUtils::TotalLength(Path));
   EXPECT_EQ(24.0, TPathUtils::Perimeter(TPaths{Path, Path}));
   EXPECT_EQ(18.0, TPathUtils::TotalLength(TPaths{Path, Path}));
+  EXPECT_EQ(0.0, TPathUtils::TotalLength(TPath{}));
   EXPECT_TRUE(TPathUtils::BoundBox(Path, 2.0) == TVRect2D(0, 1.5, 2, 0));
   EXPECT_FALSE(TPathUtils::IntBoundbox(TPaths{{}}).IsValid());
   double Value = -1.0;
@@ -203,6 +205,8 @@ TEST(PathParameters, GiveASharedVertexToTheEdgeThatArrives) {
   EXPECT_TRUE(TPathUtils::ParamByPoint({{7, 7}}, TIntPoint(7, 7), Param));
   EXPECT_EQ(0.0, Param);
   EXPECT_FALSE(TPathUtils::ParamByPoint({{7, 7}}, TIntPoint(7, 8), Param, 1.0));
+  // On the segment by the slack along it, yet off the edge.
+  EXPECT_FALSE(TPathUtils::ParamByPoint({{0, 0}, {100, 0}}, TIntPoint(105, 0), Param, 0.1));
 }
 
 TEST(PathParameters, AreTheInverseOfPoints) {
@@ -263,6 +267,10 @@ TEST(PathComparison, MeasuresTheTurnAtACorner) {
   EXPECT_EQ(kQuarterTurn, TPathUtils::CornerRadian(Path, 1));
   EXPECT_EQ(kQuarterTurn, TPathUtils::CornerRadian(Path, 2));  // equal neighbours are passed over
   EXPECT_EQ(kPi, TPathUtils::CornerRadian(Path, 4));
+  EXPECT_EQ(-kQuarterTurn, TPathUtils::CornerRadian({{0, 0}, {1, 0}, {1, -1}}, 1));
+  for (const int Index : {-1, 6}) {
+    EXPECT_THROW(TPathUtils::CornerRadian(Path, Index), EParamError);
+  }
   EXPECT_EQ(-kQuarterTurn, TPathUtils::CornerRadian({{0, 0}, {0, 4}, {4, 4}}, 1));
   EXPECT_EQ(0.0, TPathUtils::CornerRadian({{1, 1}, {1, 1}}, 0));
 }

@@ -253,6 +253,15 @@ TEST(TPolyDecimator, AVertexOnTheNewEdgeKeepsADentOpen) {
   EXPECT_FALSE(Decimator.IsSmallConcaveTriangle({0, 0}, {9, 1}, {2, 0}));  // far beyond the base
 }
 
+TEST(TPolyDecimator, ListsWithPlacesBeyondTheRangeComeBackAsTheyAre) {
+  const TPoints Lists[] = {{{0, 0}, {1, 1e-3}, {2e100, 0}}, {{0, 0}, {1e-3, 1}, {0, 2e100}}};
+  for (TPoints Points : Lists) {
+    EXPECT_EQ(Points, TPolyDecimator(Points, 0.1).ClipTriangles(0, 2));
+    Points.back() = Points.back() / 4.0;
+    EXPECT_EQ(2U, TPolyDecimator(Points, 0.1).ClipTriangles(0, 2).size());
+  }
+}
+
 TEST(TPolyDecimator, HostileListsEnd) {
   const double Infinity = std::numeric_limits<double>::infinity();
   const double NaN = std::nan("");

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "geometryAlgo/ShapeApp.h"
+#include "geometryAlgo/ShapeApp/SimpleRing.h"
 #include "tests/support/Generate.h"
 #include "tests/support/GridGeometry.h"
 #include "tests/support/Raises.h"
@@ -158,6 +159,9 @@ TEST(TPolygonBasicAlgo, TrianglesCoverTheRingOnce) {
   // Nothing but straight ways and right angles, and a comb.
   ExpectTriangulated({{0, 0}, {1, 0}, {2, 0}, {2, 1}, {2, 2}, {1, 2}, {0, 2}, {0, 1}}, 8);
   ExpectTriangulated(TVPolyline2D{{0, 0}, {1, 0}, {2, 0}, {3, 0}, {0, 3}}, 5);
+  // A hole that hangs in a reflex corner and leaves a narrow corner beside it.
+  ExpectTriangulated({{0, 0}, {10, 0}, {10, 4}, {4, 4}, {2, 6}, {3, 9}, {4, 4}, {4, 10}, {0, 10}},
+                     9);
   TVPolyline2D Comb{{2000, -1}, {0, -1}};
   for (int I = 0; I < 2000; ++I) Comb.Add({static_cast<double>(I), I % 2 == 0 ? 0.0 : 50.0});
   Comb.Reverse();
@@ -228,6 +232,39 @@ TEST(TPolygonBasicAlgo, DistanceAgreesWithTryingEveryPairOfEdges) {
   EXPECT_EQ(5.0, TAlgo::MinPolyDistance({{7, 8}}, kSquare));
   EXPECT_EQ(0.0, TAlgo::MinPolyDistance(kSquare, {{1, 1}}));
   EXPECT_EQ(0.0, TAlgo::MinPolyDistance(kSquare, {{1, 1}, {2, 1}, {2, 2}}));
+  EXPECT_EQ(0.0, TAlgo::MinPolyDistance({{1, 1}, {2, 1}, {2, 2}}, kSquare));
+}
+
+bool TouchesByEveryPair(const std::vector<TPoint2D>& Ring) {
+  std::vector<TPoint2D> Closed = Ring;
+  Closed.push_back(Ring.front());
+  const auto Edges = test::GridEdges(Closed);
+  const std::size_t Count = Edges.size();
+  for (std::size_t I = 0; I < Count; ++I) {
+    if (Edges[I].A == Edges[I].B) return true;
+    for (std::size_t J = I + 1; J < Count; ++J) {
+      const test::TGridMeeting Meeting = test::Meet(Edges[I], Edges[J]);
+      const bool AreNeighbours = J == I + 1 || (I == 0 && J == Count - 1);
+      if (AreNeighbours ? Meeting.Stretch.has_value() : Meeting.Exists()) return true;
+    }
+  }
+  return false;
+}
+
+TEST(TouchesItself, AgreesWithTryingEveryPairOfEdges) {
+  std::mt19937 Random(21);
+  int Simple = 0;
+  for (int Round = 0; Round < 20000; ++Round) {
+    std::vector<TPoint2D> Ring;
+    for (int I = test::RandomInt(Random, 3, 8); I > 0; --I) {
+      Ring.push_back(test::RandomGridPoint(Random, 0, 5));
+    }
+    const bool Expected = TouchesByEveryPair(Ring);
+    ASSERT_EQ(Expected, TouchesItself(Ring)) << "round " << Round;
+    Simple += Expected ? 0 : 1;
+  }
+  EXPECT_GT(Simple, 2000);
+  EXPECT_TRUE(TouchesItself({{0, 0}, {1, 0}}));
 }
 
 }  // namespace

@@ -6,11 +6,14 @@
 #include <functional>
 #include <limits>
 #include <random>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "geometryAlgo/SweepLine.h"
 #include "geometryAlgo/SweepLine/OrderSearch.h"
+#include "geometryAlgo/SweepLine/SegmentEnds.h"
+#include "geometryAlgo/SweepLine/SideOfLine.h"
 #include "geometryAlgo/VedaType/Point.h"
 #include "tests/support/Generate.h"
 #include "tests/support/IntegerSegments.h"
@@ -23,6 +26,7 @@ using test::kReach;
 using test::kUnit;
 using test::TIntegerSegment;
 using test::TPairs;
+using test::TWide;
 using TEvent = TSeglinesIntersector::TEvent;
 
 TPairs PairsOf(const std::vector<TSeglineIntersectInfo>& Infos) {
@@ -141,6 +145,45 @@ TEST(TSeglinesIntersector, WithoutAToleranceTouchesAreExact) {
   EXPECT_TRUE(Sweep({Line, {{N - 1, N}, {N - 1, 2 * N}}}, 0.0).empty());
   EXPECT_EQ(1u, Sweep({Line, {{N - 1, N}, {N - 1, 0}}}, 0.0).size());
   EXPECT_EQ(1u, Sweep({Line, {{N - 1, N}, {N - 1, 2 * N}}}, std::ldexp(1.0, -40)).size());
+}
+
+// Points rounded to integers near a long line, where most of the terms cancel.
+TEST(SideOfLine, AgreesWithIntegersAtEveryScale) {
+  std::mt19937 Random(12);
+  for (int Round = 0; Round < 3000; ++Round) {
+    const int Reach = 1 << test::RandomInt(Random, 1, 30);
+    const TPoint2D A = test::RandomGridPoint(Random, -Reach, Reach) * std::ldexp(1.0, 16);
+    const TPoint2D B = A + test::RandomGridPoint(Random, -Reach, Reach);
+    const TPoint2D C = (A + (B - A) * test::RandomDouble(Random, -1e5, 1e5)).RoundTo(0);
+    const auto Whole = [](double V) { return static_cast<TWide>(V); };
+    const TWide Twice = (Whole(B.X) - Whole(A.X)) * (Whole(C.Y) - Whole(A.Y)) -
+                        (Whole(B.Y) - Whole(A.Y)) * (Whole(C.X) - Whole(A.X));
+    const int Sign = Twice > 0 ? 1 : (Twice < 0 ? -1 : 0);
+    for (const double Scale : {1.0, std::ldexp(1.0, -90)}) {
+      ASSERT_EQ(Sign, SideOfLine(A * Scale, B * Scale, C * Scale)) << Round;
+      const double Side = RoundedSide(A * Scale, B * Scale, C * Scale);
+      ASSERT_NEAR(1.0, Sign == 0 ? Side + 1.0 : Side / (static_cast<double>(Twice) * Scale * Scale),
+                  std::ldexp(1.0, -28))
+          << Round;
+    }
+  }
+}
+
+TEST(SortSegmentEnds, SortsByPlaceThenById) {
+  std::mt19937 Random(13);
+  for (int Round = 0; Round < 300; ++Round) {
+    std::vector<TSegmentEnd> Ends;
+    for (int Count = test::RandomInt(Random, 0, 60); Count > 0; --Count) {
+      Ends.push_back({test::RandomGridPoint(Random, 0, 1 + Round % 9), Count});
+    }
+    SortSegmentEnds(Ends);
+    for (std::size_t I = 1; I < Ends.size(); ++I) {
+      const auto Key = [&](std::size_t At) {
+        return std::tuple(Ends[At].P.X, Ends[At].P.Y, Ends[At].Id);
+      };
+      ASSERT_LT(Key(I - 1), Key(I)) << Round;
+    }
+  }
 }
 
 TEST(TSeglinesIntersector, LongLinesSideBySideCrossWithinBoth) {

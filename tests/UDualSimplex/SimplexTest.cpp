@@ -225,6 +225,10 @@ TEST(Simplex, AnswersTheLimitingPrograms) {
       {"no constraint, unbounded", {{}, {}, {3, 1}, true}, false, 0},
       {"NaN", {MatrixOf({{1, NaN}}), {kAtMost}, {0, 1}, true}, false, 0},
       {"infinite", {MatrixOf({{HUGE_VAL, 1}}), {kAtMost}, {0, 1}, true}, false, 0},
+      {"NaN among what plays no part",
+       {MatrixOf({{1, 0, 1}, {1, NaN, 1}}), {kAtMost, kAtMost}, {0, -1, 1}, true},
+       false,
+       0},
       {"overflow", {MatrixOf({{1e300, 1e-5}}), {kAtMost}, {0, 1e300}, true}, false, 0},
   };
   for (const auto& Case : Cases) {
@@ -262,6 +266,8 @@ TEST(Simplex, AssertsTheShape) {
   EXPECT_EQ((TFloatVector{7}), X);
   EXPECT_TRUE(TLinearProgramMethod::Solve(MatrixOf({{1, 2}}), {8}, {kAtMost}, {3, 3}, true, false,
                                           X, Objective));
+  EXPECT_THROW(TLinearProgramMethod::Solve(A, {8}, {kAtMost}, {3}, true, false, X, Objective),
+               EAssertionFailed);
   EXPECT_EQ((TFloatVector{8, 0}), X);
   EXPECT_EQ(24.0, Objective);
 }

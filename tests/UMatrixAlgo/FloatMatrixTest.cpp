@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <type_traits>
+#include <utility>
+
 #include "host/Exceptions.h"
 #include "tests/support/Matrices.h"
 
@@ -65,6 +69,42 @@ TEST(TFloatMatrix, GrowsAndShrinksByRowsAndColumns) {
   EXPECT_THROW(A.ExpandARow({1}), EAssertionFailed);
   A.ExceptLastRows(1);
   EXPECT_EQ(0, A.GetColCnt());
+}
+
+TEST(TFloatMatrix, OperatorsWorkElementByElement) {
+  const TFloatMatrix A = MatrixOf({{1, -2}, {3, 4}});
+  const TFloatMatrix B = MatrixOf({{5, 6}, {7, 0}});
+  EXPECT_EQ(MatrixOf({{6, 4}, {10, 4}}), A + B);
+  EXPECT_EQ(MatrixOf({{-4, -8}, {-4, 4}}), A - B);
+  EXPECT_EQ(MatrixOf({{-1, 2}, {-3, -4}}), -A);
+  EXPECT_EQ(MatrixOf({{0.5, -1}, {1.5, 2}}), A / 2.0);
+  EXPECT_EQ(A * 3.0, 3.0 * A);
+  EXPECT_EQ(MatrixOf({{3, -6}, {9, 12}}), 3.0 * A);
+  EXPECT_EQ(5.0, A.GetRowMag(1));
+  EXPECT_TRUE(A.Equls(A + MatrixOf({{0.5, 0}, {0, -0.5}}), 0.5));
+  EXPECT_FALSE(A.Equls(A + MatrixOf({{0, 0}, {0.6, 0}}), 0.5));
+  EXPECT_NE(A, MatrixOf({{1, -2, 0}, {3, 4, 0}}));
+  for (const TFloatMatrix& Other : {TFloatMatrix(2, 3), TFloatMatrix(3, 2)}) {
+    EXPECT_THROW(A - Other, EAssertionFailed);
+    EXPECT_FALSE(A.Equls(Other, 1e9));
+  }
+}
+
+TEST(TFloatMatrix, RefusesPlacesThatAreNotThere) {
+  TFloatMatrix A(2, 3);
+  for (const auto& [Row, Column] : {std::pair(-1, 0), {2, 0}, {0, -1}, {0, 3}}) {
+    EXPECT_THROW(A.GetItem(Row, Column), EParamError);
+    EXPECT_THROW(A.SubMatrix(Row, Column, 1, 1), EParamError);
+  }
+  EXPECT_THROW(A.SubMatrix(0, 0, -1, 1), EParamError);
+  EXPECT_THROW(A.SubMatrix(0, 0, 1, -1), EParamError);
+  EXPECT_THROW(A.ExceptLastRows(-1), EParamError);
+  EXPECT_THROW(A.ExceptLastColumns(-1), EParamError);
+  EXPECT_THROW(A.SetColumn(-1, {1, 2}), EParamError);
+  EXPECT_THROW(A.SetColumn(0, {1, 2, 3}), EAssertionFailed);
+  EXPECT_THROW(TFloatMatrix(-1, 2), EParamError);
+  A.SetColumn(2, {1, 2});
+  EXPECT_EQ(MatrixOf({{0, 0, 1}, {0, 0, 2}}), A);
 }
 
 TEST(TFloatMatrix, PartsOfAMatrix) {

@@ -43,6 +43,19 @@ TEST(TFloatVector, TakesAndDropsRuns) {
   EXPECT_THROW(V * TFloatVector(3), EAssertionFailed);
 }
 
+TEST(TFloatVector, OperatorsWorkElementByElement) {
+  const TFloatVector A{1, -2};
+  EXPECT_EQ((TFloatVector{4, 2}), A + TFloatVector({3, 4}));
+  EXPECT_EQ((TFloatVector{-2, -6}), A - TFloatVector({3, 4}));
+  EXPECT_EQ((TFloatVector{-1, 2}), -A);
+  EXPECT_EQ(A * 3.0, 3.0 * A);
+  EXPECT_EQ(-5.0, A * TFloatVector({3, 4}));
+  EXPECT_EQ(5.0, A.MagSqr());
+  EXPECT_THROW(A.SubVector(-1, 1), EParamError);
+  EXPECT_THROW(A.SubVector(0, -1), EParamError);
+  EXPECT_THROW(A.ExceptItem(-1), EParamError);
+}
+
 TEST(TFloatVector, LengthNeitherOverflowsNorVanishes) {
   for (const double Scale : {1.0, 1e300, 1e-300, 5e-324}) {
     SCOPED_TRACE(Scale);

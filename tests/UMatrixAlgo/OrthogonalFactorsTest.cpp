@@ -38,6 +38,14 @@ TEST(GramSchmidt, MakesDependentColumnsZero) {
   }
 }
 
+// The second column stands out of the first by that share of its length.
+TEST(GramSchmidt, KeepsAColumnThatHardlyStandsOut) {
+  for (const double Share : {0.7e-12, 1.5e-12}) {
+    const TFloatMatrix Q = TMatrixDCMPTool::GetOrthoByGramSchmidt(MatrixOf({{1, 1}, {0, Share}}));
+    EXPECT_EQ(Share > 1e-12 ? 1.0 : 0.0, Q.GetColumnMag(1));
+  }
+}
+
 TEST(QR, TakesZerosAndHugeItems) {
   TFloatMatrix Q, R;
   TMatrixDCMPTool::QRDCMP(MatrixOf({{0, 0}, {0, 3e200}, {0, 4e200}}), Q, R);

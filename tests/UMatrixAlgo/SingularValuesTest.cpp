@@ -91,6 +91,15 @@ TEST(SVDCMP, LeavesOutWhatIsBeyondTheRank) {
   }
 }
 
+TEST(SVDCMP, LeavesOutValuesBelowItsLeast) {
+  for (const double Value : {0.75e-12, 1.9e-12}) {
+    TFloatMatrix U, V;
+    TFloatVector W;
+    TMatrixDCMPTool::SVDCMP(MatrixOf({{Value}}), U, V, W);
+    EXPECT_EQ(Value > 1e-12 ? Value : 0.0, W[0]);
+  }
+}
+
 TEST(SVDCMP, LeavesOutDirectionsThatDoNotConverge) {
   TFloatMatrix U, V;
   TFloatVector W;

@@ -114,6 +114,9 @@ TEST(TVHPolygon, EqualsARegionWithItsHolesInAnotherOrder) {
   EXPECT_TRUE(A.IsEqualTo(B));
   B[30]->Translate({2e-6, 0});
   EXPECT_FALSE(A.IsEqualTo(B));
+  B[30]->Translate({-2e-6, 0});
+  B[0]->Translate({1, 0});
+  EXPECT_FALSE(A.IsEqualTo(B)) << "another outline";
   A.Add(std::make_unique<TVPolyline2D>());
   EXPECT_TRUE(A.IsEqualTo(*A.Clone())) << "a hole without points has no box to be found by";
 }

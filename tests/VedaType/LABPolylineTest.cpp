@@ -352,6 +352,15 @@ TEST(TLABPolyline, ReportsNoPointOnAnyOfSeveralStretches) {
   }
 }
 
+TEST(TLABPolyline, CrossesABezierBeyondItsEnds) {
+  const TLABPolyline Chain{{{0, 0}, {2, 6}, {4, 6}, {6, 0}}};  // 4.5 high
+  std::vector<TPoint2D> Points;
+  std::vector<TVLine2D> Lines;
+  EXPECT_TRUE(Chain.CrossWithSegLine({{-9, 4}, {9, 4}}, Points, Lines));
+  ASSERT_EQ(2U, Points.size());
+  EXPECT_NEAR(6.0, Points[0].X + Points[1].X, 1e-12);
+}
+
 TEST(TLABPolyline, WritesNumbersThatReadBack) {
   EXPECT_EQ("#000000\nline (0, 0.1) (1e+300, 0)\narc (1, 0) (0, 1) centre (0, 0) bulge 0.5\n",
             TLABPolyline({{{0, 0.1}, {1e300, 0}}, {{1, 0}, {0, 1}, {0, 0}, 0.5}}).ToString());

@@ -39,6 +39,8 @@ TEST(TPointL2D, RoundsToTheNearestIntegerHalvesToEven) {
       {4503599627370497.5, 4503599627370498},
       {9007199254740993.0, 9007199254740992},
       {-9223372036854775808.0, kMin},
+      {-6e18, -6'000'000'000'000'000'000},
+      {6e18, 6'000'000'000'000'000'000},
       {9223372036854775808.0, kMax},
       {1e300, kMax},
       {-1e300, kMin},
@@ -112,6 +114,10 @@ TEST(TPoint2DUtils, QuadrantsOwnTheirFirstHalfAxis) {
     EXPECT_EQ(I + 1, TPoint2DUtils::Quadrant(Axis[I]));
     EXPECT_EQ(I + 1, TPoint2DUtils::Quadrant(Inside[I]));
   }
+  EXPECT_EQ(4, TPoint2DUtils::Quadrant({2, -1e-9}));  // exact signs
+  EXPECT_EQ(2, TPoint2DUtils::Quadrant({-1e-9, 2}));
+  EXPECT_EQ(1, TPoint2DUtils::Quadrant({1e-9, 2}));
+  EXPECT_EQ(2, TPoint2DUtils::Quadrant({-2, 1e-9}));
   EXPECT_EQ(0, TPoint2DUtils::Quadrant({0, 0}));
   EXPECT_EQ(0, TPoint2DUtils::Quadrant({std::nan(""), 1}));
 }

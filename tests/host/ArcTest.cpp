@@ -227,6 +227,7 @@ TEST(TArc2D, ArcsOfOneCircleAnswerTheirOverlap) {
       {"overlap", Half, {{0, 0}, 1, 2, kPi}, 2, 2, kPi},
       {"overlap, other sense", Half, {{0, 0}, 1, 2 + kPi, -kPi}, 2, 2, kPi},
       {"contained", Half, {{0, 0}, 1, 1, 1}, 2, 1, 2},
+      {"hardly longer than the tolerance", Half, {{0, 0}, 1, 1, 5e-6}, 2, 1, 1 + 5e-6},
       {"the same", Half, Half, 2, 0, kPi},
       {"the same, reversed", Half, Reversed(Half), 2, 0, kPi},
       {"a full circle, seam inside", Half, {{0, 0}, 1, 1, kFullTurn}, 2, 0, kPi},

@@ -19,6 +19,14 @@ TEST(TMathUtils, ToleranceDecidesAtItsEdge) {
   EXPECT_FALSE(TMathUtils::IsInFloatRange(1.0000005, 0, 1, true, false, 1e-6));
   EXPECT_FALSE(TMathUtils::IsInFloatRange(0.9999995, 0, 1, true, false, 1e-6));
   EXPECT_TRUE(TMathUtils::IsInFloatRange(0.999998, 0, 1, true, false, 1e-6));
+  EXPECT_TRUE(TMathUtils::FloatGreaterEquals(1.0, 1.5, 0.5));
+  EXPECT_FALSE(TMathUtils::FloatGreaterEquals(std::nextafter(1.0, 0.0), 1.5, 0.5));
+  for (const double X : {-1.0, 0.0, 0.5, 1.0, 2.0}) {
+    const bool IsInside = X == 0.5;
+    EXPECT_EQ(IsInside, TMathUtils::IsInRange(X, 0, 1, false, false));
+    EXPECT_EQ(IsInside || X == 0.0, TMathUtils::IsInRange(X, 0, 1, true, false));
+    EXPECT_EQ(IsInside || X == 1.0, TMathUtils::IsInRange(X, 0, 1, false, true));
+  }
   EXPECT_EQ(0, TMathUtils::CompareFloat(1.0, 1.0 + 9e-7));
   EXPECT_EQ(-1, TMathUtils::CompareFloat(1.0, 1.0 + 2e-6));
   EXPECT_EQ(1, TMathUtils::CompareFloat(kInf, 0.0));

@@ -113,6 +113,8 @@ TEST(TCircle2D, CountsCommonPointsWithALine) {
   EXPECT_EQ(1, Circle.Intersect(TLine2D({4, 6}, {4, 6}), I1, I2));
   EXPECT_EQ(TPoint2D(4, 6), I1.Point);
   EXPECT_EQ(0, Circle.Intersect(TLine2D({1, 2}, {1, 2}), I1, I2));
+  EXPECT_EQ(1, TCircle2D({1, 2}, 0).Intersect(TLine2D({0, 2}, {9, 2}), I1, I2));
+  EXPECT_EQ(TPoint2D(1, 2), I1.Point);
 }
 
 TEST(TCircle2D, CutsOfALineKeepTheirDigitsNearTheTangent) {

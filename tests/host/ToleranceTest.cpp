@@ -31,6 +31,7 @@ TEST(TGeInterval, MeetsAcrossAGapOfUpToTheLargerTolerance) {
       {"touching", {0, 3, 0}, {3, 5, 0}, true, 3, 3},
       {"bounds the other way round", {5, 0, 1e-6}, {9, 3, 1e-6}, true, 3, 5},
       {"gap within one tolerance", {0, 3, 0}, {3.25, 5, 0.5}, true, 3.125, 3.125},
+      {"gap of just the tolerance", {0, 3, 0}, {3.5, 5, 0.5}, true, 3.25, 3.25},
       {"gap beyond", {0, 3, 0.125}, {3.25, 5, 0.125}, false, 0, 0},
       {"a single value", {3, 3, 0}, {3, 3, 0}, true, 3, 3},
       {"NaN", {std::nan(""), 3, 0}, {0, 9, 0}, false, 0, 0},
@@ -66,6 +67,15 @@ TEST(TRect2D, ContainsWithSlackOnEverySide) {
   EXPECT_FALSE(Box.Contains(TRect2D({-2e-6, 0}, {10, 10})));
   EXPECT_FALSE(Box.Contains(TRect2D({0, 0}, {10, 10 + 2e-6})));
   EXPECT_EQ(TRect2D({-1, -2}, {11, 12}), Box.Inflate(1, 2));
+}
+
+TEST(TRect2D, ABoxTheWrongWayRoundIsNothing) {
+  const TRect2D Box({1, 2}, {3, 4});
+  const TRect2D Nothing({9, 9}, {0, 0});
+  EXPECT_EQ(Box, Box.Union(Nothing));
+  EXPECT_EQ(Box, Nothing.Union(Box));
+  EXPECT_FALSE(Nothing.Inflate(10, 10).IsValid());
+  EXPECT_TRUE(Box.Contains(Nothing));
 }
 
 }  // namespace
