@@ -51,11 +51,14 @@ ROW("TObjectList::Insert(int, T *)", ReferringListRow) {
 
 ROW("TGeCompositeCurve2D::TGeCompositeCurve2D(const std::vector<TGeCurve2D *> &, bool)",
     CompositeOfListRow) {
-  std::vector<TGeCurve2D*> Curves;
+  std::vector<std::unique_ptr<TGeCurve2D>> Owned;
   for (int Count = H.ListSize(); Count > 0; --Count) {
-    Curves.push_back(H.Pick(8) == 0 ? nullptr : H.Draw<TGeCurve2D>().release());
+    Owned.push_back(H.Pick(8) == 0 ? nullptr : H.Draw<TGeCurve2D>());
   }
-  if (!Curves.empty() && H.Pick(4) == 0) Curves.push_back(Curves.front());
+  const bool HasRepeat = !Owned.empty() && H.Pick(4) == 0;
+  std::vector<TGeCurve2D*> Curves;
+  for (auto& Curve : Owned) Curves.push_back(Curve.release());
+  if (HasRepeat) Curves.push_back(Curves.front());
   const TGeCompositeCurve2D Composite(Curves, true);
   H.Use(Composite.CurveLength());
 }
@@ -66,6 +69,14 @@ ROW("TFlyHoles::AddHole(tarnalgo::TGeCurve2D *)", AddHoleRow) {
   Holes.AddHole(Hole);
   Holes.AddHole(static_cast<TGeCurve2D*>(nullptr));
   if (H.Coin()) Holes.RemoveHole(Hole);
+}
+
+ROW("TFlyCurves::operator=(tarnalgo::TFlyCurves &&)", MovePassRow) {
+  TFlyCurves Pass;
+  for (int Count = H.ListSize(); Count > 0; --Count) Pass.Add(H.Draw<TFlyCurve>());
+  TFlyCurves Moved(std::move(Pass));
+  Pass = std::move(Moved);
+  H.Use(Pass.EndPoint());
 }
 
 ROW("TObjectList::Sort(TComparer)", SortRow) {
@@ -174,6 +185,10 @@ ROW("TLinkedList::InsertAfter(tarnalgo::TLinkedList::TNode *, const T &)", Linke
   for (int Step = 0; Step < 5; ++Step) {
     Chain.InsertAfter(Chain.Tail(), H.Take<TPoint2D>());
     Chain.Remove(H.Coin() ? Chain.Head() : nullptr, true);
+    H.Use(Chain.RemoveHead(true));
+    H.Use(Chain.RemoveTail(true));
+    const std::unique_ptr<TChain::TNode> Last(Chain.AddToTail(H.Take<TPoint2D>()));
+    H.Use(Chain.RemoveTail(false));
   }
 }
 
