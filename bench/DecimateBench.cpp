@@ -108,7 +108,11 @@ void Sizes(benchmark::internal::Benchmark* Row) {
   BENCHMARK(Decimate<T, SheetPoints, true>)->Name("Decimation/sheet, both sides/" Who)->Apply(Sizes)
 
 DECIMATE_ROWS(TOurs, "ours");
-BENCHMARK(Decimate<TOurs, Teeth, true>)->Name("Decimation/teeth, both sides/ours")->Apply(Sizes);
+BENCHMARK(Decimate<TOurs, Teeth, true>)
+    ->Name("Decimation/teeth, both sides/ours")
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMicrosecond);
 #ifdef TARNALGO_BENCH_BOOST
 DECIMATE_ROWS(TBoost, "Boost.Geometry");
 #endif
