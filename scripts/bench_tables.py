@@ -7,7 +7,6 @@ what the job cannot go below. Prints the tables, or writes them between the page
 """
 
 import argparse
-import collections
 import json
 import math
 import re
@@ -19,8 +18,8 @@ NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
 def read_times(names):
-    """Median processor times in ns: (job, input) -> who -> size -> time, in the programs' order."""
-    times = collections.OrderedDict()
+    """Median processor times in ns: (job, input) -> who -> size -> time."""
+    times = {}
     for name in names:
         with open(name, encoding="utf-8") as file:
             text = file.read()
@@ -30,7 +29,7 @@ def read_times(names):
             if row.get("aggregate_name") != "median" or row.get("error_occurred"):
                 continue
             job, kind, who, size = row["run_name"].split("/")[:4]
-            of_job = times.setdefault((job, kind), collections.OrderedDict())
+            of_job = times.setdefault((job, kind), {})
             of_job.setdefault(who, {})[int(size)] = row["cpu_time"] * NANOSECONDS[row["time_unit"]]
     return times
 
@@ -87,11 +86,11 @@ def tables(times):
     beside = ["| Job | Input | Peer | n | Ours / peer | Ours grows, n^ | Peer grows, n^ | Limit |",
               "|---|---|---|---|---|---|---|---|"]
     alone = ["| Job | Input | n | Time | For each | Grows, n^ | Limit |", "|---|---|---|---|---|---|---|"]
-    for (job, kind), of_job in times.items():
+    for (job, kind), of_job in sorted(times.items()):
         ours = of_job.get("ours")
         if ours is None:
             continue
-        peers = [who for who in of_job if who != "ours" and not who.startswith("limit: ")]
+        peers = sorted(who for who in of_job if who != "ours" and not who.startswith("limit: "))
         for peer in peers:
             sizes, texts = ratios(ours, of_job[peer])
             beside.append(f"| {job} | {kind} | {peer} | {sizes} | {texts} | {growth(ours)} | "
