@@ -109,6 +109,8 @@ TEST(TPathUtils, EditsMoveWhatTheySay) {
 TEST(TPathUtils, SmoothsStraightWays) {
   EXPECT_THAT(TPathUtils::CollinearSmooth({{0, 0}, {50000, 0}, {100000, 0}, {100000, 7}}),
               ElementsAre(TIntPoint(0, 0), TIntPoint(100000, 0), TIntPoint(100000, 7)));
+  const TPath Bent{{0, 0}, {15, 0}, {100, 1}};  // 0.15 off the way, one and a half tolerances
+  EXPECT_EQ(Bent, TPathUtils::CollinearSmooth(Bent));
 }
 
 TEST(TPathUtils, RecognisesRectanglesExactly) {
@@ -164,7 +166,7 @@ TEST(TPathUtils, NamesTheExtremeVertexOfEachPairOfDirections) {
 TEST(TPathUtils, MeasuresRingsAndListedEdges) {
   const TPath Path{{0, 0}, {3, 4}, {3, 0}};
   EXPECT_EQ(9.0, TPathUtils::TotalLength(Path));
-  EXPECT_EQ(24.0, TPathUtils::Perimeter(TPaths{Path, Path}));
+  EXPECT_EQ(24.0, TPathUtils::Perimeter(TPaths{Path, {}, Path}));
   EXPECT_EQ(18.0, TPathUtils::TotalLength(TPaths{Path, Path}));
   EXPECT_EQ(0.0, TPathUtils::TotalLength(TPath{}));
   EXPECT_TRUE(TPathUtils::BoundBox(Path, 2.0) == TVRect2D(0, 1.5, 2, 0));
@@ -249,7 +251,7 @@ TEST(PathComparison, FindsMovedCopiesCongruentAndMirroredOnesNot) {
     TPath Copy = Path;
     TPathUtils::Rotate(Copy, test::RandomDouble(Random, -4.0, 4.0), TIntPoint(777, -3));
     TPathUtils::Translate(Copy, TIntPoint(1234567, -7654321));
-    std::rotate(Copy.begin(), Copy.begin() + 2, Copy.end());
+    std::rotate(Copy.begin(), Copy.begin() + Round % 4, Copy.end());
     if (Round % 2) TPathUtils::Reverse(Copy);
     if (Round % 3 == 0) TPathUtils::ConnectHeadTail(Copy);
     EXPECT_TRUE(TPathUtils::IsCongruent(Path, Copy));
@@ -289,6 +291,8 @@ TEST(PathCutting, CutsWhereThePathsMeet) {
       TPathUtils::CutByPath({{0, 0}, {30, 0}}, {{10, 5}, {10, 0}, {20, 0}}),
       ElementsAre(TPath{{0, 0}, {10, 0}}, TPath{{10, 0}, {20, 0}}, TPath{{20, 0}, {30, 0}}));
   EXPECT_THAT(TPathUtils::CutByPaths(Square, {{{-5, -5}, {0, 0}}, {{90, 9}}}), ElementsAre(Square));
+  const TPath Slope{{0, 0}, {40, 40}};
+  EXPECT_THAT(TPathUtils::CutByPath(Slope, {{30, 10}, {31, 10}}), ElementsAre(Slope));
   EXPECT_THAT(TPathUtils::CutByPath({}, Bar), IsEmpty());
   // Several points at the seam, only one of which is found to meet the cutter.
   const TPath Doubled{{0, 0}, {0, 0}, {40, 0}, {40, 40}, {0, 40}, {0, 0}, {0, 0}};

@@ -224,6 +224,9 @@ TEST(TPolygonBasicAlgo, TangentsLeaveTheRingOnOneSide) {
   EXPECT_TRUE(TAlgo::PointTangants({{2, 0}, {2, 1}, {1, 1}, {1, 0}}, {0, 0}, Left, Right));
   EXPECT_EQ(2, Left);
   EXPECT_EQ(3, Right);  // the nearest on the line of an edge
+  EXPECT_TRUE(TAlgo::PointTangants({{1, 1}, {1, 0}, {2, 0}, {2, 1}}, {0, 0}, Left, Right));
+  EXPECT_EQ(0, Left);
+  EXPECT_EQ(1, Right);
 }
 
 TEST(TPolygonBasicAlgo, LeastInternalAngleInEitherSense) {
@@ -250,6 +253,10 @@ TEST(TPolygonBasicAlgo, GeneratedRingsAreStrictlyConvexInTheirDisc) {
         EXPECT_LE(Ring[I].DistanceTo({50, 60}), 7.0 * (1 + 1e-12));
       }
     }
+    const TVPolyline2D Tiny = TAlgo::GenerateConvexPolyOnDisc({0, 0}, 1e-4, 17, 1, Fast);
+    ASSERT_EQ(18, Tiny.Count());
+    const auto IsOnCircle = [](const TPoint2D& P) { return std::abs(P.Mag() - 1e-4) < 1e-12; };
+    EXPECT_EQ(Fast, std::all_of(Tiny.begin(), Tiny.end(), IsOnCircle));
     EXPECT_TRUE(TAlgo::GenerateConvexPolyOnDisc({0, 0}, 1.0, 2, 1, Fast).IsEmpty());
     EXPECT_TRUE(TAlgo::GenerateConvexPolyOnDisc({0, 0}, 0.0, 5, 1, Fast).IsEmpty());
   }

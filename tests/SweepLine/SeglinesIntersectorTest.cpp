@@ -152,9 +152,13 @@ TEST(SideOfLine, AgreesWithIntegersAtEveryScale) {
   std::mt19937 Random(12);
   for (int Round = 0; Round < 3000; ++Round) {
     const int Reach = 1 << test::RandomInt(Random, 1, 30);
-    const TPoint2D A = test::RandomGridPoint(Random, -Reach, Reach) * std::ldexp(1.0, 16);
-    const TPoint2D B = A + test::RandomGridPoint(Random, -Reach, Reach);
-    const TPoint2D C = (A + (B - A) * test::RandomDouble(Random, -1e5, 1e5)).RoundTo(0);
+    const bool IsLong = Round % 2 == 1;  // and not so near: the area has more than 53 bits
+    const auto Near = [&](int Most) { return test::RandomGridPoint(Random, -Most, Most); };
+    const TPoint2D A = Near(Reach) * std::ldexp(1.0, 16);
+    const TPoint2D B = A + Near(Reach) + (IsLong ? Near(Reach) * std::ldexp(1.0, 16) : TPoint2D());
+    const TPoint2D C =
+        (A + (B - A) * test::RandomDouble(Random, -1.0, 1.0) * (IsLong ? 10 : 1e5)).RoundTo(0) +
+        Near(IsLong ? Reach >> 14 : 0);
     const auto Whole = [](double V) { return static_cast<TWide>(V); };
     const TWide Twice = (Whole(B.X) - Whole(A.X)) * (Whole(C.Y) - Whole(A.Y)) -
                         (Whole(B.Y) - Whole(A.Y)) * (Whole(C.X) - Whole(A.X));
@@ -274,6 +278,7 @@ TEST(TSeglinesIntersector, AnyInputTerminatesAndWhatIsNotFiniteMeetsNothing) {
     std::vector<TVLine2D> Lines = Cross;
     Lines.push_back({{Odd, 0}, {1, 1}});
     Lines.push_back({{0, 0}, {1, Odd}});
+    Lines.push_back({{5, 0}, {5, 1}});  // nor do they make others meet
     EXPECT_EQ((TPairs{{0, 1}}), PairsOf(Sweep(Lines)));
   }
   for (const double Scale : {1e300, 1e-300, 5e307, 5e-324}) {

@@ -61,6 +61,8 @@ TEST(TVHPolygon, TurnsContoursAsTheyComeAndGo) {
   EXPECT_EQ("-+", Senses(Region));
   Region.Clear();
   EXPECT_TRUE(Region.IsEmpty());
+  Region.Add(Square(0, 10, false));
+  EXPECT_EQ("-", Senses(Region)) << "a cleared region turns what comes";
 }
 
 TEST(TVHPolygon, LetsTheFirstContourThatTellsDecideWhereAPointLies) {

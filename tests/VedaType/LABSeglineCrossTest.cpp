@@ -116,6 +116,18 @@ TEST(TLABSeglineCross, LinesAndArcsTakeNoMemory) {
   EXPECT_GT(Points.size(), 1000U);
 }
 
+TEST(TLABSeglineCross, AddsBothStretchesOfTwoArcsToWhatIsThere) {
+  const TLABSegline A(TArc2D({0, 0}, 2.0, 0.0, 5.0));
+  const TLABSegline B(TArc2D({0, 0}, 2.0, 4.0, 5.0));  // both cover 4 .. 5 and 0 .. 9 - 2π
+  TFound Found(A, B);
+  ASSERT_EQ(2U, Found.Arcs.size());
+  EXPECT_NEAR(1.0 + 9.0 - kFullTurn,
+              std::abs(Found.Arcs[0].AngleRange()) + std::abs(Found.Arcs[1].AngleRange()), 1e-9);
+  Found.Beziers.resize(1);
+  EXPECT_FALSE(TLABSegline({0, 3}, {1, 3})
+                   .CrossWithLABSegline(A, Found.Points, Found.Lines, Found.Arcs, Found.Beziers));
+}
+
 TEST(TLABSeglineCross, HostilePairsAreToldOnce) {
   const TLABSegline Quarter({2, 0}, {0, 2}, {0, 0}, std::tan(kPi / 8));
   const TLABSegline Circle({2, 0}, {2, 0}, {0, 0}, 3.3e38);

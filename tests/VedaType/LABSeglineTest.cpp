@@ -28,6 +28,9 @@ TEST(TLABSegline, BulgeFromTheMarkOnIsAFullCircle) {
     EXPECT_EQ(Case.Bulge < 0, Seg.ToArc().IsClockwise);
     EXPECT_TRUE(TLABSegline({1, 0}, {1, 0}, {0, 0}, Case.Bulge).IsCircle()) << "equal ends";
   }
+  // Ends within the tolerance: less than half a turn is a line.
+  EXPECT_EQ(stLine, TLABSegline(TArc2D({0, 0}, 1e-7, 0.0, 2.0)).SegType);
+  EXPECT_TRUE(TLABSegline(TArc2D({0, 0}, 1e-7, 0.0, 4.0)).IsCircle());
 }
 
 TEST(TLABSegline, SamplesABezierByStepsOfTheParameter) {
@@ -80,6 +83,7 @@ TEST(TLABSegline, ParameterAndTangentAgreeWithThePoints) {
   for (const TLABSegline& Seg : kAll) {
     EXPECT_EQ(Seg.P1, Seg.PointByParam(0.0));
     EXPECT_EQ(Seg.P4, Seg.PointByParam(1.0));
+    EXPECT_EQ(0.0, Seg.ParamByPoint(Seg.PointByParam(1e-8)));  // equal to the start
     for (const double T : {0.0, 0.125, 0.5, 0.75, 1.0}) {
       EXPECT_NEAR(T, Seg.ParamByPoint(Seg.PointByParam(T)), 1e-12);
       const TPoint2D Step = Seg.PointByParam(T + 1e-6) - Seg.PointByParam(T - 1e-6);

@@ -118,6 +118,7 @@ TEST(TPoint2DUtils, QuadrantsOwnTheirFirstHalfAxis) {
   EXPECT_EQ(2, TPoint2DUtils::Quadrant({-1e-9, 2}));
   EXPECT_EQ(1, TPoint2DUtils::Quadrant({1e-9, 2}));
   EXPECT_EQ(2, TPoint2DUtils::Quadrant({-2, 1e-9}));
+  EXPECT_EQ(3, TPoint2DUtils::Quadrant({-1e-9, -2}));
   EXPECT_EQ(0, TPoint2DUtils::Quadrant({0, 0}));
   EXPECT_EQ(0, TPoint2DUtils::Quadrant({std::nan(""), 1}));
 }
