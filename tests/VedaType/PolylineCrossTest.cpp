@@ -99,6 +99,7 @@ TEST(TVPolyline2DCross, ReportsInTheOrderOfTheFirstPolyline) {
     for (std::size_t I = 1; I < Points.size(); ++I) {
       EXPECT_LE(Nearest.DistanceTo({30, 10}), Points[I].DistanceTo({30, 10}));
     }
+    EXPECT_FALSE(A.NearestCrossPoint(TVLine2D({-999, 0}, {-999, 1}), {30, 10}, Nearest));
   }
 }
 

@@ -122,6 +122,11 @@ TEST(TVPolyline2DList, JoinsEndsThatMeet) {
     EXPECT_EQ(Before - static_cast<int>(Case.ByOrder.size()), List.TryConnectByOrder());
     EXPECT_EQ(Case.ByOrder, PointsOf(List));
   }
+  // A ring that is complete takes nothing more, though the next polyline begins at its joint.
+  TVPolyline2DList List = ListOf({{{0, 0}, {4, 0}}, {{4, 0}, {4, 4}, {0, 0}}, {{0, 0}, {-1, 0}}});
+  EXPECT_EQ(1, List.TryConnectByOrder());
+  EXPECT_EQ((std::vector<TPoints>{{{0, 0}, {4, 0}, {4, 4}, {0, 0}}, {{0, 0}, {-1, 0}}}),
+            PointsOf(List));
 }
 
 TEST(TVPolyline2DList, OptimizedJoinsGoStraightOnAtACrossing) {

@@ -175,6 +175,7 @@ TEST(TVRect2D, SameAsTellsPlacesApartSizeEqualsDoesNot) {
     EXPECT_FALSE(Empty.SameAs(Box));
     EXPECT_FALSE(Box.SizeEquals(Empty));
   }
+  EXPECT_FALSE(TVRect2D(0, 0, 0, 0).SizeEquals(TVRect2D(0, -1e-7, 0, 0)));  // nearly, yet empty
 }
 
 TEST(TVRect2D, RotateCoversTheTurnedCorners) {
