@@ -171,6 +171,23 @@ TEST(TPolyDecimator, SmoothingDropsStraightRunsAndNeverDriftsAway) {
     TPoints Beyond{{0, 0}, {2e200, Next.X == Infinity ? 7.0 : 0.0}, Next};  // squares overflow
     EXPECT_EQ(Beyond, TPolyDecimator(Beyond, 0.0).CollinearSmooth());
   }
+  // What was dropped leaves a wedge of directions; mirrored, its other side.
+  const std::pair<TPoints, std::size_t> Runs[] = {
+      {{{0, 0}, {5, 0}, {5, 0}}, 2},  // a repeat
+      {{{0, 0}, {1, 0}, {1.5, -0.0014}, {2, -0.0019}}, 2},
+      {{{0, 0}, {1, 0}, {1.5, -0.0014}, {2, -0.0021}}, 3},  // too far from (1, 0)
+      {{{0, 0}, {1, 0}, {1.5, -0.0006}, {2, -0.0018}, {3, -0.00312}}, 3}};
+  for (const auto& [Run, Left] : Runs) {
+    for (const double Sign : {1.0, -1.0}) {
+      TPoints Points = Run;
+      for (TPoint2D& P : Points) P.Y *= Sign;
+      EXPECT_EQ(Left, TPolyDecimator(Points, 0.0).CollinearSmooth(0.001).size());
+    }
+  }
+  // The first vertex is near the new edge, the one dropped behind it is not.
+  TPoints Kite{{0, 0.09}, {1, 0.18}, {10, 0}, {0, -10}, {-10, 0}, {0, 0.09}};
+  EXPECT_EQ((TPoints{{0, 0.09}, {10, 0}, {0, -10}, {-10, 0}, {0, 0.09}}),
+            TPolyDecimator(Kite, 0.0).CollinearSmooth(0.1));
   // Every vertex of a dense arc is near the line through its neighbours.
   TPoints Arc = test::Circle(10000, 1000.0, 0.5);
   const TPoints Smooth = TPolyDecimator(Arc, 0.0).CollinearSmooth(0.001);

@@ -54,6 +54,7 @@ TEST(TMChainsScatter, CutsSnapsAndDropsWhatRepeats) {
       {"a closed curve stays whole", {Square}, 1, 0, 2},
       {"a cross", {{{-5, 0}, {5, 0}}, {{0, -5}, {0, 5}}}, 4, 4, 0},
       {"a loop of a curve through itself", {{{-5, 0}, {5, 0}, {5, 5}, {0, 5}, {0, -5}}}, 3, 2, 2},
+      {"a curve over its own start", {{{0, 0}, {5, 0}, {5, 5}, {0, 5}, {0, -5}}}, 2, 1, 2},
       {"a curve drawn again backwards", {Square, {{0, 0}, {0, 10}, {10, 10}}}, 3, 0, 2},
       {"a curve that goes back on itself", {{{0, 0}, {9, 0}, {4, 0}}}, 2, 2, 0},
       {"ends a gap apart", {{{0, 0}, {5, 0}, {5, 5}}, {{5.05, 5.05}, {0, 5}, {0, -0.08}}}, 2, 0, 2},

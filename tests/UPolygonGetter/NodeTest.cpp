@@ -108,7 +108,9 @@ TEST_F(TTurn, GoesToTheNeighbourThatIsAvailable) {
 TEST_F(TTurn, PassesOverTheSameCourseUnlessThereAreTwo) {
   Edges.Insert(1, Edges[0]->CloneReverse());
   EXPECT_EQ(2, Edges.GetNextChains(Edges[0], false));
-  while (Edges.Count() > 2) Edges.Delete(2);
+  while (Edges.Count() > 3) Edges.Delete(3);
+  EXPECT_EQ(2, Edges.GetNextChains(Edges[0], false));
+  Edges.Delete(2);
   EXPECT_EQ(1, Edges.GetNextChains(Edges[0], false));
 }
 
@@ -149,6 +151,24 @@ TEST(TTopoLinks, FindsLoopsBetweenTwoNodes) {
   EXPECT_EQ(Links[kOrigin]->Last(), Found);
   EXPECT_FALSE(Links.HaveLoop(kOrigin, kOrigin, Found));
   EXPECT_EQ(nullptr, Found);
+}
+
+TEST(TTopoLinks, ABridgeMayBeThereInOneObjectOnly) {
+  TTopoLinks Links;
+  Links.AddValue(kOrigin, Chain({{0, 0}, {1, 0}}));
+  Links.AddValue({1000, 0}, Chain({{1, 0}, {2, 0}}));
+  const TTopoLinks Bridges = Links.GetBridgeTopo();
+  EXPECT_EQ(1, Bridges.Count());
+}
+
+TEST(TTopoLinks, TheOtherObjectOfABridgeComesAlongAndIsAvailableThere) {
+  TTopoLinks Links;
+  Links.AddValue(kOrigin, Chain({{0, 0}, {1, 0}}));
+  Links.AddValue({1000, 0}, Chain({{1, 0}, {0, 0}}));
+  Links[{1000, 0}]->First()->SetIsAvailable(false);
+  const TTopoLinks Bridges = Links.GetBridgeTopo();
+  EXPECT_EQ(2, Bridges.Count());
+  for (const TNodeEdges* Edges : Bridges.Values()) EXPECT_TRUE(Edges->First()->IsAvailable());
 }
 
 TEST(TTopoLinks, SortsNodesAndTheirChains) {

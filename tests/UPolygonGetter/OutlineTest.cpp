@@ -78,6 +78,7 @@ TEST(GetPolygons, TracesOutlinesByTheTurningRule) {
        {Square, {{0, 0}, {-1, 0}, {0, -1}, {0, 0}}},
        {1, 0.5, -1.5}},
       {"a chain drawn twice", {Lower, Lower, Upper}, {1, -1}},
+      {"nothing but a chain drawn twice", {Lower, Lower}, {0, 0}},
       {"a closed chain drawn twice, twice", {Square, Square}, {1, -1, 1, -1}},
       {"a chain of one point", {Lower, {{0, 0}}, Upper}, {1, -1}},
       {"a chain that leads nowhere", {Lower, {{0, 0}, {std::nan(""), 5}}, Upper}, {1, -1}},

@@ -91,6 +91,8 @@ TEST(TCrossTool, AConnectionCrossesAHoleWhoseOutlineItMeetsBeyondItsOwnStart) {
       {"from the outline outwards", {{0, 5}, {-5, 5}}, false},
       {"up to the outline from outside", {{-5, 5}, {0, 5}}, true},
       {"up to the outline from inside", {{5, 5}, {0, 5}}, true},
+      {"up to it within the tolerance", {{-5, 5}, {-9e-7, 5}}, true},
+      {"not up to it", {{-5, 5}, {-1.1e-6, 5}}, false},
       {"from the outline through the hole", {{0, 5}, {15, 5}}, true},
       {"from the outline round and in again", {{0, 5}, {-5, 5}, {-5, 15}, {5, 15}, {5, 5}}, true},
       {"from just outside the outline inwards", {{-9e-5, 5}, {5, 5}}, false},
@@ -112,6 +114,17 @@ TEST(TCrossTool, AConnectionCrossesAHoleWhoseOutlineItMeetsBeyondItsOwnStart) {
     Holds("Bezier", BezierCircle());
   }
   EXPECT_FALSE(TCrossTool::CheckCrossWithHoles(Connection(kSquare), TFlyHoles().RTree()));
+}
+
+// Samples of the outline lie up to the chord error inside, and no deeper.
+TEST(TCrossTool, AConnectionDeeperThanTheChordErrorCrossesASampledHole) {
+  for (int I = 0; I < 64; ++I) {
+    SCOPED_TRACE(I);
+    const TPoint2D Outwards = DcsX.RotateBy(I * kFullTurn / 64);
+    const TPoint2D Middle = TPoint2D(5, 5) + Outwards * (5.0 - 1.1 * kHoleChordTolerance);
+    const TPoint2D Along = Outwards.RotateCcw90() * 3.0;
+    EXPECT_TRUE(Crosses(Connection({Middle - Along, Middle + Along}), BezierCircle()));
+  }
 }
 
 TEST(TCrossTool, AStretchAlongTheOutlineIsACrossingEvenFromTheStart) {

@@ -72,6 +72,8 @@ TEST(TFlyscanTool, AJointIsTooSharpBelowTheLimit) {
                 TFlyscanTool::AngleTooSharp({0, 0}, {1, 0}, Case.PtIn, Case.VecIn, 1.0));
     }
   }
+  MaxSharpAngle = 0.0;  // nothing is sharper
+  EXPECT_FALSE(TFlyscanTool::AngleTooSharp({0, 0}, {1, 0}, {0, 0}, {-1, 0}, 1.0));
 }
 
 TEST(TFlyscanTool, SamplesKeepTheEndsAndTheChordError) {
@@ -200,6 +202,14 @@ TEST(TFlyscanTool, ATangentRunsWithBothCircles) {
     EXPECT_TRUE(Way.Equals(Direction(AngleA + (IsCwA ? -1 : 1) * kPi / 2), 1e-9));
     EXPECT_TRUE(Way.Equals(Direction(AngleB + (IsCwB ? -1 : 1) * kPi / 2), 1e-9));
   }
+}
+
+TEST(TFlyscanTool, CirclesThatTouchHaveTheTangentThere) {
+  double AngleA = -1.0;
+  double AngleB = -1.0;
+  TFlyscanTool::CalcTangentLine({{0, 0}, 2}, {{3, 0}, 1}, false, true, AngleA, AngleB);
+  EXPECT_NEAR(1.0, std::cos(AngleA), 1e-12);
+  EXPECT_NEAR(-1.0, std::cos(AngleB), 1e-12);
 }
 
 TEST(TFlyscanTool, CirclesWithoutACommonTangentAreRefused) {

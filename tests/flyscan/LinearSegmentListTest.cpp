@@ -208,7 +208,7 @@ TEST(TLinearSegmentList, OverlapIsJudgedAlongTheRun) {
       {"drawn backwards", {{3, 0}, {2, 0}}, true},
       {"touching", {{10, 0}, {15, 0}}, true},
       {"a gap within the tolerance", {{10 + 9e-7, 0}, {15, 0}}, true},
-      {"a gap beyond it", {{10 + 2e-6, 0}, {15, 0}}, false},
+      {"a gap beyond it", {{10 + 1.1e-6, 0}, {15, 0}}, false},
       {"around everything", {{-5, 0}, {50, 0}}, true},
       {"between the edges", {{11, 0}, {19, 0}}, false},
       {"the second edge", {{25, 0}, {26, 0}}, true},

@@ -129,6 +129,9 @@ TEST(TTransitionLineFunc, CountsOfCandidatesFollowTheirRules) {
       {"nearly in place", {1e-5, 0}, 0, 1, 0.2, 4.7, 4},
       {"no radius", {10, 0}, 0, 0, 0, 4.7, 0},
       {"a negative radius", {10, 0}, 0, -1, 0, 4.7, 0},
+      {"as far out as is looked for", {std::nextafter(1e150, 0), 0}, 0, 1, 0, 4.7, 4},
+      {"at the limit", {1e150, 0}, 0, 1, 0, 4.7, 0},
+      {"at the limit upwards", {0, 1e150}, 0, 1, 0, 4.7, 0},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
@@ -138,6 +141,16 @@ TEST(TTransitionLineFunc, CountsOfCandidatesFollowTheirRules) {
     const TPoses P = {{0, 0}, DcsX, Case.EndPt, DcsX.RotateBy(Case.EndAngle)};
     EXPECT_EQ(Case.Expected, AllOf(Func, P, Case.Radius).Count());
   }
+}
+
+// Mirror images of each other; the pairs of circles come in the order of a selection sort.
+TEST(TTransitionLineFunc, OfTwoEquallyLongTheOneThatStartsToTheLeftComesFirst) {
+  TTransitionLineFunc Func;
+  Func.SetMaxAng(2 * kFullTurn);
+  const auto Lines = AllOf(Func, {{0, 0}, DcsX, {-10, 0}, DcsX}, 1.0);
+  ASSERT_LE(2, Lines.Count());
+  EXPECT_EQ(Lines[0]->CurveLength(), Lines[1]->CurveLength());
+  EXPECT_LT(0.0, Lines[0]->GetCurve(0)->EndPoint().Y);
 }
 
 TEST(TTransitionLineFunc, TheRadiusShrinksUntilThereIsATransition) {
