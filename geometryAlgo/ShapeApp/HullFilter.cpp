@@ -10,6 +10,9 @@ namespace tarnalgo {
 
 namespace {
 
+// Of small sets a part is looked at, so that the sample costs less than it spares; of large ones no
+// more than this.
+constexpr std::size_t kLeastStride = 8;
 constexpr std::size_t kSampleSize = 16384;
 // How far into the sample, counted from the left, everything is kept: enough for the first three
 // different points of the whole set.
@@ -26,7 +29,7 @@ constexpr double kSmallestSize = 1e-70;
 
 std::vector<TPoint2D> FiniteSample(const std::vector<TPoint2D>& Points) {
   std::vector<TPoint2D> Sample;
-  const std::size_t Stride = std::max<std::size_t>(Points.size() / kSampleSize, 1);
+  const std::size_t Stride = std::max(Points.size() / kSampleSize, kLeastStride);
   Sample.reserve(Points.size() / Stride + 1);
   for (std::size_t I = 0; I < Points.size(); I += Stride) {
     if (TPoint2DUtils::IsFinite(Points[I])) Sample.push_back(Points[I]);
