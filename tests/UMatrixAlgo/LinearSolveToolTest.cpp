@@ -125,7 +125,8 @@ TEST(Gaussian, FailsAtTheFirstColumnWithoutPivot) {
   TFloatVector X{7};
   EXPECT_FALSE(TLinearSolveTool::Gaussian(X, A, B));
   EXPECT_EQ(TFloatVector(3), X);
-  EXPECT_EQ((TFloatVector{4, 8, 4}), A.GetRow(0));  // the exchange made before stays
+  // The exchange and the column made before stay.
+  EXPECT_EQ(MatrixOf({{4, 8, 4}, {0, 0, 4}, {0, 0, 7}}), A);
   EXPECT_EQ(2.0, B[0]);
   EXPECT_FALSE(TLinearSolveTool::Gaussian(X, MatrixOf({{0, 1}, {0, 2}}), {1, 1}));
   EXPECT_FALSE(TLinearSolveTool::Gaussian(X, MatrixOf({{kNaN, 1}, {kNaN, 2}}), {1, 1}));
@@ -223,6 +224,26 @@ TEST(SSOR, FailsAtAZeroDiagonalAndWhenItDiverges) {
   EXPECT_EQ((TFloatVector{1, 2}), B);
   EXPECT_FALSE(TLinearSolveTool::SSOR(X, MatrixOf({{1, 100}, {100, 1}}), {1, 1}));
   EXPECT_TRUE(std::isnan(X[1]));  // past the largest double, and still no success
+}
+
+TEST(SSOR, EndsWhenASweepChangesNothingToSpeakOf) {
+  TFloatVector X;
+  const double B = 1.5e-10 / 1.1;  // the first sweep changes by more than 1e-10
+  EXPECT_TRUE(TLinearSolveTool::SSOR(X, MatrixOf({{1}}), {B}));
+  EXPECT_NEAR(0.99 * B, X[0], 1e-14);
+}
+
+TEST(SSOR, GivesUpAfter201Sweeps) {
+  const double Coupling = 0.999;
+  TFloatVector X;
+  EXPECT_FALSE(TLinearSolveTool::SSOR(X, MatrixOf({{1, Coupling}, {Coupling, 1}}), {1, 2}));
+  double P = 0.0;
+  double Q = 0.0;
+  for (int I = 0; I < 201; ++I) {
+    P += 1.1 * (1.0 - P - Coupling * Q);
+    Q += 1.1 * (2.0 - Q - Coupling * P);
+  }
+  EXPECT_TRUE(X.Equls({P, Q}, 1e-9));
 }
 
 TEST(LinearSolve, AssertsTheShapeAndChangesNothing) {

@@ -95,8 +95,9 @@ TEST(SVDCMP, LeavesOutValuesBelowItsLeast) {
   for (const double Value : {0.75e-12, 1.9e-12}) {
     TFloatMatrix U, V;
     TFloatVector W;
-    TMatrixDCMPTool::SVDCMP(MatrixOf({{Value}}), U, V, W);
-    EXPECT_EQ(Value > 1e-12 ? Value : 0.0, W[0]);
+    TMatrixDCMPTool::SVDCMP(MatrixOf({{Value, 0}, {0, 0}}), U, V, W);
+    EXPECT_DOUBLE_EQ(Value > 1e-12 ? Value : 0.0, W[0]);
+    EXPECT_NEAR(Value > 1e-12 ? 1.0 : 0.0, std::abs(U(0, 0)), 1e-12);
   }
 }
 

@@ -95,6 +95,7 @@ TEST(MatrixFile, LeavesTheMatrixAloneWhereItIsWrong) {
       {"2000000000 2000000000\r\n1 ", "no number"},
       {"1 1\r\n+-1 \r\n", "no number"},
       {"1 1\r\n-1e400 \r\n", "the number is too large"},
+      {"1 1\r\n9e309\r\n", "the number is too large"},
       {"1 1\r\n0.001e99999999999999999999 \r\n", "the number is too large"},
   };
   const TTempFile File;
