@@ -51,6 +51,7 @@ TEST(TPointsBasicAlgo, SmallestCircleOfManyOnOneCircle) {
   EXPECT_NEAR(1e6, Circle.Center.X, 1e-6);
   EXPECT_EQ(0.0, TPointsBasicAlgo::FindMinCircle({}).Radius);
   EXPECT_EQ(TPoint2D(3, 4), TPointsBasicAlgo::FindMinCircle({{3, 4}, {3, 4}}).Center);
+  EXPECT_EQ(TPoint2D(5e-324, 4), TPointsBasicAlgo::FindMinCircle({{5e-324, 4}}).Center);
 }
 
 // A triangle with right angle at the first corner, scaled and moved.

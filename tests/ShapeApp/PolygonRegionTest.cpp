@@ -162,6 +162,8 @@ TEST(TPolygonBasicAlgo, TrianglesCoverTheRingOnce) {
   // A hole that hangs in a reflex corner and leaves a narrow corner beside it.
   ExpectTriangulated({{0, 0}, {10, 0}, {10, 4}, {4, 4}, {2, 6}, {3, 9}, {4, 4}, {4, 10}, {0, 10}},
                      9);
+  // As many corners turn right as left, and one of them lies in the first ear.
+  ExpectTriangulated({{0, 0}, {5, 1}, {10, 0}, {9, 5}, {10, 10}, {2, 2}, {0, 10}, {1, 5}}, 8);
   TVPolyline2D Comb{{2000, -1}, {0, -1}};
   for (int I = 0; I < 2000; ++I) Comb.Add({static_cast<double>(I), I % 2 == 0 ? 0.0 : 50.0});
   Comb.Reverse();
