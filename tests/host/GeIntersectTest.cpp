@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -8,6 +9,8 @@
 #include <vector>
 
 #include "host/Cadgeometry.h"
+#include "host/Cadgeometry/BernsteinRoots.h"
+#include "host/Cadgeometry/CurvePiece.h"
 #include "tests/support/Curves.h"
 #include "tests/support/Generate.h"
 
@@ -547,6 +550,29 @@ TEST(IntersectCurve, ScalesFromTheTinyToTheHuge) {
                        TGeCircularArc2D(TPoint2D(0, 0), Scale, 1.0, kFullTurn), {1e-9 * Scale, 0})
                       .size());
   }
+}
+
+// t·(t − 0.3)·(t + 1) and its mirror image: at one end the value is exactly 0.
+TEST(TBernsteinRoots, OneRootBesideAnExactOneAtAnEnd) {
+  const std::array<double, 4> Cubic{0.0, -0.1, 1.0 / 30.0, 1.4};
+  for (const bool IsMirrored : {false, true}) {
+    std::array<double, 4> C = Cubic;
+    if (IsMirrored) std::reverse(C.begin(), C.end());
+    const TBernsteinRoots<3> Roots(C);
+    ASSERT_EQ(1, Roots.end() - Roots.begin());
+    EXPECT_NEAR(IsMirrored ? 0.7 : 0.3, *Roots.begin(), 1e-15);
+  }
+}
+
+TEST(TCurvePiece, ArcsKeepTheirGivenEndsAndArePointsOnlyWithoutLength) {
+  const TPoint2D Start(5e-4, 1e-9);
+  const auto Piece = [&](double Radius, double Sweep) {
+    return TCurvePiece::OfArc(TArc2D({0, 0}, Radius, 0.0, Sweep), Start, Start, 0.0, 1.0);
+  };
+  EXPECT_EQ(Start, Piece(5e-4, kFullTurn).Eval(1.0));
+  EXPECT_FALSE(Piece(5e-4, kFullTurn).IsPoint());
+  EXPECT_TRUE(Piece(0.0, kFullTurn).IsPoint());
+  EXPECT_TRUE(Piece(5e-4, 0.0).IsPoint());
 }
 
 }  // namespace
