@@ -159,8 +159,9 @@ TEST(StarvedVedaType, SegmentChains) {
   });
   On("questions", [](TChain& C) {
     const TShapeRelation Relation = C.RelationWithPoint({1, 1});
-    return std::tuple(Relation, C.SampleWithoutClone(0.1), C.Sample(), C.Gravity(), C.GetLines(),
-                      C.ToGeCurve2D(), C.ToString(), TChain(*C.ToGeCurve2D()), C.Clone());
+    const TVPolyline2D Sample = C.SampleWithoutClone(0.1);  // until the next question
+    return std::tuple(Relation, Sample, C.Sample(), C.Gravity(), C.GetLines(), C.ToGeCurve2D(),
+                      C.ToString(), TChain(*C.ToGeCurve2D()), C.Clone());
   });
   struct TSubject {
     TChain Chain = test::Chain();
