@@ -153,9 +153,10 @@ class TSvg {
   }
 
   std::string Content() const {
-    const double Rows = static_cast<double>((FLegend.size() + 1) / 2);
+    const std::size_t Rows = (FLegend.size() + 1) / 2;
     const double LegendTop = 2 * kMargin + FField.Height() * FScale;
-    const std::string Height = Short(std::ceil(LegendTop + Rows * kRow + kMargin / 2), 0);
+    const std::string Height =
+        Short(std::ceil(LegendTop + static_cast<double>(Rows) * kRow + kMargin / 2), 0);
     std::string Text = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"800\" height=\"" +
                        Height + "\" viewBox=\"0 0 800 " + Height +
                        "\" font-family=\"'DejaVu Sans', Verdana, sans-serif\" font-size=\"15\" "
@@ -165,7 +166,8 @@ class TSvg {
     for (std::size_t I = 0; I < FLegend.size(); ++I) {
       const TEntry& Entry = FLegend[I];
       const double Left = kMargin + (I % 2 == 0 ? 0.0 : kWidth / 2);
-      const double Middle = LegendTop + kRow * (static_cast<double>(I / 2) + 0.5);
+      const std::size_t Row = I / 2;
+      const double Middle = LegendTop + kRow * (static_cast<double>(Row) + 0.5);
       if (Entry.IsDot) {
         Text += Disc(Left + 22, Middle, 5.5, Entry.Pen.Stroke);
       } else if (Entry.Pen.Fill != "none") {

@@ -35,7 +35,7 @@ struct TLaidOut {
 int ChordsOf(double Radius, double ChordError) {
   const double Share = std::clamp(1.0 - ChordError / Radius, -1.0, 1.0);
   const double Quarter = std::ceil(kQuarterTurn / (2.0 * std::acos(Share)));
-  return Quarter < kMostChords / 4 ? 4 * std::max(1, static_cast<int>(Quarter)) : kMostChords;
+  return 4 * Quarter < kMostChords ? 4 * std::max(1, static_cast<int>(Quarter)) : kMostChords;
 }
 
 class TTracer {
@@ -89,6 +89,7 @@ class TTracer {
   void AddRound(TKind Kind, std::size_t Index, int Layer, const TArc2D& Arc) {
     std::vector<double> Angles = AnglesOf(Arc);
     std::vector<TPoint2D> Points;
+    Points.reserve(Angles.size());
     for (const double Angle : Angles) {
       Points.push_back(TCircle2D(Arc.Center, Arc.Radius).PointAtAngle(Angle));
     }
