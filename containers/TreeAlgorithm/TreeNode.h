@@ -88,7 +88,7 @@ class TTreeNode {
   /// The storage stays the derived class's own; `ChildNodes` uses it while it suffices.
   TTreeNode(T Data, TTreeNode** ChildStorage, int ChildCapacity)
       : FChildNodes(ChildStorage, ChildCapacity), FData(std::move(Data)) {}
-
+  /// `Node` is the parent, or a parent's parent.
   bool HasAbove(const TTreeNode* Node) const {
     const TTreeNode* Above = FParent;
     while (Above != nullptr && Above != Node) Above = Above->FParent;

@@ -213,7 +213,7 @@ inline constexpr double kLargestListCoordinate = 1e100;
 /// most that a reservation makes room for, which is only a hint. A wild number then raises, or does
 /// nothing, where it would take the memory of the whole machine.
 inline constexpr int kMostItems = 1 << 28;
-inline constexpr int kMostReserved = 1 << 24;
+inline constexpr int kMostReserved = 1 << 24;  ///< of a reservation
 
 /// Start of every running minimum, replaced on strict `<`.
 inline constexpr double kStartOfMinimum = 1.7e308;
