@@ -9,6 +9,7 @@
 #include "fuzz/Bytes.h"
 #include "fuzz/Exact.h"
 #include "geometryAlgo/UDualSimplex.h"
+#include "tests/support/Programs.h"
 
 namespace {
 
@@ -16,30 +17,14 @@ using namespace tarnalgo;
 using fuzz::Require;
 using fuzz::TBytes;
 using fuzz::TWholeRow;
+using test::TProgram;
 
 constexpr int kBox = 3;                // of integer variables
 constexpr std::int64_t kFar = 100000;  // beyond every corner
 
-struct TProgram {
-  TFloatMatrix A;
-  TIntegerVec Senses;
-  TFloatVector C;
-  bool Maximise = false;
-
-  int Variables() const { return C.GetSize() - 1; }
-  bool Holds(const TFloatVector& X, double Slack) const {
-    for (int J = 1; J <= Variables(); ++J) {
-      if (!(X[J] >= -Slack)) return false;
-    }
-    for (int I = 0; I < A.GetRowCnt(); ++I) {
-      double Sum = -A(I, 0);
-      for (int J = 1; J <= Variables(); ++J) Sum += A(I, J) * X[J];
-      if (!(Sum * Senses[I] >= -Slack)) return false;
-    }
-    return true;
-  }
-  double Value(const TFloatVector& X) const { return C[0] + C * X; }
-};
+double ValueOf(const TProgram& Program, const TFloatVector& X) {
+  return Program.C[0] + Program.C * X;
+}
 
 TProgram MakeProgram(TBytes& Bytes, bool IsWild) {
   const int Rows = 1 + Bytes.Below(4);
@@ -102,7 +87,7 @@ std::optional<double> BestCorner(const TProgram& Program) {
       X.Expand(static_cast<double>(Item) / static_cast<double>(Corner.Divisor));
     }
     std::optional<double>& Least = Chosen.back() ? BestFar : Best;
-    const double Cost = Program.Maximise ? -Program.Value(X) : Program.Value(X);
+    const double Cost = Program.Maximise ? -ValueOf(Program, X) : ValueOf(Program, X);
     if (!Least || Cost < *Least) Least = Cost;
   } while (std::prev_permutation(Chosen.begin(), Chosen.end()));
   if (!Best || (BestFar && *BestFar < *Best - 1e-6)) return {};
@@ -116,7 +101,7 @@ std::optional<double> BestWholePoint(const TProgram& Program) {
   for (int Rest = 0; Rest < 1 << (2 * Program.Variables()); ++Rest) {
     for (int J = 1; J <= Program.Variables(); ++J) X.SetItem(J, (Rest >> (2 * J - 2)) % (kBox + 1));
     if (!Program.Holds(X, 0.0)) continue;
-    const double Value = Program.Value(X);
+    const double Value = ValueOf(Program, X);
     if (!Best || (Program.Maximise ? Value > *Best : Value < *Best)) Best = Value;
   }
   return Best;
@@ -129,7 +114,8 @@ void CheckAnswer(const TProgram& Program, const std::optional<double>& Due, bool
   Require(std::abs(Objective - Due.value_or(0.0)) < 1e-8, "the objective is the best");
   if (!IsSolved) return Require(X.GetAbsMax() == 0.0, "without a solution it is zeros");
   Require(Program.Holds(X, 1e-8), "a solution keeps the constraints");
-  Require(std::abs(Program.Value(X) - Objective) < 1e-8, "the objective is that of the solution");
+  Require(std::abs(ValueOf(Program, X) - Objective) < 1e-8,
+          "the objective is that of the solution");
 }
 
 /// One method on the tableau as built, where it may start there.

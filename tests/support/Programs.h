@@ -26,7 +26,7 @@ struct TProgram {
   /// Whether `X` keeps every constraint, but for `Slack`.
   bool Holds(const TFloatVector& X, double Slack) const {
     for (int J = 1; J < X.GetSize(); ++J) {
-      if (X[J] < -Slack) return false;
+      if (!(X[J] >= -Slack)) return false;  // NaN neither
     }
     for (int I = 0; I < A.GetRowCnt(); ++I) {
       if (!HoldsRow(I, X, Slack)) return false;
