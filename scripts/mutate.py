@@ -3,6 +3,7 @@
 
     scripts/mutate.py                       every core file, report to the terminal
     scripts/mutate.py --doc                 the same, and the tables of docs/reliability.md
+    scripts/mutate.py --doc --files Arc,EdgeTree    only the rows of these files
     scripts/mutate.py --files Numeric,MinHeap --most 1000
 
 A mutant is one operator, constant or statement changed. All mutants of all files are compiled in at
@@ -651,9 +652,12 @@ def describe(mutant):
             f"  {mutant.file} | {mutant.code} | {mutant.change}")
 
 
-def report(chosen, mutants, fates, explained, doc):
-    rows, lines, reasons = [], [], collections.Counter()
-    total = collections.Counter()
+COLUMNS = ["mutants", "killed", "explained", "left"]
+
+
+def report(chosen, mutants, fates, explained):
+    """Prints what is left and the table; file → (places, count of each column)."""
+    rows, lines = {}, []
     for file in chosen:
         count = collections.Counter()
         for number, mutant in sorted(mutants.items()):
@@ -668,33 +672,43 @@ def report(chosen, mutants, fates, explained, doc):
                                  f"{mutant.code} | {mutant.change}")
             elif reason:
                 count["explained"] += 1
-                reasons[reason] += 1
             else:
                 count["left"] += 1
                 lines.append(f"{fate}: {describe(mutant)}")
             count["mutants"] += 1
-        rows.append((file.file, file.found, count))
-        total.update(count)
-    print("\n".join(lines))
-    head = ["| File | Places | Mutants | Killed | Explained | Left | Score |",
-            "|---|---:|---:|---:|---:|---:|---:|"]
-    table = head + [row(*r) for r in rows] + [row("**all**", sum(r[1] for r in rows), total)]
-    print("\n".join(table))
-    if doc:
-        table += ["", "| Why no test can kill them | Mutants |", "|---|---:|"]
-        table += [f"| {reason} | {count} |" for reason, count in reasons.most_common()]
-        text = DOC.read_text()
-        start, end = "<!-- mutation: written by scripts/mutate.py -->", "<!-- /mutation -->"
-        before, rest = text.split(start)
-        DOC.write_text(before + start + "\n" + "\n".join(table) + "\n" + end + rest.split(end)[1])
-    return total["left"]
+        rows[file.file] = (file.found, count)
+    print("\n".join(lines + table(rows)))
+    return rows
+
+
+def table(rows):
+    total = sum((count for _, count in rows.values()), collections.Counter())
+    return ["| File | Places | " + " | ".join(map(str.capitalize, COLUMNS)) + " | Score |",
+            "|---|" + "---:|" * (len(COLUMNS) + 2), *(row(file, *rows[file]) for file in rows),
+            row("**all**", sum(found for found, _ in rows.values()), total)]
+
+
+def write_doc(fresh, mutants, explained):
+    """Puts the fresh rows in the place of the old ones; the rows of other files stay."""
+    start, end = "<!-- mutation: written by scripts/mutate.py -->", "<!-- /mutation -->"
+    before, old, after = re.fullmatch(f"(.*{start}\n)(.*)({end}.*)", DOC.read_text(), re.S).groups()
+    rows = {}
+    for file, found, *counts in re.findall(r"^\| (\S+/\S+)" + r" \| (\d+)" * 5, old, re.M):
+        rows[file] = (int(found), collections.Counter(dict(zip(COLUMNS, map(int, counts)))))
+    rows.update(fresh)
+    rows = {file: rows[file] for file in core_files() if file in rows}
+    reasons = collections.Counter(
+        explained[key] for key in ((m.file, m.code, m.change) for m in mutants.values())
+        if key in explained and key[0] in rows)
+    lines = table(rows) + ["", "| Why no test can kill them | Mutants |", "|---|---:|"]
+    lines += [f"| {reason} | {count} |" for reason, count in reasons.most_common()]
+    DOC.write_text(before + "\n".join(lines) + "\n" + after)
 
 
 def row(name, found, count):
     testable = count["mutants"] - count["explained"]
     score = f"{100.0 * count['killed'] / testable:.0f} %" if testable else "–"
-    return (f"| {name} | {found} | {count['mutants']} | {count['killed']} | {count['explained']} | "
-            f"{count['left']} | {score} |")
+    return f"| {name} | {found} | " + " | ".join(str(count[c]) for c in COLUMNS) + f" | {score} |"
 
 
 def main():
@@ -735,6 +749,7 @@ def main():
         print(f"{len(lines - refused)} lines do not compile with a switch: left out", flush=True)
         refused |= lines
     chosen = [file for file in chosen if any(w in file.file for w in wanted)]
+    every = mutants
     mutants = {n: m for n, m in mutants.items() if any(w in m.file for w in wanted)}
 
     print("Running without a mutant", flush=True)
@@ -768,8 +783,10 @@ def main():
             fates[number] = fate
             if len(fates) % 100 == 0:
                 print(f"{len(fates)} of {len(mutants)}", flush=True)
-    left = report(chosen, mutants, fates, read_explained(), options.doc)
-    sys.exit(1 if left else 0)
+    rows = report(chosen, mutants, fates, read_explained())
+    if options.doc:
+        write_doc(rows, every, read_explained())
+    sys.exit(1 if any(count["left"] for _, count in rows.values()) else 0)
 
 
 if __name__ == "__main__":
