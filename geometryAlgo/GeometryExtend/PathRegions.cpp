@@ -83,11 +83,9 @@ class TRegionSplitter {
     CallClipper("TPathUtils.CreateStrictSimpleHPolygon",
                 [&] { ClipperLib::SimplifyPolygon(Contour, Parts); });
     std::vector<TLoop> Loops;
-    for (const TPath& Part : Parts) {
-      for (TPath& Ring : LoopsOfRing(Part)) {
-        TPathUtils::SetIsClockwise(Ring, false);
-        Loops.emplace_back(std::move(Ring));
-      }
+    for (TPath& Ring : LoopsOfRings(Parts)) {
+      TPathUtils::SetIsClockwise(Ring, false);
+      Loops.emplace_back(std::move(Ring));
     }
     std::erase_if(Loops, [](const TLoop& Loop) { return Loop.Area == 0.0; });
     SortLargestFirst(Loops);

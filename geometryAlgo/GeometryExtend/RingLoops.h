@@ -4,11 +4,13 @@
 
 namespace tarnalgo {
 
-/// The loops of a ring that does not cross itself, between the places it comes back to: vertices in
-/// one place, exactly, and vertices within an edge, which become vertices of that edge. No loop
-/// touches itself; together they go the way of the ring. Loops of fewer than three vertices are
-/// left out. Internal to the pages of this unit.
+/// The loops of rings that do not cross, between the places each comes back to: vertices in one
+/// place, exactly, and vertices within an edge, which become vertices of that edge. No loop touches
+/// itself; together they go the way of the rings. Loops of fewer than three vertices are left out.
+/// Where rings run along each other, or one along itself, stretches that are run along twice bound
+/// nothing: they are left out and the rest is joined anew, as loops that go either way.
+/// Internal to the pages of this unit.
 /// Cost: O((n + k) log n) for rings as they occur, k touches.
-TPaths LoopsOfRing(const TPath& Ring);
+TPaths LoopsOfRings(const TPaths& Rings);
 
 }  // namespace tarnalgo
