@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Fuzzes the library with libFuzzer, AddressSanitizer and UndefinedBehaviorSanitizer.
 #   scripts/fuzz.sh TARGET SECONDS [LIBFUZZER OPTION...]   searches; starts from all inputs known
-#   scripts/fuzz.sh --smoke [BUILD_DIR]   replays every corpus, then searches 3 s a target
+#   scripts/fuzz.sh --smoke [BUILD_DIR]   replays every corpus, then searches 3 s a target,
+#                                          always the same way
 # fuzz/corpus/TARGET holds the inputs that the project keeps. A search adds what it discovers to
 # build/fuzz/corpus/TARGET and leaves inputs that fail in build/fuzz/findings. --smoke takes programs
 # that BUILD_DIR has built already; otherwise everything is built here.
@@ -11,7 +12,7 @@ cd "$(dirname "$0")/.."
 
 build=build/fuzz
 export UBSAN_OPTIONS=print_stacktrace=1
-limits=(-timeout=20 -rss_limit_mb=4096)
+limits=(-timeout=10 -rss_limit_mb=2048)
 
 # kept TARGET: the folder of the inputs that the project keeps, if there is one.
 kept() { [ ! -d "fuzz/corpus/$1" ] || printf '%s\n' "fuzz/corpus/$1"; }
@@ -26,7 +27,7 @@ smoke() {
   log=$work/log
   # shellcheck disable=SC2046
   if "$build/fuzz/$target" "${limits[@]}" -runs=0 -artifact_prefix="$work/" $(kept "$target") >"$log" 2>&1 &&
-    "$build/fuzz/$target" "${limits[@]}" -max_total_time=3 -print_final_stats=1 \
+    "$build/fuzz/$target" "${limits[@]}" -seed=1 -max_total_time=3 -print_final_stats=1 \
       $(dictionary "$target") -artifact_prefix="$work/" "$(mkdir "$work/new" && echo "$work/new")" $(kept "$target") >>"$log" 2>&1; then
     printf '%-16s %4d kept inputs, %s executions\n' "$target" \
       "$(find "fuzz/corpus/$target" -type f 2>/dev/null | wc -l)" \
