@@ -11,7 +11,7 @@ namespace {
 /// Share of the total length that must run along or across a direction to make boxes follow it.
 constexpr double kClearShare = 0.7;
 /// Edges of a long course that are asked for their direction: enough to tell a clear one.
-constexpr std::size_t kSampledEdges = 4096;
+constexpr std::size_t kSampledEdges = 256;
 /// Sine of the angle up to which upright boxes are as good as turned ones.
 constexpr double kUprightSine = 0.01;
 /// Rounding of a turned coordinate, relative to the sum of both: three roundings of 2^-53, and the
@@ -21,7 +21,7 @@ constexpr double kTurnRounding = 5e-16;
 }  // namespace
 
 TEdgeTree::TEdgeTree(const std::vector<TPoint2D>& Points, const TPoint2D& Axis)
-    : FPoints(Points), FAxis(Axis) {
+    : FPoints(Points), FAxis(Axis), FIsPlain(HasPlainEdges()) {
   const int PointCount = static_cast<int>(Points.size());
   FEdgeCount = PointCount > 1 ? PointCount - 1 : PointCount;
   if (FEdgeCount == 0) return;
@@ -30,9 +30,10 @@ TEdgeTree::TEdgeTree(const std::vector<TPoint2D>& Points, const TPoint2D& Axis)
   FPlaceEdge = IsOnePlace ? 0 : -1;
   const std::size_t LeafCount = (static_cast<std::size_t>(FEdgeCount) - 1) / kLeafEdges + 1;
   FLevels.emplace_back(LeafCount);
-  for (int I = 0; I < FEdgeCount; ++I) {
-    const auto Leaf = static_cast<std::size_t>(I / kLeafEdges);
-    FLevels[0][Leaf].Expand(EdgeBox(I));
+  for (int Leaf = 0; Leaf < NodeCount(0); ++Leaf) {
+    TBox Box;
+    for (int I = Leaf * kLeafEdges; I < EndOfEdges(Leaf); ++I) Box.Expand(EdgeBox(I));
+    FLevels[0][static_cast<std::size_t>(Leaf)] = Box;
   }
   while (FLevels.back().size() > 1) {
     const std::vector<TBox>& Lower = FLevels.back();
@@ -66,23 +67,23 @@ TPoint2D TEdgeTree::HatchAxis(const std::vector<TPoint2D>& Points) {
   return std::abs(Axis.Y) > kUprightSine ? Axis : DcsX;
 }
 
-void TEdgeTree::TBox::Expand(const TBox& Other) {
-  Left = std::min(Left, Other.Left);
-  Right = std::max(Right, Other.Right);
-  Bottom = std::min(Bottom, Other.Bottom);
-  Top = std::max(Top, Other.Top);
+bool TEdgeTree::HasPlainEdges() const {
+  if (FAxis != DcsX || FPoints.size() < 2) return false;
+  for (std::size_t I = 1; I < FPoints.size(); ++I) {
+    const TPoint2D V = FPoints[I] - FPoints[I - 1];
+    if (V == TPoint2D::FZero || !TPoint2DUtils::IsFinite(V)) return false;
+  }
+  return true;
 }
 
-TVLine2D TEdgeTree::TurnedEdge(int I) const {
-  const TVLine2D Upright = Edge(I);
-  if (FAxis == DcsX) return Upright;  // exact: nothing to turn
+TVLine2D TEdgeTree::TurnedByAxis(const TVLine2D& Upright) const {
   const auto Turned = [this](const TPoint2D& P) {
     return TPoint2D(FAxis.DotMul(P), FAxis.CrossMul(P));
   };
   return {Turned(Upright.StartPoint), Turned(Upright.EndPoint)};
 }
 
-TEdgeTree::TBox TEdgeTree::EdgeBox(int I) const {
+TEdgeTree::TBox TEdgeTree::CarefulBox(int I) const {
   const TVLine2D Upright = Edge(I);
   if (Upright.StartPoint == Upright.EndPoint && I != FPlaceEdge) {
     return {};  // exact: the neighbours have the place as their end
@@ -109,27 +110,19 @@ int TEdgeTree::FirstEdge(int Level, int Index) const {
   return I;
 }
 
-TEdgeTree::TQuadrantLevels TEdgeTree::QuadrantsOfRuns() const {
-  TQuadrantLevels Runs;
-  for (const std::vector<TBox>& Level : FLevels) Runs.emplace_back(Level.size(), kAllQuadrants);
-  for (int I = 0; I < FEdgeCount; ++I) {
-    Runs[0][static_cast<std::size_t>(I / kLeafEdges)] &= QuadrantsOf(I);
+TEdgeTree::TWayLevels TEdgeTree::WaysOfRuns() const {
+  TWayLevels Runs;
+  for (const std::vector<TBox>& Level : FLevels) Runs.emplace_back(Level.size(), kAllWays);
+  for (int Leaf = 0; Leaf < NodeCount(0); ++Leaf) {
+    TWays Common = kAllWays;
+    for (int I = Leaf * kLeafEdges; I < EndOfEdges(Leaf); ++I) Common &= WaysOf(I);
+    Runs[0][static_cast<std::size_t>(Leaf)] = Common;
   }
   for (std::size_t Level = 1; Level < Runs.size(); ++Level) {
-    const std::vector<TQuadrants>& Lower = Runs[Level - 1];
+    const std::vector<TWays>& Lower = Runs[Level - 1];
     for (std::size_t I = 0; I < Lower.size(); ++I) Runs[Level][I / kBranches] &= Lower[I];
   }
   return Runs;
-}
-
-TEdgeTree::TQuadrants TEdgeTree::QuadrantsOf(int I) const {
-  const auto [P, Q] = TurnedEdge(I);
-  const bool Right = Q.X >= P.X;
-  const bool Left = Q.X <= P.X;
-  const bool Up = Q.Y >= P.Y;
-  const bool Down = Q.Y <= P.Y;
-  return static_cast<TQuadrants>((Right && Up ? 1 : 0) | (Left && Up ? 2 : 0) |
-                                 (Left && Down ? 4 : 0) | (Right && Down ? 8 : 0));
 }
 
 }  // namespace tarnalgo

@@ -91,7 +91,7 @@ class TEdgeTree {
   template <class TVisitor>
   bool VisitOwnPairs(double Eps, TVisitor Visit) const {
     if (FEdgeCount == 0) return false;
-    return PairWithin(TopLevel(), 0, QuadrantsOfRuns(), Eps, Visit);
+    return PairWithin(TopLevel(), 0, WaysOfRuns(), Eps, Visit);
   }
 
  private:
@@ -118,13 +118,21 @@ class TEdgeTree {
       return Height <= Eps && Width * Width + Height * Height <= Eps * Eps;
     }
     bool IsEmpty() const { return !(Left <= Right); }
-    void Expand(const TBox& Other);
+    void Expand(const TBox& Other) {
+      Left = std::min(Left, Other.Left);
+      Right = std::max(Right, Other.Right);
+      Bottom = std::min(Bottom, Other.Bottom);
+      Top = std::max(Top, Other.Top);
+    }
   };
-  /// Quadrants, as bits, into which a direction points; on an axis into two, without length into
-  /// all.
-  using TQuadrants = unsigned char;
-  static constexpr TQuadrants kAllQuadrants = 15;
-  using TQuadrantLevels = std::vector<std::vector<TQuadrants>>;
+  using TLeafBoxes = std::array<TBox, kLeafEdges>;
+  /// Ways along the axes, as bits: right, left, up, down. An edge along an axis goes both ways along
+  /// the other one, an edge without length all ways.
+  using TWays = unsigned char;
+  static constexpr TWays kAllWays = 15;
+  using TWayLevels = std::vector<std::vector<TWays>>;
+  /// Edges with these ways in common go into one quadrant.
+  static bool AreMonotone(TWays Common) { return (Common & 3) != 0 && (Common & 12) != 0; }
 
   int TopLevel() const { return static_cast<int>(FLevels.size()) - 1; }
   int NodeCount(int Level) const {
@@ -139,11 +147,39 @@ class TEdgeTree {
   int EndOfEdges(int Leaf) const { return std::min((Leaf + 1) * kLeafEdges, FEdgeCount); }
   /// The first edge of a run whose box is not empty.
   int FirstEdge(int Level, int Index) const;
-  TVLine2D TurnedEdge(int I) const;
-  TBox EdgeBox(int I) const;
-  TQuadrants QuadrantsOf(int I) const;
-  /// The quadrants common to all edges of each run, none where it is not monotone.
-  TQuadrantLevels QuadrantsOfRuns() const;
+  bool HasPlainEdges() const;
+  TVLine2D TurnedEdge(int I) const {
+    return FAxis == DcsX ? Edge(I) : TurnedByAxis(Edge(I));  // exact: nothing to turn
+  }
+  TVLine2D TurnedByAxis(const TVLine2D& Upright) const;
+  /// Boxes are made anew for every look at an edge, so those of plain edges are made in line.
+  TBox EdgeBox(int I) const {
+    if (!FIsPlain) return CarefulBox(I);
+    const TPoint2D& P = FPoints[static_cast<std::size_t>(I)];
+    const TPoint2D& Q = FPoints[static_cast<std::size_t>(I) + 1];
+    return {std::min(P.X, Q.X), std::max(P.X, Q.X), std::min(P.Y, Q.Y), std::max(P.Y, Q.Y)};
+  }
+  TBox CarefulBox(int I) const;
+  TLeafBoxes BoxesOfLeaf(int Leaf) const {
+    TLeafBoxes Boxes;
+    for (int I = Leaf * kLeafEdges; I < EndOfEdges(Leaf); ++I) {
+      Boxes[static_cast<std::size_t>(I % kLeafEdges)] = EdgeBox(I);
+    }
+    return Boxes;
+  }
+  static TWays WaysBetween(const TPoint2D& P, const TPoint2D& Q) {
+    return static_cast<TWays>(static_cast<int>(Q.X >= P.X) | static_cast<int>(Q.X <= P.X) << 1 |
+                              static_cast<int>(Q.Y >= P.Y) << 2 |
+                              static_cast<int>(Q.Y <= P.Y) << 3);
+  }
+  TWays WaysOf(int I) const {
+    const auto Index = static_cast<std::size_t>(I);
+    if (FIsPlain) return WaysBetween(FPoints[Index], FPoints[Index + 1]);
+    const auto [P, Q] = TurnedEdge(I);
+    return WaysBetween(P, Q);
+  }
+  /// The ways common to all edges of each run.
+  TWayLevels WaysOfRuns() const;
 
   template <class TVisitor>
   bool VisitBox(const TBox& Box, double Eps, TVisitor& Visit) const {
@@ -191,11 +227,9 @@ class TEdgeTree {
   template <class TVisitor>
   bool PairLeaves(int Leaf, const TEdgeTree& Other, int OtherLeaf, double Eps,
                   TVisitor& Visit) const {
-    std::array<TBox, kLeafEdges> OtherBoxes;
+    const TLeafBoxes OtherBoxes = Other.BoxesOfLeaf(OtherLeaf);
     const int First = OtherLeaf * kLeafEdges;
     const int Count = Other.EndOfEdges(OtherLeaf) - First;
-    for (int J = 0; J < Count; ++J)
-      OtherBoxes[static_cast<std::size_t>(J)] = Other.EdgeBox(First + J);
     for (int I = Leaf * kLeafEdges; I < EndOfEdges(Leaf); ++I) {
       const TBox Box = EdgeBox(I);
       if (Box.IsApart(Other.Node(0, OtherLeaf), Eps)) continue;
@@ -213,27 +247,43 @@ class TEdgeTree {
   }
 
   template <class TVisitor>
-  bool PairWithin(int Level, int Index, const TQuadrantLevels& Quadrants, double Eps,
-                  TVisitor& Visit) const {
-    const bool IsMonotone =
-        Quadrants[static_cast<std::size_t>(Level)][static_cast<std::size_t>(Index)] != 0;
-    const TBox& Whole = Node(Level, Index);
-    if (IsMonotone || Whole.IsOnePlaceWith(Whole, Eps)) return false;
-    if (Level == 0) {
-      const int End = EndOfEdges(Index);
-      for (int I = Index * kLeafEdges; I < End; ++I) {
-        const TBox Box = EdgeBox(I);
-        for (int J = I + 1; J < End; ++J) {
-          if (!Box.IsApart(EdgeBox(J), Eps) && Visit(I, J)) return true;
-        }
-      }
+  bool PairWithin(int Level, int Index, const TWayLevels& Ways, double Eps, TVisitor& Visit) const {
+    if (AreMonotone(Ways[static_cast<std::size_t>(Level)][static_cast<std::size_t>(Index)])) {
       return false;
     }
+    const TBox& Whole = Node(Level, Index);
+    if (Whole.IsOnePlaceWith(Whole, Eps)) return false;
+    if (Level == 0) return PairWithinLeaf(Index, Eps, Visit);
+    const std::vector<TWays>& Lower = Ways[static_cast<std::size_t>(Level) - 1];
     const int End = EndOfChildren(Level, Index);
     for (int Child = Index * kBranches; Child < End; ++Child) {
-      if (PairWithin(Level - 1, Child, Quadrants, Eps, Visit)) return true;
+      if (PairWithin(Level - 1, Child, Ways, Eps, Visit)) return true;
+      TWays Common = Lower[static_cast<std::size_t>(Child)];
       for (int Next = Child + 1; Next < End; ++Next) {
+        Common &= Lower[static_cast<std::size_t>(Next)];
+        if (AreMonotone(Common)) continue;
         if (PairNodes(Level - 1, Child, *this, Level - 1, Next, Eps, Visit)) return true;
+      }
+    }
+    return false;
+  }
+
+  template <class TVisitor>
+  bool PairWithinLeaf(int Leaf, double Eps, TVisitor& Visit) const {
+    const TLeafBoxes Boxes = BoxesOfLeaf(Leaf);
+    const int First = Leaf * kLeafEdges;
+    const int Count = EndOfEdges(Leaf) - First;
+    std::array<TWays, kLeafEdges> Ways{};
+    for (int I = 0; I < Count; ++I) Ways[static_cast<std::size_t>(I)] = WaysOf(First + I);
+    for (int I = 0; I < Count; ++I) {
+      TWays Common = Ways[static_cast<std::size_t>(I)];
+      for (int J = I + 1; J < Count; ++J) {
+        Common &= Ways[static_cast<std::size_t>(J)];
+        if (AreMonotone(Common)) continue;
+        if (!Boxes[static_cast<std::size_t>(I)].IsApart(Boxes[static_cast<std::size_t>(J)], Eps) &&
+            Visit(First + I, First + J)) {
+          return true;
+        }
       }
     }
     return false;
@@ -241,6 +291,7 @@ class TEdgeTree {
 
   const std::vector<TPoint2D>& FPoints;
   TPoint2D FAxis;
+  bool FIsPlain;  // nothing to turn, all edges finite and of some length
   int FEdgeCount = 0;
   int FPlaceEdge = -1;  // the edge without length that stands for all, −1 for none
   std::vector<std::vector<TBox>> FLevels;  // runs of kLeafEdges edges, runs of kBranches runs, ...
