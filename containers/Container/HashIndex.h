@@ -76,12 +76,16 @@ class THashIndex {
 
   // Fibonacci hashing: hashes that differ in few bits only, low or high ones (the standard hash of
   // a pointer or an integer is its value), still spread. The product is best in its highest bits,
-  // so these tell the home.
+  // so these tell the home: a group of eight slots. Eight hashes in a row share a group, in which
+  // each has a slot of its own: numbers used one after the other come from memory together.
   static std::uint32_t Fold(std::size_t Hash) {
-    return static_cast<std::uint32_t>((std::uint64_t{Hash} * 0x9E3779B97F4A7C15u) >> 32);
+    const std::uint64_t Product = (std::uint64_t{Hash} >> 3) * 0x9E3779B97F4A7C15u;
+    const auto Group = static_cast<std::uint32_t>(Product >> 32);
+    return (Group & ~7u) | ((static_cast<std::uint32_t>(Hash) + Group) & 7u);
   }
   std::size_t Home(std::uint32_t Hash) const {
-    return static_cast<std::size_t>((std::uint64_t{Hash} * FSlots.size()) >> 32);
+    const auto Group = static_cast<std::size_t>((std::uint64_t{Hash >> 3} * FSlots.size()) >> 32);
+    return 8 * Group + (Hash & 7u);
   }
   std::size_t Next(std::size_t I) const { return (I + 1) & (FSlots.size() - 1); }
   std::size_t Distance(std::size_t From, std::size_t To) const {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -113,7 +114,9 @@ class TOrderedDic {
     std::swap(FCount, Other.FCount);
   }
   static std::size_t HashOf(const K& Key) {
-    if constexpr (TBytewiseComparable<K>) {
+    if constexpr (std::is_integral_v<K>) {
+      return static_cast<std::size_t>(Key);  // the index keeps neighbours together
+    } else if constexpr (TBytewiseComparable<K>) {
       return TBytewiseHash<K>{}(Key);
     } else {
       return std::hash<K>{}(Key);

@@ -280,9 +280,9 @@ TRTreeNode<T>* TRTreeNode<T>::SplitInto(const TVRect2D& Box, TRTreeNode* Sibling
   ShowRangeToParent();
   if (NewRoot) {
     NewRoot->FDepth = 0;
-    NewRoot->AddChildNode(this);
+    NewRoot->Adopt(this, FRange);
   }
-  Parent()->AddChildNode(Sibling);
+  Parent()->Adopt(Sibling, Sibling->FRange);
   if (!Box.IsValid()) return this;
   return AreaGrowth(FRange, Box) >= AreaGrowth(Sibling->FRange, Box) ? Sibling : this;
 }
