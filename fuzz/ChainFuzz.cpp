@@ -132,6 +132,7 @@ void CheckRegion(const std::vector<TLABPolyline>& Chains, const TPoint2D& P) {
   TVHPolygon Flat;
   double Area = 0.0;
   double Error = 0.0;
+  std::vector<double> Roundings;
   TShapeRelation Expected = srOut;
   for (std::size_t I = 0; I < Chains.size(); ++I) {
     const TRing Ring(Chains[I]);
@@ -139,6 +140,7 @@ void CheckRegion(const std::vector<TLABPolyline>& Chains, const TPoint2D& P) {
     Flat.Add(std::make_unique<TVPolyline2D>(Ring.Points()));
     Area += std::abs(Ring.Area()) * (I == 0 ? 1 : -1);
     Error += Ring.AreaError();
+    Roundings.push_back(Ring.AreaRounding());
     if (Ring.DistanceTo(P) <= Ring.Error() + kLinearTolerance) return;
     if (I == 0) Expected = Ring.Holds(P) ? srIn : srOut;
     if (I > 0 && Ring.Holds(P)) Expected = srOut;
@@ -149,7 +151,8 @@ void CheckRegion(const std::vector<TLABPolyline>& Chains, const TPoint2D& P) {
   Require(Flat.RelationWithPoint(P) == Expected, "in the outline and in no hole, flattened");
   for (int I = 0; I < Flat.Count(); ++I) {
     const double Signed = Flat[I]->Area() * (I == 0 ? 1 : -1);
-    Require(!Flat[I]->IsClosed() || Signed >= 0.0, "the outline one way, the holes the other");
+    Require(!Flat[I]->IsClosed() || Signed >= -Roundings[static_cast<std::size_t>(I)],
+            "the outline one way, the holes the other");
   }
 }
 
