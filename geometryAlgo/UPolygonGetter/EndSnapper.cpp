@@ -253,7 +253,7 @@ void TEndSnapper::MatchWithin(double Reach) {
       MoveTo(End, PointOf(FEnds[Index(Joint)]));
       End.IsSet = FEnds[Index(Joint)].IsSet;
       End.Foot = FEnds[Index(Joint)].Foot;
-    } else if (End.Foot.Distance <= Reach) {
+    } else if (End.Foot.Curve >= 0 && End.Foot.Distance <= Reach) {  // an endless gap reaches all
       MoveTo(End, End.Foot.Cut.Point);
       End.IsSet = true;
     }

@@ -185,6 +185,8 @@ TEST(TMChainsScatter, EndsOnAnyInput) {
   for (const double Gap : {0.0, 0.1, 1e300, Infinity, -1.0, std::nan("")}) {
     for (const TMChainExtend* Chain : Scattered(Curves, Gap)) EXPECT_LE(2, Chain->Count());
   }
+  // Nothing is in reach of its ends, however far that is.
+  EXPECT_EQ(1, Scattered({{{0, 0}, {1, 0}}}, Infinity).Count());
   TScatterStats Stats;
   const TCourses Equal(20000, {{0, 0}, {1, 0}});
   EXPECT_EQ(1, Scattered(Equal, 0.1, &Stats).Count());
