@@ -71,7 +71,7 @@ class TGeometryUtils {
   /// is monotone crosses the other shape in a few places that are isolated one by one (two cubics:
   /// by halving them together, at most 65536 pairs of parts whatever the input). Parameters within
   /// `kRootTolerance` (1e-15) of an end of the longer curve are that end; ends of both shapes are
-  /// tested on their own with `Eps`. Four levels are enough for any cubic, eight for two.
+  /// tested on their own with `Eps`. Four levels are enough for any cubic, and more are not taken.
   /// Coordinates should keep their fourth powers finite.
   static void DoBezierCrossWithSegline(const TBezierSegment2D& Bezier, double From, double To,
                                        const TVLine2D& Line, int Depth, double Eps,

@@ -16,7 +16,8 @@ namespace {
 using TCrossRec = TGeometryUtils::TCrossRec;
 using TStretch = TGeometryUtils::TStretch;
 
-/// Levels of cuts: a cubic turns back in X twice and in Y twice at most.
+/// Levels of cuts: a cubic turns back in X twice and in Y twice at most, but for rounding, which
+/// can make tiny or huge parts turn without end.
 constexpr int kMostTurns = 4;
 
 /// Count: places looked at between two crossings that may be one.
@@ -118,8 +119,8 @@ void CrossWithPiece(const TBezierSegment2D& Bezier, double From, double To,
   const auto CrossPart = [&](const TCurvePiece& Part) {
     CrossPieces(Part, Other, Eps, List, Stretches);
   };
-  VisitParts(Bezier, From, To, Other.Box, Depth, SlackFor(Eps, ControlBox(Bezier), Other.Box),
-             CrossPart);
+  VisitParts(Bezier, From, To, Other.Box, std::min(Depth, kMostTurns),
+             SlackFor(Eps, ControlBox(Bezier), Other.Box), CrossPart);
   ListGuard.Keep();
   StretchGuard.Keep();
 }
@@ -327,7 +328,8 @@ void TGeometryUtils::DoBezierCrossWithBezier(const TBezierSegment2D& A, double F
   const double Slack = SlackFor(Eps, ControlBox(A), BoxOfB);
   std::vector<TCurvePiece> PartsOfB;
   const auto Collect = [&](const TCurvePiece& Part) { PartsOfB.push_back(Part); };
-  VisitParts(B, FromB, ToB, ControlBox(A), Depth, Slack, Collect);
+  const int Levels = std::min(Depth, kMostTurns);
+  VisitParts(B, FromB, ToB, ControlBox(A), Levels, Slack, Collect);
   TAppendGuard ListGuard(List);
   TAppendGuard StretchGuard(Stretches);
   const auto CrossPart = [&](const TCurvePiece& PartOfA) {
@@ -335,7 +337,7 @@ void TGeometryUtils::DoBezierCrossWithBezier(const TBezierSegment2D& A, double F
       CrossPieces(PartOfA, PartOfB, Eps, List, Stretches);
     }
   };
-  VisitParts(A, FromA, ToA, BoxOfB, Depth, Slack, CrossPart);
+  VisitParts(A, FromA, ToA, BoxOfB, Levels, Slack, CrossPart);
   ListGuard.Keep();
   StretchGuard.Keep();
 }

@@ -221,6 +221,17 @@ TEST(TGeometryUtils, OverlapsSpanWhatIsShared) {
   EXPECT_TRUE(Curved.Overlaps[0].P3.Equals(Wave.EvalPoint(0.7), 1e-9));
 }
 
+// In the least denormals every part of a cubic seems to turn back.
+TEST(TGeometryUtils, AWorkerStopsWhereACubicHasNoMoreTurns) {
+  const double D = std::numeric_limits<double>::denorm_min();
+  std::vector<TGeometryUtils::TCrossRec> List;
+  std::vector<TGeometryUtils::TStretch> Stretches;
+  TGeometryUtils::DoBezierCrossWithSegline({{0, D}, {D, -D}, {0, D}, {-D, -D}}, 0.0, 1.0,
+                                           {{-1, 0}, {1, 0}}, 100000000, kLinearTolerance, List,
+                                           Stretches);
+  EXPECT_LE(List.size() + Stretches.size(), 2U * 16U);  // of four levels of halves
+}
+
 TEST(TGeometryUtils, CloseRecordsBecomeTheNearestOne) {
   std::vector<TGeometryUtils::TCrossRec> List;
   TGeometryUtils::AddCrossPt(List, {1, 0}, 0.9, 0.0);
