@@ -136,14 +136,20 @@ class TRun {
     return Text ? std::atoi(Text) : Default;
   }
 
+  /// Failures of the rows so far.
+  static int PartsTold() {
+    return testing::UnitTest::GetInstance()->current_test_info()->result()->total_part_count();
+  }
+
   /// In a process of its own where asked for, so that one fault does not hide the others.
   void RunApart(const TRow& Row) {
     ++FRows;
     if (!FIsApart) return RunRow(Row);
     const pid_t Child = fork();
     if (Child == 0) {
+      const int Before = PartsTold();
       RunRow(Row);
-      _exit(testing::Test::HasFailure() ? 1 : 0);
+      _exit(PartsTold() > Before ? 1 : 0);
     }
     int Status = 0;
     waitpid(Child, &Status, 0);
