@@ -351,12 +351,13 @@ class TBoxSearch {
   TFramedBox Run() {
     WalkWhileOpen();
     const TFramedBox& Walked = FWalk.Best();
-    FIsSound = FWalk.IsDone() && Walked.Exists() && HoldsAll(Walked);
+    FIsSound = FWalk.IsDone() && Walked.Exists() && Walked.MaxV >= 0.0 && HoldsAll(Walked);
     if (FIsSound && IsLeast(Walked)) return Walked;
     if (!FFound) FFound = SmallestByExactSigns(FRing);
     if (IsNoGain(*FFound)) return Walked;
-    if (HoldsAll(*FFound)) return *FFound;
-    // The ring is not convex, by rounding perhaps: a support stopped on a dent.
+    if (FRing.IsConvex() && HoldsAll(*FFound)) return *FFound;
+    // A ring that is not convex, by rounding or where it closes: a support may rest on a dent, and
+    // what it measures then is less than what holds all.
     const std::vector<TPoint2D> Hull = StrictHull(FPoints);
     TRing Closed(Hull.size() + 1);
     Closed.Add(Hull.begin(), Hull.end(), 0.0);

@@ -156,6 +156,20 @@ TEST(TPolygonBasicAlgo, RectangleStartsOnTheFirstBestEdge) {
   EXPECT_NEAR(4.000008, TAlgo::SimpleWidth(Bulging), 1e-12);
 }
 
+// Where a ring closes within the tolerance only, its corner is a dent on which a support may rest.
+TEST(TPolygonBasicAlgo, RectangleOfARingThatNearlyClosesIsThatOfItsHull) {
+  TVPoint2DList Box;
+  const TVPolyline2D NearlyClosed{{6, 3.5}, {6, 6}, {2, 6}, {0, 5},
+                                  {1, 0},   {3, 0}, {6, 1}, {5.9999996, 3.5000001}};
+  EXPECT_NEAR(36.0, TAlgo::ConvexMABB(NearlyClosed, Box), 1e-9);  // 3e-6 less on the last edge
+  EXPECT_TRUE(Box[0].Equals({6, 0}, 1e-9));
+  const TVPolyline2D Needle{{993.5, 3.6e-7},       {645.7, 6.9e-7}, {133, 7.6e-7},
+                            {115.3, 3.7e-7},       {660.2, 4.6e-8}, {909.6, 2.6e-7},
+                            {993.5000002, -1.6e-7}};
+  EXPECT_LE(0.0, TAlgo::ConvexMABB(Needle, Box));
+  EXPECT_FALSE(TVPolyline2D(Box.Points()).IsClockwise());
+}
+
 TEST(TPolygonBasicAlgo, DegeneratePolygonsHaveNeutralMeasures) {
   TVPoint2DList Box{{1, 1}};
   for (const TVPolyline2D& Few : {TVPolyline2D{},
