@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "fuzz/Bytes.h"
@@ -104,11 +105,30 @@ void CheckCrossings(const TGeCurve2D& A, const TGeCurve2D& B) {
   A.IntersectCurve(B, Results, DefTol);
   B.IntersectCurve(A, Swapped, DefTol);
   Require(Results.empty() == Swapped.empty(), "curves that meet, meet both ways round");
+  const TRect2D Box = A.GetBoundBox();
+  const double Room = 2 * kLinearTolerance + 1e-12 * (Box.Min.Mag() + Box.Max.Mag());
+  double Last = A.ParamFrom();
   for (const TIntersect2D& Result : Results) {
-    Require(IsOnCurve(A, Result.Point()), "a crossing lies on the first curve");
-    Require(IsOnCurve(B, Result.Point()), "a crossing lies on the second curve");
-    Require(Result.OnFirst.Param >= A.ParamFrom() && Result.OnFirst.Param <= A.ParamTo(),
+    Require(Result.OnFirst.Param >= Last, "along the first curve");
+    Last = Result.OnFirst.Param;
+    Require(Result.EndOnFirst.Param >= Last && Result.EndOnFirst.Param <= A.ParamTo(),
             "a parameter lies in the range");
+    for (const TPoint2D& P : {Result.OnFirst.Point, Result.EndOnFirst.Point}) {
+      Require(IsOnCurve(A, P), "a crossing lies on the first curve");
+      Require(IsOnCurve(B, P), "a crossing lies on the second curve");
+    }
+    for (const auto& [First, Second] : {std::pair(Result.OnFirst, Result.OnSecond),
+                                        std::pair(Result.EndOnFirst, Result.EndOnSecond)}) {
+      Require(First.Point.DistanceTo(Second.Point) <= Room, "one place on both curves");
+      Require(Second.Param >= B.ParamFrom() && Second.Param <= B.ParamTo(),
+              "a parameter lies in the range of the second curve");
+    }
+  }
+  for (auto At = Results.begin(); At != Results.end(); ++At) {
+    const auto IsSame = [&](const TIntersect2D& Other) {
+      return !At->IsOverlap && !Other.IsOverlap && Other.Point().DistanceTo(At->Point()) < 1e-7;
+    };
+    Require(std::none_of(Results.begin(), At, IsSame), "a place counts once");
   }
   CheckNoneMissed(A, B, Results);
 }

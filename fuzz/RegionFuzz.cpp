@@ -8,6 +8,7 @@
 #include "fuzz/Bytes.h"
 #include "fuzz/GridOutline.h"
 #include "geometryAlgo/ShapeApp.h"
+#include "geometryAlgo/ShapeApp/SimpleRing.h"
 
 namespace {
 
@@ -70,6 +71,31 @@ void CheckTriangles(const TPoints& Ring) {
     Area += Own;
   }
   Require(Area == fuzz::DoubleArea(Ring), "the triangles make up the polygon");
+}
+
+/// Whether a ring comes back to a place where it has been, against every pair of its edges.
+void CheckTouch(TPoints Ring) {
+  Ring.erase(std::unique(Ring.begin(), Ring.end()), Ring.end());
+  if (Ring.size() < 4) return;
+  const bool IsSimple = test::IsSimple(Ring);
+  Ring.pop_back();
+  Require(TouchesItself(Ring) == !IsSimple, "a ring touches itself as whole numbers say");
+}
+
+/// Of any ring, the triangles of its region or none: what crosses itself is not cut up.
+void CheckTrianglesOfAny(const TPoints& Ring) {
+  const TVPolyline2DList Triangles = TPolygonBasicAlgo::TriangleDivide(TVPolyline2D(Ring));
+  if (Triangles.IsEmpty()) return;
+  Require(TPolygonBasicAlgo::IsSimple(TVPolyline2D(Ring)), "only what is simple is cut up");
+  double Area = 0.0;
+  for (const TVPolyline2D* Triangle : Triangles) {
+    TPoints Corners = Triangle->ToTPoint2DList();
+    Corners.push_back(Corners.front());
+    const double Own = fuzz::DoubleArea(Corners);
+    Require(Own >= 0.0, "a triangle is counter-clockwise");
+    Area += Own;
+  }
+  Require(Area == std::abs(fuzz::DoubleArea(Ring)), "the triangles make up the ring");
 }
 
 void CheckLeastAngle(const TPoints& Ring) {
@@ -147,5 +173,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size
   CheckSamples(TPolygonBasicAlgo::PolygonSimplify(TVPolyline2D(Any), 1e6), {Any},
                [&](const TPoint2D& P) { return Winding(Any, P) != 0; });
   CheckSimplicity(Any);
+  CheckTouch(Any);
+  CheckTrianglesOfAny(Any);
   return 0;
 }

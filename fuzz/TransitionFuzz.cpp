@@ -65,11 +65,30 @@ void CheckTransitions(TBytes& Bytes, const TPoses& P) {
     CheckSmooth(*Lines[I], P, Radius);
     Require(Lines[std::max(I - 1, 0)]->CurveLength() <= Lines[I]->CurveLength(), "by length");
   }
+  const double Fillet = test::FilletByDriving(P, Radius);
+  const auto IsFillet = [&](const TGeCompositeCurve2D* Line) {
+    return std::abs(Line->CurveLength() - Fillet) <= Slack;
+  };
+  Require(!(Fillet < 1e4) || std::any_of(Lines.begin(), Lines.end(), IsFillet),
+          "a corner that has room for a fillet has it");
   Func.SetMinRadius(Radius / 4);
   double Found = 2 * Radius;
   const auto Line = Func.CalcTransitionLine(P.StartPt, P.StartVec, P.EndPt, P.EndVec, Found);
   Require(!Line == (Found <= Radius / 4), "the radius shrinks until there is a transition");
   if (Line) CheckSmooth(*Line, P, Found);
+}
+
+/// Poses on one circle: no transition is longer than its arc between them.
+void CheckOneCircle(TBytes& Bytes, const TPoses& P) {
+  if (P.StartPt.Mag() > 1e3) return;
+  const double Radius = 0.25 * (1 + Bytes.Below(32));
+  const int Sense = Bytes.Below(2) == 0 ? 1 : -1;
+  const double Turn = (1 + Bytes.Below(270)) * (kFullTurn / 360);
+  const double From = P.StartVec.Angle();
+  const TPoint2D EndPt = P.StartPt + test::ArcWay(From, From + Sense * Turn, Sense) * Radius;
+  const double Length = TTransitionLineFunc().CalcShortestLength(
+      P.StartPt, P.StartVec, EndPt, P.StartVec.RotateBy(Sense * Turn), Radius);
+  Require(Turn > 4.7 || Length <= Radius * Turn + 1e-6, "the arc of one circle");
 }
 
 TPoint2D WayAt(const TGeCurve2D& Curve, double T, double Step) {
@@ -87,10 +106,22 @@ void CheckConnections(const TPoses& P) {
   const bool IsFar = std::max(P.StartPt.Mag(), P.EndPt.Mag()) > 1e5;  // the leads are lost in it
   if (IsFar) return;
   Check(*TFlyscanTool::CreateConnectCurve(P.StartPt, P.StartVec, P.EndPt, P.EndVec));
-  Check(*TFlyscanTool::CreateTriBezierConnect(P.StartPt, P.StartVec, P.EndPt, P.EndVec));
   Check(*TFlyscanTool::CreateTriLineConnect(P.StartPt, P.StartVec, P.EndPt, P.EndVec));
+  const auto Three = TFlyscanTool::CreateTriBezierConnect(P.StartPt, P.StartVec, P.EndPt, P.EndVec);
+  Check(*Three);
+  for (int I = 1; I < Three->GetBezierCount(); ++I) {
+    const TPoint2D In = Three->GetBezier(I - 1).P3 - Three->GetBezier(I - 1).P2;
+    const TPoint2D Out = Three->GetBezier(I).P1 - Three->GetBezier(I).P0;
+    if (std::min(In.Mag(), Out.Mag()) < 1e-2) continue;
+    Require(In.Normal().DistanceTo(Out.Normal()) <= 1e-6, "directions agree where cubics meet");
+  }
   TBezierSegment2D Joint;
-  if (!TFlyscanTool::GetSmoothBezierSeg(P.StartPt, P.StartVec, P.EndPt, P.EndVec, Joint)) return;
+  if (!TFlyscanTool::GetSmoothBezierSeg(P.StartPt, P.StartVec, P.EndPt, P.EndVec, Joint)) {
+    const TPoint2D Between = P.EndPt - P.StartPt;
+    const double Ahead = std::min(Between.DotMul(P.StartVec), Between.DotMul(P.EndVec));
+    Require(Between.Mag() < 5.0 || Ahead < 0.95 * Between.Mag(), "poses in a row have a joint");
+    return;
+  }
   const TPoint2D Out = Joint.P1 - Joint.P0;
   const TPoint2D In = Joint.P3 - Joint.P2;
   Require(std::abs(Out.CrossMul(P.StartVec)) <= 1e-6 && Out.DotMul(P.StartVec) >= -1e-6,
@@ -141,6 +172,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size
   CheckTransitions(Bytes, P);
   CheckConnections(P);
   CheckTangent(Bytes, P);
+  CheckOneCircle(Bytes, P);
   TTransitionLineFunc Func;  // any numbers end without harm
   double Radius = Bytes.Anything();
   Func.SetMinRadius(Bytes.Anything());

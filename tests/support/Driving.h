@@ -67,4 +67,18 @@ inline double ShortestByDriving(const TPoses& P, double Radius, double MaxTurn) 
   return Shortest;
 }
 
+/// The length of the way straight, turn, straight that turns by less than a right angle, plainly so
+/// and with room before and behind; otherwise `kStartOfMinimum`.
+inline double FilletByDriving(const TPoses& P, double Radius) {
+  const double Turn = std::remainder(P.EndVec.Angle() - P.StartVec.Angle(), kFullTurn);
+  if (!(std::abs(Turn) > 1e-2 && std::abs(Turn) < kQuarterTurn - 1e-6)) return kStartOfMinimum;
+  const TPoint2D Arc =
+      ArcWay(P.StartVec.Angle(), P.StartVec.Angle() + Turn, Turn > 0 ? 1 : -1) * Radius;
+  const TPoint2D Rest = P.EndPt - P.StartPt - Arc;  // what the straight parts have to make good
+  const double Before = Rest.CrossMul(P.EndVec) / P.StartVec.CrossMul(P.EndVec);
+  const double Behind = P.StartVec.CrossMul(Rest) / P.StartVec.CrossMul(P.EndVec);
+  if (!(std::min(Before, Behind) > 1e-4)) return kStartOfMinimum;
+  return Before + Radius * std::abs(Turn) + Behind;
+}
+
 }  // namespace tarnalgo::test
