@@ -81,29 +81,53 @@ inline cInt RoundedFast(double Value, double Scale) {
 
 /// Both coordinates of a point at once; any compiler of ours turns it into its own instructions.
 typedef double TPair __attribute__((vector_size(16)));
-typedef long long TPairSigns __attribute__((vector_size(16)));
 typedef unsigned long long TPairBits __attribute__((vector_size(16)));  // wrap round
 static_assert(sizeof(TPoint2D) == sizeof(TPair) && sizeof(TIntPoint) == sizeof(TPair));
 
-/// `RoundedFast` for a run of points, without a branch for each: false, and the results not all
-/// right, when one of them needs the extended product.
-bool ScaleRun(const TPoint2D* Points, std::size_t Count, double Scale, TIntPoint* Result) {
-  constexpr TPairBits kNoSign = {INT64_MAX, INT64_MAX};
-  constexpr TPair kRounders = {kRounder, kRounder};
-  TPairSigns Simple = {0, 0};  // counted downwards: a comparison that holds is −1
-  for (std::size_t I = 0; I < Count; ++I) {
+/// `RoundedFast` for a run of points, without a branch or a comparison for each: bits that only
+/// the others have are collected and looked at when the run is through.
+class TRunScaler {
+ public:
+  explicit TRunScaler(double Scale) : FScale(Scale) {}
+
+  void Add(const TPoint2D& P, TIntPoint& Result) {
     TPair Product;
-    std::memcpy(&Product, Points + I, sizeof(TPair));
-    Product *= Scale;
+    std::memcpy(&Product, &P, sizeof(TPair));
+    Product *= FScale;
     const TPair Sum = Product + kRounders;
     const TPair Rest = Product - (Sum - kRounders);
-    const TPairSigns IsOffHalf = (TPair)((TPairBits)Rest & kNoSign) < 0.5;
-    const TPairSigns IsInReach = (TPair)((TPairBits)Product & kNoSign) < kRounderReach;
-    Simple += IsOffHalf & IsInReach;
+    FRests |= (TPairBits)(4.0 * Rest);
+    FSums |= (TPairBits)Sum ^ (TPairBits)kRounders;
     const TPairBits Integers = (TPairBits)Sum - (TPairBits)kRounders;
-    std::memcpy(static_cast<void*>(Result + I), &Integers, sizeof(TPair));
+    std::memcpy(static_cast<void*>(&Result), &Integers, sizeof(TPair));
   }
-  return Simple[0] + Simple[1] == -2 * static_cast<long long>(Count);
+  /// False, and the results not all right, when one of them needs the extended product.
+  bool HasOnlySimple() const {
+    return ((FRests[0] | FRests[1]) & kTwoOrMore) == 0 && (FSums[0] | FSums[1]) >> kFraction == 0;
+  }
+
+ private:
+  static constexpr TPair kRounders = {kRounder, kRounder};
+  /// The highest bit of an exponent, which numbers below 2 do not have, NaN and infinity do: set in
+  /// four times a rest of a half.
+  static constexpr unsigned long long kTwoOrMore = 1ULL << 62;
+  /// Sums of products in reach have the sign and the exponent of the rounder.
+  static constexpr int kFraction = 52;
+
+  double FScale;
+  TPairBits FRests = {0, 0};
+  TPairBits FSums = {0, 0};
+};
+
+bool ScaleRun(const TPoint2D* Points, std::size_t Count, double Scale, TIntPoint* Result) {
+  TRunScaler Scaler(Scale);
+  std::size_t I = 0;
+  for (; I + 1 < Count; I += 2) {  // two in flight
+    Scaler.Add(Points[I], Result[I]);
+    Scaler.Add(Points[I + 1], Result[I + 1]);
+  }
+  if (I < Count) Scaler.Add(Points[I], Result[I]);
+  return Scaler.HasOnlySimple();
 }
 
 /// The ring of the vertices that are left, for `CleanPolygonEx`.

@@ -126,8 +126,8 @@ class TEdgeTree {
     }
   };
   using TLeafBoxes = std::array<TBox, kLeafEdges>;
-  /// Ways along the axes, as bits: right, left, up, down. An edge along an axis goes both ways along
-  /// the other one, an edge without length all ways.
+  /// Ways along the axes, as bits: right, left, up, down. An edge along an axis goes both ways
+  /// along the other one, an edge without length all ways.
   using TWays = unsigned char;
   static constexpr TWays kAllWays = 15;
   using TWayLevels = std::vector<std::vector<TWays>>;
