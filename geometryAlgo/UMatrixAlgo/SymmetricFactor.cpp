@@ -28,24 +28,28 @@ bool FactorColumns(TFloatMatrix& A, TSymmetricForm Form, int First, int Last,
   double Row[kBlock];  // L·D of the row of the pivot
   double Pivots[kBlock];
   for (int K = First; K < Last; ++K) {
-    const double* const Own = A.Row(K) + First;
+    double* const Diagonal = A.Row(K) + K;
     const int Depth = K - First;
+    const double* const Own = Diagonal - Depth;
     for (int M = 0; M < Depth; ++M) Row[M] = Form == sfRoots ? Own[M] : Own[M] * Pivots[M];
-    const double Pivot = A.Row(K)[K] - RowDot(Own, Row, Width(Depth));
+    const double Pivot = *Diagonal - RowDot(Own, Row, Width(Depth));
     if (Form == sfRoots ? !(Pivot > 0.0) : Pivot == 0.0) return false;
     const double Divisor = Form == sfRoots ? std::sqrt(Pivot) : Pivot;
     Pivots[Depth] = Divisor;
-    A.Row(K)[K] = Divisor;
+    *Diagonal = Divisor;
     const double Inverse = 1.0 / Divisor;
     const bool HasInverse = std::isfinite(Inverse);  // else the divisor is denormal
     const int Below = A.GetRowCnt() - K - 1;
     if (Below == 0) continue;
-    double* const Column = Scaled.Row(Depth);
-    RowDots(A.Row(K + 1) + First, A.RowStride(), Width(Below), Row, Width(Depth), Column + K + 1);
-    for (int I = K + 1; I < A.GetRowCnt(); ++I) {
-      const double Item = A.Row(I)[K] - Column[I];
-      A.Row(I)[K] = HasInverse ? Item * Inverse : Item / Divisor;
-      Column[I] = Form == sfRoots ? A.Row(I)[K] : Item;
+    double* const Column = Scaled.Row(Depth) + K + 1;
+    const std::ptrdiff_t Step = A.RowStride();
+    RowDots(Own + Step, Step, Width(Below), Row, Width(Depth), Column);
+    double* At = Diagonal;
+    for (int I = 0; I < Below; ++I) {
+      At += Step;
+      const double Item = *At - Column[I];
+      *At = HasInverse ? Item * Inverse : Item / Divisor;
+      Column[I] = Form == sfRoots ? *At : Item;
     }
   }
   return true;
