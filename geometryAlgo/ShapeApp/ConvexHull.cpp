@@ -137,11 +137,27 @@ bool IsFlatStart(const TPoint2D& A, const TPoint2D& B, const TPoint2D& C) {
   return std::abs(Turn) <= kFlatStart * A.DistanceTo(B) * A.DistanceTo(C);
 }
 
+/// Among the points up to `MostX` there are three different ones, and the first three in the order
+/// turn. A point that moves may stand out of the order; a start without a turn leaves the next ones
+/// to rounding.
+bool HasTurningStart(const std::vector<TPoint2D>& Points, double MostX) {
+  std::vector<TPoint2D> Least;  // the first three different ones, in the order
+  Least.reserve(4);
+  for (const TPoint2D& P : Points) {
+    if (!(P.X <= MostX) || !TPoint2DUtils::IsFinite(P)) continue;
+    const auto Place = std::lower_bound(Least.begin(), Least.end(), P, IsLessByXY);
+    if (Place != Least.end() && *Place == P) continue;
+    Least.insert(Place, P);
+    if (Least.size() > 3) Least.pop_back();
+  }
+  return Least.size() == 3 && !IsFlatStart(Least[0], Least[1], Least[2]);
+}
+
 /// The hull from the points near the rim alone; nothing where these cannot tell what the steps make
 /// of all points.
 std::optional<TVPolyline2D> HullOfRim(const std::vector<TPoint2D>& Points) {
   const THullFilter Filter(Points);
-  if (!Filter.IsUseful()) return std::nullopt;
+  if (!Filter.IsUseful() || !HasTurningStart(Points, Filter.CompleteTo())) return std::nullopt;
   std::vector<TPoint2D> Rim = Filter.Candidates();
   // Most of a set that lies on its rim has near neighbours there: not worth a first try.
   if (Rim.size() > Points.size() / 2) return std::nullopt;
@@ -150,10 +166,6 @@ std::optional<TVPolyline2D> HullOfRim(const std::vector<TPoint2D>& Points) {
   // Of two near points the second is kept if a third one, dropped perhaps, comes between them.
   const auto IsRepeat = [](const TPoint2D& A, const TPoint2D& B) { return B.Equals(A); };
   if (std::adjacent_find(Rim.begin(), Rim.end(), IsRepeat) != Rim.end()) return std::nullopt;
-  if (Rim.size() < 3 || Rim[2].X > Filter.CompleteTo()) return std::nullopt;
-  // A point that moves may stand out of the order; a start without a turn leaves the next ones to
-  // rounding.
-  if (IsFlatStart(Rim[0], Rim[1], Rim[2])) return std::nullopt;
   return HullOfSequence(std::move(Rim));
 }
 
