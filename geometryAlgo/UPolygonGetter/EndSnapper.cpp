@@ -19,7 +19,7 @@ class TEndSnapper::TCells {
  public:
   struct TCell {
     std::vector<int> Ends;
-    int Joint = -1;  // the first
+    std::vector<int> Joints;
   };
 
   explicit TCells(double Reach) : FWidth(Reach / 2.0) {}
@@ -198,18 +198,17 @@ bool TEndSnapper::Follow(TEnd& End) {
   return End.WasMoved = true;
 }
 
-/// First whatever shares a cell; then no cell has more than two ends left, and the cells round an
-/// end are looked at whole.
+/// First whatever shares a cell; then no cell has more than two ends left, so that the cells round
+/// an end can be looked at whole, and no joint is looked at by more than fifty ends.
 void TEndSnapper::MatchWithin(double Reach) {
   TCells Cells(Reach);
-  const auto AddJoint = [&](int I) {
-    int& Joint = Cells.At(PointOf(FEnds[Index(FJoints[Index(I)])])).Joint;
-    if (Joint < 0) Joint = I;
+  const auto AddJoint = [&](int End) {
+    Cells.At(PointOf(FEnds[Index(End)])).Joints.push_back(End);
   };
-  for (int I = 0; I < static_cast<int>(FJoints.size()); ++I) AddJoint(I);
+  for (const int End : FJoints) AddJoint(End);
   const auto JoinBoth = [&](int A, int B) {
     Join(std::min(A, B), std::max(A, B));
-    AddJoint(static_cast<int>(FJoints.size()) - 1);
+    AddJoint(FJoints.back());
   };
   for (int I = 0; I < static_cast<int>(FEnds.size()); ++I) {
     if (FEnds[Index(I)].IsDone) continue;
@@ -240,12 +239,13 @@ void TEndSnapper::MatchWithin(double Reach) {
         Nearest = J;
         ToEnd = Distance;
       }
-      if (Cell.Joint < 0) return;
-      const int There = FJoints[Index(Cell.Joint)];
-      const double Distance = P.DistanceTo(PointOf(FEnds[Index(There)]));
-      if (Distance >= ToJoint || !MayGoTo(End, PointOf(FEnds[Index(There)]))) return;
-      Joint = There;
-      ToJoint = Distance;
+      for (const int J : Cell.Joints) {
+        const TPoint2D& There = PointOf(FEnds[Index(J)]);
+        const double Distance = P.DistanceTo(There);
+        if (Distance >= ToJoint || !MayGoTo(End, There)) continue;
+        Joint = J;
+        ToJoint = Distance;
+      }
     });
     if (Nearest >= 0 && ToEnd <= ToJoint) {
       JoinBoth(I, Nearest);

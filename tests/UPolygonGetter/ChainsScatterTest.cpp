@@ -95,6 +95,16 @@ TEST(TMChainsScatter, CutsSnapsAndDropsWhatRepeats) {
        0,
        3},
       {"no larger than a node", {{{0, 0}, {0.0005, 0}, {0, 0}}}, 0, 0, 0},
+      {"an end within the tolerance of a line cuts it", {Square, {{5, -8e-7}, {5, -5}}}, 3, 1, 2},
+      {"the first of two joints beside each other is beyond the gap",
+       {{{5.09, 0}, {9, 0}},
+        {{5.09, 0}, {9, -5}},
+        {{5.06, 0}, {6, 5}},
+        {{5.06, 0}, {6, -5}},
+        {{0, 0}, {4.97, 0}}},
+       5,
+       5,
+       0},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
@@ -170,6 +180,27 @@ TEST(TMChainsScatter, AgreesWithExactCutsOnAGrid) {
     }
     const TMChainExtends Chains = Scattered(Curves, 0.0);
     EXPECT_EQ(static_cast<int>(Expected.size()), Chains.Count());
+  }
+}
+
+// Ends that become one node turn their chains, so that these may meet once more.
+TEST(TMChainsScatter, LeavesNothingToCut) {
+  std::mt19937 Random(6464);
+  for (int Round = 0; Round < 300; ++Round) {
+    SCOPED_TRACE(Round);
+    TCourses Curves(6);
+    for (auto& Points : Curves) {
+      for (int I = 0; I < 3; ++I) {
+        const TPoint2D P = test::RandomGridPoint(Random, 0, 3);
+        Points.push_back(P * 0.01 + test::RandomPoint(Random, -2, 2) * kNodeReach);
+      }
+    }
+    TCourses Courses;
+    for (const TMChainExtend* Chain : Scattered(Curves, 0.0)) Courses.push_back(Chain->Points());
+    TScatterStats Stats;
+    EXPECT_EQ(static_cast<int>(Courses.size()), Scattered(Courses, 0.0, &Stats).Count());
+    EXPECT_EQ(0, Stats.Cuts);
+    EXPECT_EQ(0, Stats.Repeated);
   }
 }
 
