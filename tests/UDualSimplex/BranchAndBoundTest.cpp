@@ -64,14 +64,26 @@ TEST(BranchAndBound, StartsNoSearchFromAWholeRelaxation) {
   EXPECT_EQ(Before + 1, SimplexRunCount() + DualSimplexRunCount());
 }
 
+// The corners (0, 1) and (1, 0), of which the branch x <= 0 finds the first first.
 TEST(BranchAndBound, KeepsTheFirstOfEqualSolutions) {
-  // x + y <= 1 of the two halves 2x + 2y <= 3: (1, 0) comes from the branch x >= 1, (0, 1) from
-  // x <= 0, which is the first.
-  const TProgram Program{MatrixOf({{3, 2, 2}, {1.5, 2, 0}}), {kAtMost, kAtMost}, {0, 1, 1}, true};
-  TSimplexAndDualMethod Method = MethodFor(Program);
-  ASSERT_TRUE(Method.Solve());
-  EXPECT_EQ((TFloatVector{0, 0, 1}), Method.X());
-  EXPECT_EQ(2, Program.A.GetRowCnt());  // the bounds were added to copies
+  const struct {
+    double Scale;
+    double Margin;
+  } Cases[] = {{1.0, 1e-10}, {1000.0, 1e-7}, {0.01, 1e-10}};
+  for (const auto& Case : Cases) {
+    for (const double Share : {0.95, 1.05}) {
+      SCOPED_TRACE(testing::Message() << Case.Scale << ", " << Share);
+      const TProgram Program{MatrixOf({{4, 1, 4}, {2, 2, 1}}),
+                             {kAtMost, kAtMost},
+                             {0, Case.Scale + Share * Case.Margin, Case.Scale},
+                             true};
+      TSimplexAndDualMethod Method = MethodFor(Program);
+      ASSERT_TRUE(Method.Solve());
+      EXPECT_TRUE(
+          Method.X().Equls(Share < 1.0 ? TFloatVector{0, 0, 1} : TFloatVector{0, 1, 0}, 1e-9));
+      EXPECT_EQ(2, Program.A.GetRowCnt());  // the bounds were added to copies
+    }
+  }
 }
 
 TEST(BranchAndBound, TakesItsLastSolutionAsCosts) {

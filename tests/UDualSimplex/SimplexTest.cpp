@@ -310,6 +310,77 @@ TEST(SimplexTableau, PivotsLikeAFullTableau) {
   EXPECT_THROW(TableOf(MatrixOf({{1, 3}}), {0, 1}).UpdateSMA(1, 2), EAssertionFailed);
 }
 
+// The same tableau by two ways: the pivots that led to a basis, and that basis alone.
+TEST(SimplexTableau, IsFormedAnewFromItsBasis) {
+  std::mt19937 Random(24);
+  for (int Round = 0; Round < 300; ++Round) {
+    SCOPED_TRACE(Round);
+    const int Rows = test::RandomInt(Random, 1, 6);
+    const int Variables = test::RandomInt(Random, 1, 6);
+    TSimplexTableau Start(Rows, Variables);
+    for (int I = 0; I <= Rows; ++I) {
+      if (I > 0) Start.AddBasicColumn(I);
+      for (int J = 0; J <= Variables; ++J) Start.Row(I)[J] = test::RandomInt(Random, -5, 5);
+    }
+    TSimplexTableau Target = Start;
+    for (int Count = 0; Count < 20; ++Count) {
+      const int Row = test::RandomInt(Random, 1, Rows);
+      const int Column = test::RandomInt(Random, 1, Rows + Variables);
+      if (Target.PlaceOf(Column) < 0 || std::abs(Target.Item(Row, Column)) < 0.2) continue;
+      Target.Pivot(Row, Column);
+    }
+    TSimplexTableau Rebuilt;
+    ASSERT_TRUE(Start.RebuildAs(Target, Rebuilt));
+    for (int I = 0; I <= Rows; ++I) {
+      for (int J = 0; J <= Rows + Variables; ++J) {
+        ASSERT_NEAR(Target.Item(I, J), Rebuilt.Item(I, J), 1e-7) << I << ", " << J;
+      }
+    }
+  }
+}
+
+TEST(SimplexTableau, IsNotFormedAnewByAPivotThatIsAsGoodAsZero) {
+  for (const double Element : {0.0, 0.99e-11, -1.01e-11}) {
+    TSimplexTableau Start(2, 1);
+    Start.AddBasicColumn(1);
+    Start.AddBasicColumn(2);
+    Start.Row(1)[1] = 1.0;
+    TSimplexTableau Target = Start;
+    Target.Pivot(1, 1);
+    Start.Row(1)[1] = Element;
+    Start.Row(2)[1] = 5.0;  // its basic column stays
+    TSimplexTableau Rebuilt;
+    EXPECT_EQ(Element < 0.0, Start.RebuildAs(Target, Rebuilt)) << Element;
+  }
+}
+
+// A pivot of a tiny element and the way back leave the tableau off the program by the rounding of
+// what it was divided by.
+TEST(SimplexTableau, IsHeldAgainstTheProgram) {
+  std::mt19937 Random(25);
+  for (int Round = 0; Round < 200; ++Round) {
+    SCOPED_TRACE(Round);
+    const int Rows = test::RandomInt(Random, 2, 5);
+    const int Variables = test::RandomInt(Random, 2, 5);
+    TFloatMatrix A =
+        test::RandomMatrix(Random, Rows, Variables + 1) + TFloatMatrix(Rows, Variables + 1, 1.1);
+    A.SetItem(0, 1, 1e-9);
+    TFloatVector C =
+        test::RandomMatrix(Random, 1, Variables + 1).GetRow(0) - TFloatVector(Variables + 1, 1.1);
+    TSimplexAndDualMethod Fresh = TableOf(A, C);
+    ASSERT_TRUE(Fresh.SolveBySimplex());
+    Fresh.FillSolution();
+    TSimplexAndDualMethod Drifted = TableOf(A, C);
+    Drifted.UpdateSMA(1, 1);
+    Drifted.UpdateSMA(1, Variables + 1);
+    ASSERT_TRUE(Drifted.SolveBySimplex());
+    Drifted.FillSolution();
+    EXPECT_TRUE(Fresh.X().Equls(Drifted.X(), 1e-9));
+    EXPECT_NEAR(Fresh.Objective(), Drifted.Objective(), 1e-9);
+    EXPECT_TRUE(Fresh.Tableau().GetRow(0).Equls(Drifted.Tableau().GetRow(0), 1e-9));
+  }
+}
+
 TEST(SimplexRules, ChooseColumnsAndRowsWithTheirMargins) {
   const struct {
     const char* Name;
