@@ -1,8 +1,12 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <polyclipping/clipper.hpp>
+#include <random>
 
 #include "geometryAlgo/GeometryExtend.h"
+#include "geometryAlgo/GeometryExtend/RingLoops.h"
+#include "tests/support/Generate.h"
 #include "tests/support/IntegerPaths.h"
 #include "tests/support/Raises.h"
 
@@ -181,6 +185,46 @@ TEST(CreateStrictSimpleHPolygon, AHoleWithAllItsVerticesOnAnOutlineBelongsWhereI
     const TVHPolygonList Pieces = TPathUtils::CreateStrictSimpleHPolygon(Node, 1.0);
     ASSERT_EQ(1, Pieces.Count());
     EXPECT_EQ(Case.Area, Pieces[0]->Area());
+  }
+}
+
+/// A ray to the right from (X, Y), on which no vertex lies, meets an odd number of edges.
+bool IsInside(const TPaths& Rings, double X, double Y) {
+  bool Result = false;
+  for (const TPath& Ring : Rings) {
+    for (std::size_t I = 0; I < Ring.size(); ++I) {
+      const TPoint2D A = TPathUtils::CreatePoint2D(Ring[I], 1.0);
+      const TPoint2D B = TPathUtils::CreatePoint2D(Ring[(I + 1) % Ring.size()], 1.0);
+      const bool Spans = (A.Y > Y) != (B.Y > Y);
+      if (Spans && X < A.X + (B.X - A.X) * (Y - A.Y) / (B.Y - A.Y)) Result = !Result;
+    }
+  }
+  return Result;
+}
+
+TEST(LoopsOfRings, HaveNoPlaceTwiceAndCoverWhatTheRingsCover) {
+  std::mt19937 Random(12);
+  for (int Round = 0; Round < 500; ++Round) {
+    SCOPED_TRACE(Round);
+    TPaths Rings(2);
+    for (TPath& Ring : Rings) {
+      for (int I = test::RandomInt(Random, 0, 12); I > 0; --I) {
+        const int X = test::RandomInt(Random, 0, 3);
+        Ring.emplace_back(X, test::RandomInt(Random, 0, 3));
+      }
+    }
+    TPaths Loops = LoopsOfRings(Rings);
+    for (int I = 0; I < 20; ++I) {
+      const TPoint2D P = test::RandomPoint(Random, 0, 3);
+      EXPECT_EQ(IsInside(Rings, P.X, P.Y), IsInside(Loops, P.X, P.Y));
+    }
+    for (TPath& Loop : Loops) {
+      EXPECT_LE(3U, Loop.size());
+      std::sort(Loop.begin(), Loop.end(), [](const TIntPoint& A, const TIntPoint& B) {
+        return A.X != B.X ? A.X < B.X : A.Y < B.Y;
+      });
+      EXPECT_EQ(Loop.end(), std::adjacent_find(Loop.begin(), Loop.end()));
+    }
   }
 }
 

@@ -291,7 +291,7 @@ TEST(PathCutting, CutsWhereThePathsMeet) {
       TPathUtils::CutByPath({{0, 0}, {30, 0}}, {{10, 5}, {10, 0}, {20, 0}}),
       ElementsAre(TPath{{0, 0}, {10, 0}}, TPath{{10, 0}, {20, 0}}, TPath{{20, 0}, {30, 0}}));
   EXPECT_THAT(TPathUtils::CutByPaths(Square, {{{-5, -5}, {0, 0}}, {{90, 9}}}), ElementsAre(Square));
-  const TPath Slope{{0, 0}, {40, 40}};
+  const TPath Slope{{-5, 0}, {0, 0}, {40, 40}};
   EXPECT_THAT(TPathUtils::CutByPath(Slope, {{30, 10}, {31, 10}}), ElementsAre(Slope));
   EXPECT_THAT(TPathUtils::CutByPath({}, Bar), IsEmpty());
   // Several points at the seam, only one of which is found to meet the cutter.
