@@ -124,8 +124,11 @@ TEST(TLABSeglineCross, AddsBothStretchesOfTwoArcsToWhatIsThere) {
   EXPECT_NEAR(1.0 + 9.0 - kFullTurn,
               std::abs(Found.Arcs[0].AngleRange()) + std::abs(Found.Arcs[1].AngleRange()), 1e-9);
   Found.Beziers.resize(1);
-  EXPECT_FALSE(TLABSegline({0, 3}, {1, 3})
-                   .CrossWithLABSegline(A, Found.Points, Found.Lines, Found.Arcs, Found.Beziers));
+  for (const double Y : {3.0, -1.0}) {
+    const TLABSegline Line({0, Y}, {-5, Y});  // beside the circle, across it
+    EXPECT_EQ(Y < 0.0,
+              Line.CrossWithLABSegline(A, Found.Points, Found.Lines, Found.Arcs, Found.Beziers));
+  }
 }
 
 TEST(TLABSeglineCross, HostilePairsAreToldOnce) {
