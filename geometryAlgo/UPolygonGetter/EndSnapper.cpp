@@ -242,7 +242,8 @@ void TEndSnapper::MatchWithin(double Reach) {
       for (const int J : Cell.Joints) {
         const TPoint2D& There = PointOf(FEnds[Index(J)]);
         const double Distance = P.DistanceTo(There);
-        if (Distance >= ToJoint || !MayGoTo(End, There)) continue;
+        if (Distance > ToJoint || (Distance == ToJoint && J > Joint)) continue;
+        if (!MayGoTo(End, There)) continue;
         Joint = J;
         ToJoint = Distance;
       }
