@@ -166,6 +166,8 @@ TEST(TPolyDecimator, SmoothingDropsStraightRunsAndNeverDriftsAway) {
   EXPECT_EQ(4U, TPolyDecimator(Flat, 0.0).CollinearSmooth().size());
   TPoints Back{{0, 0}, {5, 0}, {3, 0}};  // not between its neighbours
   EXPECT_EQ(Back, TPolyDecimator(Back, 0.0).CollinearSmooth());
+  TPoints Tent{{0, 0}, {1, 0.5}, {2, 0}};  // at the tolerance
+  EXPECT_EQ(2U, TPolyDecimator(Tent, 0.0).CollinearSmooth(0.5).size());
   const double Infinity = std::numeric_limits<double>::infinity();
   for (const TPoint2D& Next : {TPoint2D(Infinity, 0.0), TPoint2D(1e200, 0.0)}) {
     TPoints Beyond{{0, 0}, {2e200, Next.X == Infinity ? 7.0 : 0.0}, Next};  // squares overflow

@@ -96,6 +96,11 @@ TEST(TMChainsScatter, CutsSnapsAndDropsWhatRepeats) {
        3},
       {"no larger than a node", {{{0, 0}, {0.0005, 0}, {0, 0}}}, 0, 0, 0},
       {"an end within the tolerance of a line cuts it", {Square, {{5, -8e-7}, {5, -5}}}, 3, 1, 2},
+      {"an end near the last point of a ring that is closed within the tolerance",
+       {{{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, -5e-7}}, {{-0.05, -0.05}, {-5, -5}}},
+       2,
+       1,
+       2},
       {"the first of two joints beside each other is beyond the gap",
        {{{5.09, 0}, {9, 0}},
         {{5.09, 0}, {9, -5}},
@@ -180,6 +185,18 @@ TEST(TMChainsScatter, AgreesWithExactCutsOnAGrid) {
     }
     const TMChainExtends Chains = Scattered(Curves, 0.0);
     EXPECT_EQ(static_cast<int>(Expected.size()), Chains.Count());
+  }
+}
+
+TEST(TMChainsScatter, SnapsToTheFirstAddedOfTwoJointsAsNear) {
+  for (const double X : {0.0625, -0.0625}) {
+    const TMChainExtends Chains = Scattered({{{X, 0}, {X, -5}},
+                                             {{X, 0}, {2 * X, -5}},
+                                             {{-X, 0}, {-X, -5}},
+                                             {{-X, 0}, {-2 * X, -5}},
+                                             {{0, 0}, {0, 5}}},
+                                            0.1);
+    EXPECT_EQ(TPoint2D(X, 0), Chains.Last()->First());
   }
 }
 

@@ -105,6 +105,20 @@ TEST(GetPolygons, RecordsTheNodesAndChainsOfEachOutline) {
   EXPECT_FALSE(Traced.ChainsOf[Outside]->OwnsObjects());
 }
 
+// No object reverses another one exactly, and each is within the tolerance of all.
+TEST(GetPolygons, PairsObjectsThatWereWorkedOutTwice) {
+  TTopoLinks Links;
+  for (const double X : {0.3, 0.3 + 1e-7, 0.3 + 2e-7, 0.3 + 3e-7}) {
+    TMChainExtend Chain(std::vector<TPoint2D>{{0, 0}, {X, 0.5}, {0, 1}});
+    if (X > 0.3 + 1.5e-7) {
+      Links.AddValue({0, 1000}, Chain.CloneReverse());
+    } else {
+      Links.AddValue({0, 0}, Chain.Clone());
+    }
+  }
+  EXPECT_EQ(2, TTraced(Links).Outlines.Count());  // there by one repeat, back by the other
+}
+
 TEST(GetPolygons, FillsDictionariesThatOutlivedTheirOutlines) {
   TPointsOfOutline PointsOf;
   TChainsOfOutline ChainsOf;

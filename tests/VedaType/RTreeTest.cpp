@@ -298,6 +298,10 @@ TEST(TRTree, TheNinthItemSplitsTheLeafFirst) {
   ASSERT_EQ(2, Tree.Root()->ChildCount());
   EXPECT_THAT(ItemsOf(*Tree.Root()->Child(0)), ElementsAre(7, 1, 4, 3));
   EXPECT_THAT(ItemsOf(*Tree.Root()->Child(1)), ElementsAre(6, 2, 5, 0, 8));
+  for (const int Index : {-1, 2}) {
+    test::ExpectRaises<EParamError>([&] { Tree.Root()->Child(Index); },
+                                    "[Error] TRTreeNode: index out of range");
+  }
 }
 
 TEST(TRTree, ASecondInsertionOfAnItemChangesNothing) {
@@ -305,6 +309,7 @@ TEST(TRTree, ASecondInsertionOfAnItemChangesNothing) {
   for (int I = 0; I < 8; ++I) Tree.Insert(I, Square(I, 0));
   test::ExpectRaises<EParamError>([&] { Tree.Insert(3, Square(50, 50)); },
                                   "[Error] TRTree.Insert: duplicate item");
+  Tree.Remove(99);                          // not there
   EXPECT_EQ(8, Tree.Root()->ChildCount());  // full, and not split
   EXPECT_EQ(8, Tree.Count());
   EXPECT_FALSE(Tree.MayIntersect(Square(50, 50)));
