@@ -184,6 +184,25 @@ TEST(Simplex, LeavesTheClassicCycles) {
   }
 }
 
+// The dual of the last of these with an optimum of 0, so that the rules that never cycle are the
+// last to look, and beside it a variable that has to be as large as `Least`.
+TEST(Simplex, LeavesACycleWithItsTolerance) {
+  for (const double Least : {0.7e-6, 1.5e-6}) {
+    const TFloatMatrix A = MatrixOf({{10, 0.5, 0.5, 1, 0},
+                                     {-57, -5.5, -1.5, 0, 0},
+                                     {-9, -2.5, -0.5, 0, 0},
+                                     {-24, 9, 1, 0, 0},
+                                     {Least, 0, 0, 0, 1}});
+    const TIntegerVec Senses(std::vector<int>(5, kAtLeast));
+    const TFloatVector Costs{0, 0, 0, 0, 1};
+    TSimplexAndDualMethod Method(A, Senses, Costs, false, false, false, 0);
+    Method.BuiltSimpleTab(A, Senses, Costs, false);
+    ASSERT_TRUE(Method.SolveByDualSimplex());
+    Method.FillSolution();
+    EXPECT_EQ(Least > 1e-6 ? Least : 0.0, Method.X()[4]);
+  }
+}
+
 TEST(Simplex, AgreesWithItsDualOnLargerPrograms) {
   std::mt19937 Random(22);
   for (const int Size : {5, 20, 60, 120}) {

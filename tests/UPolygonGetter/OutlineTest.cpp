@@ -119,6 +119,13 @@ TEST(GetPolygons, PairsObjectsThatWereWorkedOutTwice) {
   EXPECT_EQ(2, TTraced(Links).Outlines.Count());  // there by one repeat, back by the other
 }
 
+// It has no other object, and is its own reverse.
+TEST(GetPolygons, TakesALoneChainThatReadsTheSameBothWays) {
+  TTopoLinks Links;
+  Links.AddValue({0, 0}, TMChainExtend(std::vector<TPoint2D>{{0, 0}, {1, 0}, {0, 0}}).Clone());
+  EXPECT_THAT(TTraced(Links).Areas(), ElementsAre(0.0));
+}
+
 TEST(GetPolygons, FillsDictionariesThatOutlivedTheirOutlines) {
   TPointsOfOutline PointsOf;
   TChainsOfOutline ChainsOf;
