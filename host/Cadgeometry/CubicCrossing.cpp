@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/Cadgeometry/BernsteinRoots.h"
 #include "host/Cadgeometry/Nearest.h"
 
 namespace tarnalgo {
@@ -16,10 +17,6 @@ constexpr std::size_t kMostPlaces = 64;
 /// Sine of the least angle between the directions of two parts for which Newton's method is tried.
 constexpr double kClearSine = 0.05;
 
-/// Relative to the size of a cubic: flatter than this is not asked for. Two crossings with a deeper
-/// lens between them are told apart.
-constexpr double kLeastFlatness = 1e-10;
-
 /// Parameter: a part that spans less is not halved any more.
 constexpr double kLeastSpan = 1e-13;
 
@@ -30,8 +27,10 @@ constexpr double kMuchLonger = 8.0;
 /// Slope up to which a part is compared with another one as a graph over a direction.
 constexpr double kSteepestSlope = 0.5;
 
-/// Relative to the largest coordinate: what the comparison of two graphs rounds to.
+/// Relative to the largest coordinate: what the comparison of two graphs rounds to, and what a
+/// point of a cubic does.
 constexpr double kGraphRounding = 1e-14;
+constexpr double kPointRounding = 5e-16;
 
 constexpr int kNewtonSteps = 16;
 
@@ -154,9 +153,11 @@ class TCubicCrosser {
  public:
   TCubicCrosser(const TCurvePiece& A, const TCurvePiece& B, double Tol)
       : FA(A.Bezier()), FB(B.Bezier()), FTol(Tol) {
-    const double Size = std::max({A.Box.Width(), A.Box.Height(), B.Box.Width(), B.Box.Height()});
-    FFlat = std::max(Tol / 4, kLeastFlatness * Size);
-    FRounding = kGraphRounding * std::max(A.Magnitude(), B.Magnitude());
+    const double Magnitude = std::max(A.Magnitude(), B.Magnitude());
+    FRounding = kGraphRounding * Magnitude;
+    // Were it coarser, chords of flat parts could pass each other by where the parts cross.
+    FFlat = std::max(Tol / 4, FRounding);
+    FSettled = std::max(Tol * 1e-3, kPointRounding * Magnitude);
   }
 
   void Search(TPieceSpan SpanA, TPieceSpan SpanB) {
@@ -224,7 +225,7 @@ class TCubicCrosser {
       U2 += Step2;
       if (std::abs(Step1) <= 1e-15 && std::abs(Step2) <= 1e-15) return true;
     }
-    return FA.EvalPoint(U1).Equals(FB.EvalPoint(U2), FTol * 1e-3);
+    return FA.EvalPoint(U1).Equals(FB.EvalPoint(U2), FSettled);
   }
 
   /// Both are as good as straight: the place where the chords come nearest, polished.
@@ -249,8 +250,8 @@ class TCubicCrosser {
 
   /// Two parts that run beside each other in one direction, told by the gap between them at equal
   /// places of that direction: true when they are apart by more than the tolerance all along, or
-  /// nowhere apart by more. The gap of two parts bends far less than each of them does, so that
-  /// this decides long before they are flat.
+  /// nowhere apart by more, or by as good as the same everywhere. The gap of two parts bends far
+  /// less than each of them does, so that this decides long before they are flat.
   bool LookAtGraphs(const TPart& A, const TPart& B) {
     const TGraph GraphA(A.Curve, A.Curve.P0, A.Unit);
     const TGraph GraphB(B.Curve, A.Curve.P0, A.Unit);
@@ -268,20 +269,34 @@ class TCubicCrosser {
     const auto [Least, Most] = std::minmax({Gaps[0].Y, Gaps[1].Y, Gaps[2].Y, Gaps[3].Y});
     double Aside = 0.0;  // at equal parameters the places of the direction differ by so much
     for (const TPoint2D& Gap : Gaps) Aside = std::max(Aside, std::abs(Gap.X));
-    const double Slack = std::min(GraphA.Slope, GraphB.Slope) * Aside + FRounding;
+    const double Skew = std::min(GraphA.Slope, GraphB.Slope) * Aside;
+    const double Slack = Skew + FRounding;
     const double Wide = FTol * (1.0 + std::max(GraphA.Slope, GraphB.Slope)) + Slack;
     if (Least > Wide || Most < -Wide) return true;
-    if (std::max(Most, -Least) + Slack > FTol) return false;
-    const bool Crosses = (Gaps[0].Y < 0.0) != (Gaps[3].Y < 0.0);
-    const double T = Crosses ? Gaps[0].Y / (Gaps[0].Y - Gaps[3].Y)
-                     : std::abs(Gaps[0].Y) <= std::abs(Gaps[3].Y) ? 0.0
-                                                                  : 1.0;
-    KeepBest(A, B, ParamOf(A, GraphA, CutA, T), ParamOf(B, GraphB, CutB, T));
+    // An even gap of about the tolerance would stay undecided however small the parts.
+    const bool IsEven = Most - Least + Skew <= FFlat;
+    if (!IsEven && std::max(Most, -Least) + Slack > FTol) return false;
+    const double T = PlaceOfLeast({Gaps[0].Y, Gaps[1].Y, Gaps[2].Y, Gaps[3].Y});
+    const double InA = CutA.From + T * (CutA.To - CutA.From);
+    const double InB = GraphB.ParamAt(std::clamp(GraphA.Curve.EvalPoint(InA).X, Low, High));
+    KeepBest(A, B, ParamOf(A, GraphA, InA), ParamOf(B, GraphB, InB));
     return true;
   }
 
-  static double ParamOf(const TPart& Part, const TGraph& Graph, TPieceSpan Cut, double T) {
-    const double InGraph = Cut.From + T * (Cut.To - Cut.From);
+  /// Where a gap is nothing, were it even between its ends; or else where it comes nearest to that.
+  static double PlaceOfLeast(const TBernsteinRoots<3>::TCoefficients& Gap) {
+    if ((Gap[0] < 0.0) != (Gap[3] < 0.0)) return Gap[0] / (Gap[0] - Gap[3]);
+    double Best = std::abs(Gap[0]) <= std::abs(Gap[3]) ? 0.0 : 1.0;
+    double Least = std::min(std::abs(Gap[0]), std::abs(Gap[3]));
+    for (const double T : TBernsteinRoots<2>({Gap[1] - Gap[0], Gap[2] - Gap[1], Gap[3] - Gap[2]})) {
+      const double AtT = std::abs(TBernsteinRoots<3>::Eval(Gap, T));
+      if (AtT < Least) Best = T;
+      Least = std::min(Least, AtT);
+    }
+    return Best;
+  }
+
+  static double ParamOf(const TPart& Part, const TGraph& Graph, double InGraph) {
     const double InPart = Graph.IsTurned ? 1.0 - InGraph : InGraph;
     return Part.Span.From + InPart * (Part.Span.To - Part.Span.From);
   }
@@ -327,8 +342,7 @@ class TCubicCrosser {
   /// runs there: a straight cubic may rest at its ends.
   static double ParamAlong(const TPart& Part, double T) {
     const TGraph Graph(Part.Curve, Part.Curve.P0, Part.Unit);
-    const double InPart = Graph.ParamAt(Graph.Curve.P3.X * T);
-    return Part.Span.From + InPart * (Part.Span.To - Part.Span.From);
+    return ParamOf(Part, Graph, Graph.ParamAt(Graph.Curve.P3.X * T));
   }
 
   /// Steps towards the nearest approach of the two: Newton's method on the derivative of the square
@@ -386,8 +400,9 @@ class TCubicCrosser {
   const TBezierSegment2D FA;
   const TBezierSegment2D FB;
   const double FTol;
-  double FFlat;
   double FRounding;
+  double FFlat;
+  double FSettled;  // a gap of no more is a crossing
   std::vector<TPair> FOpen;
   std::vector<std::pair<double, double>> FFound;
 };

@@ -402,6 +402,24 @@ TEST(IntersectCurve, StraightCubicsCrossHoweverTheyRun) {
   EXPECT_LT(DistanceTo(Turns, Results[0].Point()), 1e-12);
 }
 
+// The first runs straight out and back; the second starts 2e-6 beside it and crosses it where their
+// slopes differ by 4e-11: parts as flat as 1e-10 of their size once passed each other by. The place
+// is the root of the exact cubics.
+TEST(IntersectCurve, LongCubicsCrossAtAHairsAngle) {
+  const TBezierSegment2D Straight({13000000, 8}, {8.62890625, 14}, {-12999982.7421875, 20},
+                                  {8.62890625, 14});
+  const TBezierSegment2D Beside({12.999998, 14}, {13000000, 8}, {9.171875, 13.875}, {0, 0});
+  for (const TBezierSegment2D& A : {Straight, Straight.Reversed()}) {
+    for (const TBezierSegment2D& B : {Beside, Beside.Reversed()}) {
+      for (const auto& Results :
+           {Meet(OneBezier(A), OneBezier(B)), Meet(OneBezier(B), OneBezier(A))}) {
+        ASSERT_EQ(1u, Results.size());
+        EXPECT_TRUE(Results[0].Point().Equals({86349.253518, 13.960150454}, 1e-3));
+      }
+    }
+  }
+}
+
 TEST(IntersectCurve, TwoCubicsCrossNineTimes) {
   // y = T3(x) and x = T3(y), T3 the Chebyshev polynomial: at the nine roots of T9(x) = x.
   const TGePolyBezier2D A = OneBezier({{-1, -1}, {-1.0 / 3, 5}, {1.0 / 3, -5}, {1, 1}});
