@@ -43,7 +43,7 @@ void* AllocateSlab(std::size_t Bytes, std::size_t Alignment) {
   return ::operator new (Bytes, std::align_val_t{Alignment});
 }
 
-void FreeSlab(void* Slab, std::size_t Bytes, std::size_t Alignment) noexcept {
+void FreeSlab(void* Slab, [[maybe_unused]] std::size_t Bytes, std::size_t Alignment) noexcept {
 #ifdef TARNALGO_NODE_POOL_MAPS
   if (IsMapped(Bytes)) {
     munmap(Slab, Bytes);
