@@ -56,7 +56,7 @@ class TCollection : public TCollectionBase {
   TCollection(TCollection&&) = default;
   /// All of `Other` or, when that raises, what was here.
   TCollection& operator=(const TCollection& Other) {
-    if (this != &Other) *this = TCollection(Other);  // the two parts change together
+    *this = TCollection(Other);  // the two parts change together
     return *this;
   }
   TCollection& operator=(TCollection&&) = default;

@@ -37,7 +37,7 @@ class TOrderedDic {
   }
   /// All of `Other` or, when that raises, what was here.
   TOrderedDic& operator=(const TOrderedDic& Other) {
-    if (this != &Other) *this = TOrderedDic(Other);  // the parts change together
+    *this = TOrderedDic(Other);  // the parts change together
     return *this;
   }
 

@@ -57,7 +57,7 @@ class TMinHeap {
   TMinHeap(TMinHeap&&) = default;
   /// All of `Other` or, when that raises, what was here.
   TMinHeap& operator=(const TMinHeap& Other) {
-    if (this != &Other) *this = TMinHeap(Other);  // items and comparer change together
+    *this = TMinHeap(Other);  // items and comparer change together
     return *this;
   }
   TMinHeap& operator=(TMinHeap&&) = default;

@@ -159,10 +159,8 @@ class TTriangleClip {
         return Turn < 0;
       case TClipKind::RightOrStraight:
         return Turn <= 0;
-      case TClipKind::Left:
+      default:  // to the left: of `Any` nobody asks
         return Turn > 0;
-      default:
-        return true;
     }
   }
 

@@ -55,7 +55,6 @@ class TTouchSweep {
   TStatus::iterator& Place(int Edge) { return FPlaces[static_cast<std::size_t>(Edge)]; }
 
   bool IsBelow(int A, int B) const {
-    if (A == B) return false;
     // Whichever begins later is on one side of the other there, or both begin in one corner.
     if (Left(A) == Left(B)) return SideOfLine(Left(A), Right(A), Right(B)) > 0;
     if (CompareXY(Left(A), Left(B)) < 0) return SideOfLine(Left(A), Right(A), Left(B)) > 0;
@@ -88,22 +87,12 @@ class TTouchSweep {
            (Position != FStatus.begin() && Meet(*std::prev(Position), Edge));
   }
 
-  /// Two edges have a place in common; two that follow each other another one than their corner.
+  /// Two edges in the sweep have a place in common; two that follow each other another one than
+  /// their corner. None lie on one line: the second would have been found to be on the first.
   bool Meet(int A, int B) const {
-    if (Next(B) == A) std::swap(A, B);
-    if (Next(A) == B) {
-      const TPoint2D& Corner = At(B);
-      return SideOfLine(At(A), Corner, At(Next(B))) == 0 &&
-             CompareXY(At(A), Corner) != CompareXY(Corner, At(Next(B)));
-    }
-    const int A1 = SideOfLine(Left(B), Right(B), Left(A));
-    const int A2 = SideOfLine(Left(B), Right(B), Right(A));
-    const int B1 = SideOfLine(Left(A), Right(A), Left(B));
-    const int B2 = SideOfLine(Left(A), Right(A), Right(B));
-    if (A1 == 0 && A2 == 0) {
-      return CompareXY(Left(A), Right(B)) <= 0 && CompareXY(Left(B), Right(A)) <= 0;
-    }
-    return A1 * A2 <= 0 && B1 * B2 <= 0;
+    if (Next(A) == B || Next(B) == A) return false;
+    return SideOfLine(Left(B), Right(B), Left(A)) * SideOfLine(Left(B), Right(B), Right(A)) <= 0 &&
+           SideOfLine(Left(A), Right(A), Left(B)) * SideOfLine(Left(A), Right(A), Right(B)) <= 0;
   }
 
   const std::vector<TPoint2D>& FCorners;

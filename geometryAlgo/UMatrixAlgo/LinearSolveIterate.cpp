@@ -89,9 +89,8 @@ bool TLinearSolveTool::ConjugateGradient(TFloatVector& X, TFloatMatrix A, TFloat
       RowAddMultiple(R.Data(), -Step, Q.Data(), Size);
     }
     Precondition(Z, R);
-    const double OldRho = Rho;
+    const double OldRho = Rho;  // above the end, so not 0
     Rho = R * Z;
-    if (OldRho == 0.0) return false;
     const double Share = Rho / OldRho;
     for (int I = 0; I < Count; ++I) P.Data()[I] = Z.Data()[I] + Share * P.Data()[I];
   }

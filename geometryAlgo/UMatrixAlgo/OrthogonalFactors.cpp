@@ -21,7 +21,7 @@ struct TReflection {
 
   /// Reflects the rows of `A`, from column `FirstColumn` on.
   void Apply(TFloatMatrix& A, int FirstColumn) const {
-    if (Factor == 0.0 || FirstColumn >= A.GetColCnt()) return;
+    if (Factor == 0.0) return;
     const auto Width = static_cast<std::size_t>(A.GetColCnt() - FirstColumn);
     double* const Top = A.Row(First) + FirstColumn;
     std::vector<double> Sums(Width);  // Factor·vᵀ·A

@@ -89,14 +89,11 @@ TVArc2D::TVArc2D(const TPoint2D& AStartPoint, const TPoint2D& AEndPoint, double 
 TVArc2D::TVArc2D(const TVLine2D& Chord, double ARadius, bool AIsClockwise, bool IsLargeArc)
     : StartPoint(Chord.StartPoint), EndPoint(Chord.EndPoint), IsClockwise(AIsClockwise) {
   const double Half = Chord.Length() / 2;
-  // The order matters: a radius of just half the chord is refused, although the second test would
-  // take it.
+  // A radius of just half the chord is refused.
   if (TMathUtils::FloatLessEquals(ARadius, Half)) {
     RaiseText("[Error]TVArc2D.Create: 不存在此参数对应的圆");
   }
-  const double Height =
-      TMathUtils::FloatEquals(ARadius, Half) ? 0.0 : HeightOverChord(ARadius, Half);
-  Center = CenterOverChord(Chord, Height, IsLargeArc, AIsClockwise);
+  Center = CenterOverChord(Chord, HeightOverChord(ARadius, Half), IsLargeArc, AIsClockwise);
 }
 
 // --- Measures ---

@@ -168,9 +168,9 @@ class TCurveMeeting {
     FTol = ToleranceWithRounding(FTol, Magnitude);
     FPlaces = TDistinctPoints(FTol);
     FOverlapEnds = TDistinctPoints(FTol);
-    int Exponent = 0;
+    int Exponent = 0;  // of 0, too
     std::frexp(Magnitude, &Exponent);
-    if (std::abs(Exponent) <= kSafeExponent || Magnitude == 0.0) {
+    if (std::abs(Exponent) <= kSafeExponent) {
       return CrossAll(FFirst, FSecond, FTol);
     }
     const double Factor = std::ldexp(1.0, std::clamp(-Exponent, -1000, 1000));

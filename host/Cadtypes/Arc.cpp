@@ -134,7 +134,7 @@ TArc2D TArc2D::CreateBulge(const TPoint2D& StartPt, const TPoint2D& EndPt, doubl
   const double Inverse = 1.0 / Bulge;
   const TPoint2D Center = StartPt + Chord / 2 + Chord.RotateCcw90() * ((Inverse - Bulge) / 4);
   const double Radius = Chord.Mag() * std::abs((Inverse + Bulge) / 4);
-  if (!std::isfinite(Radius) || !std::isfinite(Bulge)) {
+  if (!std::isfinite(Radius)) {  // nor is it of a bulge that is not
     RaiseError<EParamError>(kWhere, "凸度必须是非零的有限值");
   }
   return {Center, Radius, (StartPt - Center).Angle(), 4.0 * std::atan(Bulge)};

@@ -129,7 +129,6 @@ class TSBTree {
 
 template <class TGoesRight>
 TSBTree* TSBTree::InsertInto(TSBTree* Root, const TGoesRight& GoesRight) {
-  if (!Root) return this;
   // Sizes are those after the insertion. A node must not outgrow the sibling of its parent, nor
   // become lopsided with its own. One bit for each node passed tells whether it does, the last node
   // in the lowest bit (no tree is 64 high).
