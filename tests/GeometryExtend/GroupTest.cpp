@@ -128,6 +128,29 @@ TEST_F(TreeConversion, KeepsTheNestingAsTrees) {
               ElementsAre(testing::DoubleEq(4), testing::DoubleEq(-1), testing::DoubleEq(0.04)));
 }
 
+TEST(PolyTrees, AreReadWithoutOpenPathsAndNodesWithoutContour) {
+  TPolyTree Tree;
+  ClipperLib::Clipper Clipper;
+  Clipper.AddPath({{-5, 5}, {30, 5}}, ClipperLib::ptSubject, false);
+  for (const auto Role : {ClipperLib::ptSubject, ClipperLib::ptClip}) {
+    Clipper.AddPath(Box(0, 0, 20), Role, true);
+  }
+  Clipper.Execute(ClipperLib::ctIntersection, Tree);
+  ASSERT_EQ(2, Tree.ChildCount());
+  TPolyNode Bare;
+  TPolyNode* const Outer = Tree.Childs[Tree.Childs[0]->IsOpen() ? 1 : 0];
+  Bare.Parent = Outer;
+  Outer->Childs.push_back(&Bare);
+  EXPECT_THAT(TPathUtils::PolyTreeToPathsList(Tree), ElementsAre(SizeIs(1)));
+  ASSERT_EQ(1, TPathUtils::CreateHPolygons(Tree, 1.0).Count());
+  EXPECT_EQ(1, TPathUtils::CreateHPolygons(Tree, 1.0)[0]->Count());
+  TPolyTree OfNothing;
+  Bare.Parent = &OfNothing;
+  OfNothing.Childs.push_back(&Bare);
+  EXPECT_THAT(TPathUtils::PolyTreeToPathsList(OfNothing), IsEmpty());
+  EXPECT_TRUE(TPathUtils::CreateHPolygons(OfNothing, 1.0).IsEmpty());
+}
+
 TEST(CreateHPolygon, KeepsTheFirstSenseAndTurnsTheOthersAgainstIt) {
   for (const bool Clockwise : {false, true}) {
     TPaths Paths{Box(0, 0, 20), Box(2, 2, 3), Hole(9, 9, 3)};
@@ -175,7 +198,8 @@ TEST(CreateStrictSimpleHPolygon, AHoleWithAllItsVerticesOnAnOutlineBelongsWhereI
       {Box(0, 0, 10), {{5, 0}, {0, 5}, {5, 10}, {10, 5}}, 50},
       {{{0, 0}, {9, 0}, {9, 9}, {6, 9}, {6, 3}, {3, 3}, {3, 9}, {0, 9}},  // fills the notch
        {{3, 3}, {3, 9}, {6, 9}, {6, 3}},
-       63}};
+       63},
+      {Box(0, 0, 10), Box(0, 0, 10), 0}};
   for (const auto& Case : Cases) {
     TPolyNode Child;
     TPolyNode Node;
@@ -238,6 +262,9 @@ TEST(CreateStrictSimpleHPolygon, PartsWhatTheLibraryLeavesTogether) {
       {"hole that hangs on a vertex",
        {{0, 0}, {20, 0}, {20, 20}, {0, 20}, {0, 10}, {5, 15}, {5, 5}, {0, 10}},
        {400 - 25}},
+      {"two vertices at one place of an edge",
+       {{0, 0}, {20, 0}, {20, 10}, {10, 0}, {12, 12}, {8, 12}, {10, 0}, {0, 10}},
+       {50, 50, 24}},
       // The library names the loop of (0, 110) a hole.
       {"loop the wrong way round",
        {{45, 80},   {15, 80},  {6, 99},   {13, 110}, {0, 110}, {6, 99},   {0, 90},   {0, 130},

@@ -39,6 +39,10 @@ TEST(IntVectors, AreExactAtTheEndsOfTheRange) {
   EXPECT_EQ(TIntPoint(0, ClipperLib::hiRange), TPathUtils::Divide(TIntPoint(0, 7), 0.0));
   EXPECT_EQ(TIntPoint(-5, 3), TPathUtils::Rotate(TIntPoint(3, 5), kQuarterTurn));
   EXPECT_EQ(TIntPoint(-6, -8), TPathUtils::Strech(TIntPoint(3, 4), -10.0));
+  EXPECT_EQ(TIntPoint(), TPathUtils::Strech(TIntPoint(), 10.0));
+  EXPECT_TRUE(TPathUtils::SameVector(TIntPoint(), TIntPoint()));
+  EXPECT_FALSE(TPathUtils::SameVector(TIntPoint(), TIntPoint(1, 0)));
+  EXPECT_FALSE(TPathUtils::SameVector(TIntPoint(1, 0), TIntPoint()));
   EXPECT_DOUBLE_EQ(3 * kQuarterTurn, TPathUtils::Angle(TIntPoint(0, 7), TIntPoint(9, 0)));
 }
 
@@ -46,6 +50,10 @@ TEST(TPathUtils, AreaOfTheLargestSquareIsExactAndKeepsItsSign) {
   const std::int64_t Big = ClipperLib::hiRange;
   const TPath Square{{-Big, -Big}, {Big, -Big}, {Big, Big}, {-Big, Big}};
   EXPECT_EQ(4.0 * std::pow(static_cast<double>(Big), 2), TPathUtils::Area(Square, false));
+  TPath Thrice = Square;
+  Thrice.insert(Thrice.end(), Square.begin(), Square.end());
+  Thrice.insert(Thrice.end(), Square.begin(), Square.end());
+  EXPECT_EQ(std::ldexp(3.0, 126), TPathUtils::Area(Thrice, false));  // the sum leaves 128 bits
   // Half a unit far from the origin: products of 2^124 that cancel but for one.
   const TPath Sliver{{Big, Big}, {Big - 1, Big - 1}, {Big - 1, Big}};
   EXPECT_EQ(-0.5, TPathUtils::Area(Sliver, false));
@@ -124,6 +132,7 @@ TEST(TPathUtils, RecognisesRectanglesExactly) {
                {{{0, 0}, {Far, Far}, {0, 2 * Far}, {-Far, Far}}, true},
                {{{0, 0}, {Far, Far}, {1, 2 * Far}, {-Far, Far}}, false},
                {{{1, 1}, {1, 1}, {1, 1}, {1, 1}}, true},
+               {{{0, 0}, {4, 0}, {4, 3}, {1, 3}}, false},  // two right angles
                {{{0, 0}, {1, 0}, {1, 1}}, false}};
   for (const auto& Case : Cases) EXPECT_EQ(Case.Expected, TPathUtils::IsRectangle(Case.Path));
 }
@@ -205,6 +214,7 @@ TEST(PathParameters, GiveASharedVertexToTheEdgeThatArrives) {
   EXPECT_EQ(2.00001, Param);
   EXPECT_FALSE(TPathUtils::ParamByPoint({}, TIntPoint(), Param));
   EXPECT_TRUE(TPathUtils::ParamByPoint({{7, 7}}, TIntPoint(7, 7), Param));
+  EXPECT_TRUE(TPathUtils::AccurateParamByPoint({{7, 7}}, TIntPoint(7, 7), Param));
   EXPECT_EQ(0.0, Param);
   EXPECT_FALSE(TPathUtils::ParamByPoint({{7, 7}}, TIntPoint(7, 8), Param, 1.0));
   // On the segment by the slack along it, yet off the edge.
@@ -270,6 +280,7 @@ TEST(PathComparison, MeasuresTheTurnAtACorner) {
   EXPECT_EQ(kQuarterTurn, TPathUtils::CornerRadian(Path, 2));  // equal neighbours are passed over
   EXPECT_EQ(kPi, TPathUtils::CornerRadian(Path, 4));
   EXPECT_EQ(-kQuarterTurn, TPathUtils::CornerRadian({{0, 0}, {1, 0}, {1, -1}}, 1));
+  EXPECT_EQ(0.0, TPathUtils::CornerRadian({{0, 0}, {1, 0}, {2, 0}}, 1));
   for (const int Index : {-1, 6}) {
     EXPECT_THROW(TPathUtils::CornerRadian(Path, Index), EParamError);
   }

@@ -101,6 +101,10 @@ TEST(TConvexHullCalculator, KeepsEveryCornerWhereTheMovedPointWouldBarTheWay) {
       EXPECT_NE(Ids.end(), std::find(Ids.begin(), Ids.end(), Corner));
     EXPECT_EQ(4 + 1, TConvexHullCalculator::CalcConvexHull(Points).Count());
   }
+  // Here its other edge stands across the way from the fourth point to the fifth.
+  EXPECT_EQ(3 + 1, TConvexHullCalculator::CalcConvexHull(
+                       TVPoint2DList{{0, 0}, {0, 5}, {0, 10}, {1e-6, 7}, {10, 7.5}})
+                       .Count());
 }
 
 /// Sets on which a filter could go wrong.
@@ -136,6 +140,15 @@ TPoints HostileSet(std::mt19937& Random, int Kind, int Count) {
       case 7:
         Points.push_back({std::round(P.X * 3) * 1000 + P.Y * 2e-6, OnRim.Y * 3000});
         break;
+      case 8:
+        Points.push_back(I < 2 ? TPoint2D(2.0 + I * 5e-7, 0.0) : P);
+        break;  // a repeat on the rim
+      case 9:
+        Points.push_back(I < 200 ? TPoint2D(-2.0, 0.0) : P);
+        break;  // many repeats on the left
+      case 10:
+        Points.push_back(P * 1e80);
+        break;
       default:
         Points.push_back({P.X, P.Y * 1e-7});
         break;
@@ -146,11 +159,13 @@ TPoints HostileSet(std::mt19937& Random, int Kind, int Count) {
 
 TEST(TConvexHullCalculator, LeavingOutDeepPointsChangesNothing) {
   std::mt19937 Random(52);
-  for (int Kind = 0; Kind < 9; ++Kind) {
+  for (int Kind = 0; Kind < 12; ++Kind) {
     for (const int Count : {3, 40, 1500, 20000}) {
       SCOPED_TRACE(testing::Message() << "kind " << Kind << ", " << Count << " points");
       const TPoints Points = HostileSet(Random, Kind, Count);
-      const TVPoint2DList List(Points);
+      TVPoint2DList List(Points);
+      EXPECT_EQ(HullOfAllSorted(Points), TConvexHullCalculator::CalcConvexHull(List).Points());
+      for (int I = 0; I < List.Count(); I += 16) List.Insert(I, {NAN, I % 32 ? INFINITY : 1.0});
       EXPECT_EQ(HullOfAllSorted(Points), TConvexHullCalculator::CalcConvexHull(List).Points());
     }
   }

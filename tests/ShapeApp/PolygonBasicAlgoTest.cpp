@@ -273,6 +273,7 @@ TEST(TPolygonBasicAlgo, GeneratedRingsAreStrictlyConvexInTheirDisc) {
     EXPECT_EQ(Fast, std::all_of(Tiny.begin(), Tiny.end(), IsOnCircle));
     EXPECT_TRUE(TAlgo::GenerateConvexPolyOnDisc({0, 0}, 1.0, 2, 1, Fast).IsEmpty());
     EXPECT_TRUE(TAlgo::GenerateConvexPolyOnDisc({0, 0}, 0.0, 5, 1, Fast).IsEmpty());
+    EXPECT_TRUE(TAlgo::GenerateConvexPolyOnDisc({NAN, 0}, 1.0, 5, 1, Fast).IsEmpty());
   }
 }
 

@@ -55,6 +55,10 @@ TEST(TPolygonBasicAlgo, SimpleIsDecidedByArea) {
       {"clockwise, closed", {{0, 0}, {0, 4}, {4, 4}, {4, 0}, {0, 0}}, true},
       {"bow tie", {{0, 0}, {4, 4}, {4, 0}, {0, 4}}, false},
       {"lopsided bow tie", {{0, 0}, {4, 4}, {4, 0}, {0, 1}}, false},
+      {"small lopsided bow tie", {{0, 0}, {4e-4, 4e-4}, {4e-4, 0}, {0, 1e-4}}, false},
+      {"loop of a trillionth of the area",
+       {{0, 0}, {1e5, 0}, {1e5, 1e5}, {0, 1e5}, {0.02, -0.02}, {0, -0.02}},
+       true},
       {"stroke", {{0, 0}, {4, 0}, {8, 0}}, false},
       {"to and fro", {{0, 0}, {4, 0}, {4, 0}, {0, 0}}, false},
       {"spike", {{0, 0}, {4, 0}, {8, 0}, {4, 0}, {4, 4}, {0, 4}}, true},
@@ -181,6 +185,8 @@ TEST(TPolygonBasicAlgo, TrianglesCoverTheRingOnce) {
     std::rotate(Touching.begin(), Touching.begin() + 1, Touching.end());
     ExpectTriangulated(TVPolyline2D(Touching), 9);
   }
+  // The ends of the ring fall into one place of the grid, and are two.
+  ExpectTriangulated({{-4e-7, -4e-7}, {9, 0}, {9, 9}, {4e-7, 4e-7}}, 4);
   // As wide as a double is: neither extents nor areas are finite.
   const double Far = 1.7e308;
   EXPECT_EQ(

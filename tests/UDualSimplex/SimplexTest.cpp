@@ -151,6 +151,7 @@ TEST(Simplex, LeavesTheClassicCycles) {
     const char* Name;
     TProgram Program;
     double Objective;
+    bool IsSolved = true;
   } Cases[] = {
       {"Beale 1955",
        {MatrixOf({{0, 0.25, -60, -0.04, 9}, {0, 0.5, -90, -0.02, 3}, {1, 0, 0, 1, 0}}),
@@ -170,16 +171,29 @@ TEST(Simplex, LeavesTheClassicCycles) {
         {0, 10, -57, -9, -24},
         true},
        1},
+      {"Beale at the optimum",
+       {MatrixOf({{0, 0.25, -60, -0.04, 9}, {0, 0.5, -90, -0.02, 3}, {0, 0, 0, 1, 0}}),
+        {kAtMost, kAtMost, kAtMost},
+        {0, 0.75, -150, 0.02, -6},
+        true},
+       0},
+      {"Beale without a bound",
+       {MatrixOf({{0, 0.25, -60, -0.04, 9}, {0, 0.5, -90, -0.02, 3}}),
+        {kAtMost, kAtMost},
+        {0, 0.75, -150, 0.02, -6},
+        true},
+       0,
+       false},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
     for (const bool Revised : {false, true}) {
       TSimplexAndDualMethod Method = MethodFor(Case.Program, Revised);
-      EXPECT_TRUE(Method.Solve());
+      EXPECT_EQ(Case.IsSolved, Method.Solve());
       EXPECT_NEAR(Case.Objective, Method.Objective(), 1e-9);
     }
     TSimplexAndDualMethod Dual = MethodFor(DualOf(Case.Program));
-    EXPECT_TRUE(Dual.Solve());
+    EXPECT_EQ(Case.IsSolved, Dual.Solve());
     EXPECT_NEAR(Case.Objective, Dual.Objective(), 1e-9);
   }
 }
@@ -324,7 +338,14 @@ TEST(SimplexTableau, PivotsLikeAFullTableau) {
     }
     ASSERT_TRUE(Full.Equls(Method.Tableau(), 1e-6 * Full.GetRow(0).GetAbsMax())) << Count;
   }
+  for (int I = 1; I <= 6; ++I) {
+    const int Column = I + 8;  // of a slack, perhaps basic
+    const int Leaving = Method.FindNewBaseIdxByB(Column);
+    EXPECT_TRUE(Leaving == 0 || Full(Leaving, Column) > 0.0);
+  }
   EXPECT_THROW(Method.UpdateSMA(0, 1), EAssertionFailed);
+  EXPECT_THROW(Method.UpdateSMA(1, 99), EAssertionFailed);
+  EXPECT_THROW(Method.AddRelaxColumn(1), EAssertionFailed);  // it has one
   EXPECT_THROW(TableOf(MatrixOf({{1, 0}}), {0, 1}).UpdateSMA(1, 1), EAssertionFailed);
   EXPECT_THROW(TableOf(MatrixOf({{1, 3}}), {0, 1}).UpdateSMA(1, 2), EAssertionFailed);
 }

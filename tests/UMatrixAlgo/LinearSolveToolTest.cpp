@@ -321,6 +321,10 @@ TEST(SolveLeastSquares, FailsWithZeros) {
   TFloatVector X;
   EXPECT_TRUE(TLinearSolveTool::SolveLeastSquares(MatrixOf({{1, 1}}), {3, 5}, X));
   EXPECT_EQ((TFloatVector{4}), X);
+  // Nearly equal rows, which elimination cannot solve well enough.
+  const bool IsSolved =
+      TLinearSolveTool::SolveLeastSquares(MatrixOf({{1, 1}, {1, 1 + 1e-8}}), {1e6, -1e6}, X);
+  EXPECT_EQ(IsSolved, X.GetAbsMax() > 0.0);
 }
 
 }  // namespace

@@ -94,11 +94,15 @@ TEST(MatrixFile, LeavesTheMatrixAloneWhereItIsWrong) {
       {"99999999999 3\r\n", "no count"},
       {"2000000000 2000000000\r\n1 ", "no number"},
       {"1 1\r\n+-1 \r\n", "no number"},
-      {"1 1\r\n-1e400 \r\n", "the number is too large"},
+      {"1 1\r\n-1e+400 \r\n", "the number is too large"},
       {"1 1\r\n9e309\r\n", "the number is too large"},
       {"1 1\r\n0.001e99999999999999999999 \r\n", "the number is too large"},
   };
   const TTempFile File;
+  File.Write("1 2\r\n0." + std::string(400, '0') + "1 7 \r\n");
+  TFloatMatrix Tiny;
+  Tiny.LoadFromFile(File.Path());
+  EXPECT_EQ(MatrixOf({{0, 7}}), Tiny);
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Bytes);
     File.Write(Case.Bytes);

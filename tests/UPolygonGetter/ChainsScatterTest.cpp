@@ -41,6 +41,16 @@ std::map<std::pair<std::int64_t, std::int64_t>, int> Degrees(const TMChainExtend
   return Result;
 }
 
+TEST(TMChainsScatter, OfTwoNodesNearAnEndTheFirstTakesIt) {
+  const std::vector<TPoint2D> Left{{0, 0}, {-5, 0}};
+  const std::vector<TPoint2D> Right{{0.0024, 0}, {5, 0}};
+  for (const auto& [First, Second] : {std::pair(Left, Right), std::pair(Right, Left)}) {
+    const TMChainExtends Chains = Scattered({First, Second, {{0.0012, 0}, {0, 5}}}, 0.0);
+    ASSERT_EQ(3, Chains.Count());
+    EXPECT_EQ(First.front(), Chains[2]->First());
+  }
+}
+
 TEST(TMChainsScatter, CutsSnapsAndDropsWhatRepeats) {
   const std::vector<TPoint2D> Square = {{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0}};
   const struct {
@@ -94,6 +104,22 @@ TEST(TMChainsScatter, CutsSnapsAndDropsWhatRepeats) {
        6,
        0,
        3},
+      {"a ring that runs back along its seam", {{{0, 0}, {9, 0}, {9, 5}, {5, 0}, {0, 0}}}, 2, 1, 2},
+      {"a short curve to a joint",
+       {{{0, 0}, {5, 0}}, {{5, 0}, {9, 0}}, {{5, 0.05}, {5, 0.19}}},
+       3,
+       3,
+       0},
+      {"a stub does not go to its own other end",
+       {{{0, 0}, {5, 0}}, {{5, 0}, {9, 0}}, {{5, 0}, {5, 0.05}}},
+       2,
+       2,
+       0},
+      {"a joint nearer than another end",
+       {{{0, 0}, {5, 0}}, {{5, 0}, {0, 1}}, {{5.03, 0}, {4, 5}}, {{5.12, 0}, {9, -5}}},
+       4,
+       5,
+       0},
       {"no larger than a node", {{{0, 0}, {0.0005, 0}, {0, 0}}}, 0, 0, 0},
       {"an end within the tolerance of a line cuts it", {Square, {{5, -8e-7}, {5, -5}}}, 3, 1, 2},
       {"an end near the last point of a ring that is closed within the tolerance",

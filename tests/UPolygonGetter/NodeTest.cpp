@@ -149,6 +149,7 @@ TEST(TTopoLinks, FindsLoopsBetweenTwoNodes) {
   Links.AddValue(kOrigin, Chain({{0, 0}, {0, 1}, {1, 0}}));
   EXPECT_TRUE(Links.HaveLoop(kOrigin, {1000, 0}, Found));
   EXPECT_EQ(Links[kOrigin]->Last(), Found);
+  Links.AddValue(kOrigin, std::make_unique<TMChainExtend>());  // leads nowhere
   EXPECT_FALSE(Links.HaveLoop(kOrigin, kOrigin, Found));
   EXPECT_EQ(nullptr, Found);
 }

@@ -207,6 +207,7 @@ TEST(TGeometryUtils, CrossingsOfHostilePairs) {
 
 TEST(TGeometryUtils, OverlapsSpanWhatIsShared) {
   const TBezierSegment2D Straight({0, 0}, {5, 0}, {-2, 0}, {3, 0});
+  EXPECT_EQ(1u, Cross({{0, 0}, {1, 0}, {5, 0}, {0, 0}}, TVLine2D({-9, 0}, {9, 0})).Lines.size());
   const TFound Along = Cross(Straight, TVLine2D({2, 0}, {1, 0}));
   ASSERT_EQ(1U, Along.Lines.size());
   EXPECT_TRUE(Along.Lines[0].StartPoint.Equals({1, 0}));

@@ -220,6 +220,7 @@ TEST(TLABPolyline, TakesVerticesWithBulges) {
   // An arc of the host whose ends coincide is a circle or nothing, as its sweep says.
   EXPECT_TRUE(TLABSegline(TArc2D({0, 0}, 2, 1, 1e-7 - kFullTurn)).IsCircle());
   EXPECT_TRUE(TLABSegline(TArc2D({0, 0}, 2, 1, 1e-7)).IsPoint());
+  EXPECT_FALSE(TLABPolyline({{{0, 0}, {0, 0}}, {{5, 5}, {5, 5}}}).IsPoint());
 }
 
 TEST(TLABPolyline, TangentsAtVertices) {
@@ -230,6 +231,11 @@ TEST(TLABPolyline, TangentsAtVertices) {
   const TLABPolyline Open{{{0, 0}, {1, 0}}, {{1, 0}, {1, 0}}, {{1, 0}, {1, 0}, {1, 3}, {4, 4}}};
   EXPECT_TRUE(Open.LeftTangentVector(2).Equals({1, 0})) << "past the point";
   EXPECT_TRUE(Open.RightTangentVector(1).Normal().Equals({0, 1})) << "control on the end";
+  const TLABPolyline Arriving{{{4, 4}, {1, 3}, {0, 0}, {0, 0}}};
+  EXPECT_TRUE(Arriving.LeftTangentVector(1).Normal().Equals(TPoint2D(-1, -3).Normal()));
+  const TLABPolyline Ended{{{0, 0}, {0, 0}}, {{0, 0}, {1, 0}}, {{1, 0}, {1, 0}}};
+  EXPECT_EQ(TPoint2D::FZero, Ended.LeftTangentVector(1)) << "no way there";
+  EXPECT_EQ(TPoint2D::FZero, Ended.RightTangentVector(2)) << "no way on";
   const TLABPolyline Point{{{1, 1}, {1, 1}}};
   const struct {
     const TLABPolyline& Chain;

@@ -115,6 +115,7 @@ TEST(TPoint2DUtils, QuadrantsOwnTheirFirstHalfAxis) {
     EXPECT_EQ(I + 1, TPoint2DUtils::Quadrant(Inside[I]));
   }
   EXPECT_EQ(4, TPoint2DUtils::Quadrant({2, -1e-9}));  // exact signs
+  EXPECT_EQ(0, TPoint2DUtils::Quadrant({-1, NAN}));
   EXPECT_EQ(2, TPoint2DUtils::Quadrant({-1e-9, 2}));
   EXPECT_EQ(1, TPoint2DUtils::Quadrant({1e-9, 2}));
   EXPECT_EQ(2, TPoint2DUtils::Quadrant({-2, 1e-9}));

@@ -167,6 +167,17 @@ TEST(TVPolyline2DEdit, SimplifiesLongZigzags) {
   }
 }
 
+// The middle of what is left when the halvings are used up lies in the straight tail.
+TEST(TVPolyline2DEdit, SimplifiesAZigzagWithALongTail) {
+  TVPolyline2D Tailed;
+  for (int I = 0; I < 4000; ++I) Tailed.Add({I * 1.0, I < 400 ? I % 4 * 3.0 : 0.0});
+  TVPolyline2D Simplified = Tailed;
+  Simplified.Simplify(0.01);
+  ExpectReplaces(Simplified, Tailed, 0.01);
+  EXPECT_GE(Simplified.Count(), 200 + 2);  // the turns and the tail
+  EXPECT_LE(Simplified.Count(), 200 + 20);
+}
+
 TEST(TVPolyline2DEdit, ConnectsWhereEndsMeet) {
   const TVPolyline2D Line{{0, 0}, {1, 0}};
   const struct {
@@ -202,6 +213,9 @@ TEST(TVPolyline2DEdit, DropsParametersOfOnePlace) {
   Params = {4.0, 0.0, 4.0 - 5e-8, 5e-8, 1e-3};
   Ring.RemoveDuplicate(Params);
   EXPECT_EQ((std::vector<double>{4.0, 1e-3}), Params);
+  Params = {0.0, 4.0};
+  Ring.RemoveDuplicate(Params);
+  EXPECT_EQ((std::vector<double>{0.0}), Params);
 
   Params = {0.0, 1.0};
   TVPolyline2D().RemoveDuplicate(Params);

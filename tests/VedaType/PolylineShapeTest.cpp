@@ -132,7 +132,7 @@ TEST(TVPolyline2DShape, ConvexWithinTheTolerance) {
   EXPECT_FALSE((TVPolyline2D{{0, 0}, {10, 0}, {10, 10}, {15, 15}, {10, 10}, {0, 10}})
                    .IsConvexPolygon());  // a spike
   TVPolyline2D Twice = kSquare;
-  Twice.AddRange(kSquare);
+  Twice.AddRange(Twice.Points());
   EXPECT_FALSE(Twice.IsConvexPolygon());
 }
 

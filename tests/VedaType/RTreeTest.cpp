@@ -439,6 +439,11 @@ TEST(TRTreeNode, SplitAnswersTheHalfForTheItem) {
     EXPECT_EQ(Root->Child(Half), Answer);
     EXPECT_THAT(ItemsOf(*Root->Child(0)), ElementsAre(0, 2));
     EXPECT_THAT(ItemsOf(*Root->Child(1)), ElementsAre(10, 12));
+    for (const int X : {14, 16}) Root->Child(1)->AddChildNode(new TRTreeNode<int>(X, Square(X, 0)));
+    Root->Child(1)->Split(Box);
+    ASSERT_EQ(3, Root->ChildCount());
+    EXPECT_THAT(ItemsOf(*Root->Child(1)), ElementsAre(10, 12));
+    EXPECT_THAT(ItemsOf(*Root->Child(2)), ElementsAre(14, 16));
     Root->ClearFreeChildNodes(true);
   }
 }

@@ -148,6 +148,7 @@ TEST(TVRect2D, RelationsChangeAtTheEdgesOfTheToleranceBand) {
   EXPECT_EQ(srIn, Box.RelationWith(TPoint2D(2e-6, 1)));
   EXPECT_EQ(srOn, Box.RelationWith(TPoint2D(9e-7, 1)));
   EXPECT_EQ(srOn, Box.RelationWith(TPoint2D(10, 4 + 9e-7)));
+  EXPECT_EQ(srOn, Box.RelationWith(TPoint2D(5, 4)));
   EXPECT_EQ(srOut, Box.RelationWith(TPoint2D(10, 4 + 2e-6)));
   EXPECT_EQ(srOut, TVRect2D().RelationWith(TPoint2D(0, 0)));
   EXPECT_EQ(srOut, Box.RelationWith(TPoint2D(kNaN, 1)));
@@ -168,6 +169,7 @@ TEST(TVRect2D, HoldsAsksForSizesNotPlaces) {
 TEST(TVRect2D, SameAsTellsPlacesApartSizeEqualsDoesNot) {
   const TVRect2D Box(0, 10, 4, 0);
   EXPECT_TRUE(Box.SizeEquals(Box.Offset(5, 6)));
+  EXPECT_FALSE(Box.SizeEquals(TVRect2D(0, 10, 5, 0)));
   EXPECT_FALSE(Box.SameAs(Box.Offset(5, 6)));
   EXPECT_TRUE(Box.SameAs(Box.Offset(9e-7, 0)));
   for (const TVRect2D& Empty : kEmptyBoxes) {

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <map>
+#include <numeric>
 #include <random>
 #include <stdexcept>
 #include <vector>
@@ -59,8 +61,19 @@ TEST(TNodePool, AConstructorThatRaisesTakesNoPlace) {
   Pool.Destroy(First);
   EXPECT_THROW(Pool.Create(-1), std::invalid_argument);
   EXPECT_EQ(First, Pool.Create(3));
+  Pool.Destroy(nullptr);
   Pool.Destroy(First);
   Pool.Destroy(Second);
+}
+
+TEST(TNodePool, HoldsNodesLargerThanItsFirstSlab) {
+  using TLarge = std::array<int, 5000>;
+  TNodePool<TLarge> Pool;
+  TLarge* const First = Pool.Create();
+  TLarge* const Second = Pool.Create();
+  First->fill(1);
+  Second->fill(2);
+  EXPECT_EQ(5000, std::accumulate(First->begin(), First->end(), 0));
 }
 
 }  // namespace

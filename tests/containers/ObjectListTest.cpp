@@ -51,6 +51,8 @@ TEST(TObjectList, FreesWhatItOwnsAndOnlyThat) {
     EXPECT_EQ(1, Owning.Count());
     Borrowing.Clear();
     TObjectList<TCounted> Moved = std::move(Owning);
+    TObjectList<TCounted>& Same = Moved;
+    Moved = std::move(Same);
     EXPECT_EQ(1, Moved.Count());
   }
   EXPECT_EQ(0, TCounted::Alive);

@@ -121,6 +121,8 @@ TEST(TOwningFlyCurves, FreesTheCurvesWithTheirPieces) {
     TOwningFlyCurves Third;
     Third.Add(std::make_unique<TFlyLine>(new TCountedLine(Freed), 0.0, false, 0, 0));
     Third = std::move(Other);
+    TOwningFlyCurves& Same = Third;
+    Third = std::move(Same);
     EXPECT_EQ(2, Freed);  // the one that was replaced
   }
   EXPECT_EQ(5, Freed);

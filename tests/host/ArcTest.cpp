@@ -251,6 +251,8 @@ TEST(TArc2D, ArcsOfOneCircleAnswerTheirOverlap) {
       {"a gap", Half, {{0, 0}, 1, kPi + 2e-6, 1}, 0, 0, 0},
       {"touching in both ends", Half, {{0, 0}, 1, kPi, kPi}, 2, 0, kPi},
       {"two overlaps: the longer", Half, {{0, 0}, 1, 2, 5.5}, 2, 0, 7.5 - kFullTurn},
+      {"the longer one last", Half, {{0, 0}, 1, 1, 5.5}, 2, 1, kPi},
+      {"the first is no number", {{0, 0}, 1, 1, kNaN}, Half, 0, 0, 0},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);

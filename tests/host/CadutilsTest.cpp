@@ -75,6 +75,8 @@ TEST(TMathUtils, CircleRangeWrapsAndKeepsItsSlack) {
       {"beside the single angle", 1.1, 1.0, 1.0, false},
       {"full turn", 4.0, 1.0, 1.0 + kFullTurn, true},
       {"NaN", kNaN, 0.0, 1.0, false},
+      {"from NaN", 0.0, kNaN, 1.0, false},
+      {"to NaN", 0.0, 0.0, kNaN, false},
   };
   for (const auto& Case : Cases) {
     SCOPED_TRACE(Case.Name);
@@ -93,6 +95,8 @@ TEST(TMathUtils, QuadraticKeepsTheSmallRoot) {
   double X2 = 78;
   EXPECT_EQ(0, TMathUtils::CalcQuadraticEquation(1, 0, 1, X1, X2));
   EXPECT_EQ(0, TMathUtils::CalcQuadraticEquation(0, 0, 1, X1, X2));
+  EXPECT_EQ(0, TMathUtils::CalcQuadraticEquation(1, kNaN, -1, X1, X2));
+  EXPECT_EQ(0, TMathUtils::CalcQuadraticEquation(1, 0, kNaN, X1, X2));
   EXPECT_EQ(77, X1);
   EXPECT_EQ(1, TMathUtils::CalcQuadraticEquation(0, 2, -1, X1, X2));
   EXPECT_EQ(0.5, X1);

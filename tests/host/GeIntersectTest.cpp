@@ -457,6 +457,36 @@ TEST(IntersectCurve, WiderToleranceMeetsWhatItReaches) {
   EXPECT_TRUE(Beside[0].IsOverlap);
 }
 
+TEST(IntersectCurve, ACubicThatComesBackToItsStartIsNoPoint) {
+  TGePolyBezier2D Curve;
+  Curve.AddBezier({{0, 0}, {1, 0}, {2, 0}, {3, 0}});
+  Curve.AddBezier({{3, 0}, {6, 3}, {0, 3}, {3, 0}});
+  EXPECT_EQ(2u, Meet(Curve, Line(0, 1, 9, 1)).size());
+}
+
+TEST(TGePolyBezier2D, APlaceBeforeAGapIsNotTheOneBehindIt) {
+  TGePolyBezier2D Curve;
+  for (const double X : {0, 5}) Curve.AddBezier({{X, 0}, {X + 1, 0}, {X + 2, 0}, {X + 3, 0}});
+  EXPECT_EQ(std::nextafter(1.0, 0.0), Curve.ParamOfPoint({3.5, 0}));
+  EXPECT_EQ(1.0, Curve.ParamOfPoint({4.5, 0}));
+}
+
+TEST(IntersectCurve, CrossingsOnBothSidesOfAJointAreOneWhenNothingWiderLiesBetween) {
+  for (const double Depth : {5e-7, 2e-6}) {
+    for (const double Joint : {1e-3, -1e-3}) {
+      TGePolyline2D A = Polyline({{-10, 1e-3}, {0, -Depth}, {10, 1e-3}});
+      TGePolyline2D B = Polyline({{-10, 0}, {Joint, 0}, {10, 0}});
+      for (int Variant = 0; Variant < 4; ++Variant) {
+        (Variant % 2 == 0 ? A : B).Reverse();
+        for (const auto& Results : {Meet(A, B), Meet(B, A)}) {
+          EXPECT_EQ(Depth < 1e-6 ? 1u : 2u, Results.size());
+          for (const TIntersect2D& R : Results) EXPECT_LT(std::abs(R.Point().X), 0.03);
+        }
+      }
+    }
+  }
+}
+
 TEST(IntersectCurve, ManyPiecesMeetInEveryCrossing) {
   constexpr int kTeeth = 10000;
   TDynPoints2D Zigzag;

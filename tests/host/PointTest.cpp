@@ -83,6 +83,7 @@ TEST(TPoint2D, RoundsHalvesToEvenAndLeavesHugeValues) {
   EXPECT_EQ(TPoint2D(100, 300), TPoint2D(149, 251).RoundTo(-2));
   EXPECT_EQ(TPoint2D(1e300, 0), TPoint2D(1e300, 0).RoundTo(400));
   EXPECT_EQ(TPoint2D(0, 0), TPoint2D(1e300, -3).RoundTo(-400));
+  EXPECT_EQ(TPoint2D(1.7e308, 1e308), TPoint2D(1.7e308, 1.2e308).RoundTo(-308));
   // The reciprocal of 10^5 is no double: multiplying by it missed whole multiples and halves.
   for (int K = 0; K < 1000; ++K) {
     const int Even = K % 2 == 0 ? K : K + 1;

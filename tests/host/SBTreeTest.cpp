@@ -129,6 +129,14 @@ TEST(TSBTree, RefusesANodeThatIsLinked) {
   test::ExpectRaises<EParamError>([&] { A.Insert(&B); }, Message);
   test::ExpectRaises<EParamError>([&] { A.Insert(&A); }, Message);
   test::ExpectRaises<EParamError>([&] { A.Insert(nullptr); }, Message);
+  TSBTreeIntKey C(0);
+  TSBTreeIntKey D(3);
+  D.Insert(&C);
+  for (TSBTreeIntKey* const WithChild : {&A, &D}) {
+    TSBTreeIntKey Other(5);
+    test::ExpectRaises<EParamError>([&] { Other.Insert(WithChild); }, Message);
+  }
+  EXPECT_EQ(&D, C.Delete());
   EXPECT_EQ(2, A.RootTree()->Size());
   EXPECT_EQ(&A, B.Delete());
   EXPECT_EQ(nullptr, A.Delete());

@@ -141,8 +141,8 @@ TEST(StarvedFlyscan, HolesAndCrossings) {
     std::vector<TPoint2D> Points{{9, 9}};
     std::vector<TVLine2D> Lines{{{1, 1}, {2, 2}}};
     std::unique_ptr<TGeCompositeCurve2D> Line = Detour();
-    TSubject() {
-      for (int I = 0; I < 20; ++I) Known.push_back(Holes.AddHole(Circle(I)));
+    explicit TSubject(int Count = 20) {
+      for (int I = 0; I < Count; ++I) Known.push_back(Holes.AddHole(Circle(I)));
       Known.push_back(Holes.AddHole(Detour()));
     }
     static std::unique_ptr<TGeCurve2D> Circle(int I) {
@@ -158,6 +158,9 @@ TEST(StarvedFlyscan, HolesAndCrossings) {
   const auto On = [&](const char* Name, auto Run) { Starve(Name, Make, Run); };
   On("AddHole", [](TSubject& S) { S.Holes.AddHole(TSubject::Circle(50)); });
   On("AddHole", [](TSubject& S) { S.Holes.AddHole(TSubject::Circle(51).release()); });
+  Starve(
+      "AddHole to a full node", [] { return std::make_unique<TSubject>(7); },
+      [](TSubject& S) { S.Holes.AddHole(TSubject::Circle(50)); });
   On("RemoveHole", [](TSubject& S) { S.Holes.RemoveHole(S.Known[3]); });
   On("CheckCrossWithHoles",
      [](TSubject& S) { return TCrossTool::CheckCrossWithHoles(*S.Line, S.Holes.RTree()); });

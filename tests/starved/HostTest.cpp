@@ -91,6 +91,11 @@ TEST(StarvedHost, Composites) {
     }
     return TCurve(Curves, true).GetCurveCount() + static_cast<int>(S.Curves.size());
   });
+  Starve("Create on lent curves", None, [](TFigures& S) {
+    TGeLine2D Line;
+    const std::vector<TGeCurve2D*> Curves(S.Curves.size() + 1, &Line);
+    return TCurve(Curves, false).GetCurveCount();
+  });
   Starve("refused list", None, [](TFigures& S) {
     S.Curves.clear();
     S.Curves.reserve(3);

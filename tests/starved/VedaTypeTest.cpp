@@ -418,6 +418,11 @@ TEST(StarvedVedaType, ObjectRTree) {
     Starve("PickUpContents", Make, [](TSubject& S) {
       if (S.Root) S.Root->PickUpContents({{20, 20}, {70, 70}}, S.Found);
     });
+    Starve("PickUpContents of a list", Make, [](TSubject& S) {
+      T2DRList List;
+      if (S.Root) S.Root->PickUpContents({{-1, -1}, {200, 200}}, List);
+      List.PickUpContents({{20, 20}, {70, 70}}, S.Found);
+    });
     Starve("GetHeight", Make, [](TSubject& S) { return S.Root ? S.Root->GetHeight() : 0; });
     Starve("Delete", Make, [](TSubject& S) {
       if (!S.Root) return;
