@@ -16,7 +16,8 @@ for build in "${builds[@]}"; do
     -DCMAKE_CXX_FLAGS="-$level" -DTARNALGO_NARROW="${narrow:+ON}"
   cmake --build "build/digest/$build" >"build/digest/$build.log" ||
     { cat "build/digest/$build.log"; fail "$build does not build"; }
-  "build/digest/$build/tests/digest/Digest" >"build/digest/$build.txt"
+  "build/digest/$build/tests/digest/Digest" >"build/digest/$build.txt" || fail "$build ends in a failure"
+  [ -s "build/digest/$build.txt" ] || fail "$build prints nothing"
 done
 
 first=${builds[0]}
