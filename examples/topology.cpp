@@ -41,6 +41,10 @@ TVPolyline2DList ReadCurves(std::istream& Drawing) {
 
 int main(int argc, char** argv) {
   std::ifstream File(argc > 2 ? argv[2] : "");
+  if (argc > 2 && !File) {
+    std::fprintf(stderr, "cannot read %s\n", argv[2]);
+    return 1;
+  }
   std::istringstream BuiltIn(kDrawing);
   const TVPolyline2DList Curves = ReadCurves(argc > 2 ? static_cast<std::istream&>(File) : BuiltIn);
 
