@@ -32,6 +32,9 @@ constexpr double kSteepestSlope = 0.5;
 constexpr double kGraphRounding = 1e-14;
 constexpr double kPointRounding = 5e-16;
 
+/// Share of the tolerance: nearer by less is rounding, magnified where the curves are flat.
+constexpr double kPlainlyNearer = 1e-3;
+
 constexpr int kNewtonSteps = 16;
 
 /// A part of a cubic with the strip that holds it.
@@ -388,14 +391,20 @@ class TCubicCrosser {
   }
 
   /// A place beside one that is known, with nothing wider than the tolerance in between, is not
-  /// new.
+  /// new: of the two the one where the curves come plainly nearer stays.
   void Keep(double U1, double U2) {
-    const bool IsKnown = std::any_of(FFound.begin(), FFound.end(), [&](const auto& Place) {
+    const auto Known = std::find_if(FFound.begin(), FFound.end(), [&](const auto& Place) {
       return WithinTolerance((U1 + Place.first) / 2, (U2 + Place.second) / 2) &&
              WithinTolerance(U1 + (Place.first - U1) / 4, U2 + (Place.second - U2) / 4);
     });
-    if (!IsKnown) FFound.emplace_back(U1, U2);
+    if (Known == FFound.end()) {
+      FFound.emplace_back(U1, U2);
+    } else if (Gap(U1, U2) < Gap(Known->first, Known->second) - kPlainlyNearer * FTol) {
+      *Known = {U1, U2};
+    }
   }
+
+  double Gap(double U1, double U2) const { return FA.EvalPoint(U1).DistanceTo(FB.EvalPoint(U2)); }
 
   const TBezierSegment2D FA;
   const TBezierSegment2D FB;

@@ -420,6 +420,18 @@ TEST(IntersectCurve, LongCubicsCrossAtAHairsAngle) {
   }
 }
 
+// A short stretch before the crossing is as near as the tolerance, and its end was once taken for
+// the place.
+TEST(IntersectCurve, CubicsThatNearEachOtherSlowlyCrossWhereTheyDo) {
+  const TGePolyBezier2D A =
+      OneBezier({{-0.31722, 0.17216}, {0.25227, 0.24235}, {0.17147, 0.66546}, {0.29386, 0.9783}});
+  const TGePolyBezier2D B =
+      OneBezier({{-0.31721, 0.17216}, {0.25227, 0.24235}, {0.17143, 0.66548}, {0.29366, 0.97841}});
+  const auto Results = Meet(A, B);
+  ASSERT_EQ(1u, Results.size());
+  EXPECT_LT(Results[0].OnFirst.Point.DistanceTo(Results[0].OnSecond.Point), 1e-12);
+}
+
 TEST(IntersectCurve, TwoCubicsCrossNineTimes) {
   // y = T3(x) and x = T3(y), T3 the Chebyshev polynomial: at the nine roots of T9(x) = x.
   const TGePolyBezier2D A = OneBezier({{-1, -1}, {-1.0 / 3, 5}, {1.0 / 3, -5}, {1, 1}});
