@@ -152,6 +152,7 @@ struct TPlace {
 struct TStretch {
   TPlace From;
   TPlace To;
+  TPlace Best;  // what names it if it is one place
   bool IsForward = true;
 };
 
@@ -177,41 +178,42 @@ class TCurveMeeting {
     CrossAll(ScaledPieces(FFirst, Factor), ScaledPieces(FSecond, Factor), FTol * Factor);
   }
 
-  /// Contacts at the ends of overlaps are part of them. Those on either side of a joint with
-  /// nothing wider than the tolerance in between are one: the place where the curves come nearer.
+  /// Contacts on either side of a joint with nothing wider than the tolerance in between are one:
+  /// the place where the curves come nearer.
   void JoinContacts() {
-    std::erase_if(FContacts,
-                  [&](const TPlace& Place) { return FOverlapEnds.Holds(PointOnFirst(Place)); });
     if (FContacts.size() < 2) return;
     std::stable_sort(FContacts.begin(), FContacts.end(), IsEarlierOnFirst);
     std::vector<TPlace> Joined;
+    const TPlace* Last = nullptr;  // from place to place: the best one may be pieces behind
     for (const TPlace& Place : FContacts) {
-      if (Joined.empty() || !StaysClose(Joined.back(), Place)) {
+      if (Last == nullptr || !StaysClose(*Last, Place)) {
         Joined.push_back(Place);
       } else if (Gap(Place) < Gap(Joined.back())) {
         Joined.back() = Place;
       }
+      Last = &Place;
     }
     FContacts = std::move(Joined);
   }
 
-  /// Overlaps that go on from piece to piece on both curves are one.
+  /// Overlaps that go on from piece to piece on both curves are one, and contacts at their ends part
+  /// of them. What begins or ends where a cubic was merely cut is a contact.
   void JoinOverlaps() {
-    if (FStretches.size() < 2) return;
-    std::stable_sort(
-        FStretches.begin(), FStretches.end(),
-        [](const TStretch& L, const TStretch& R) { return IsEarlierOnFirst(L.From, R.From); });
-    std::vector<TStretch> Joined;
-    std::unordered_multimap<std::uint64_t, std::size_t> ByEnd;  // positions in `Joined`
+    JoinStretches();
+    std::erase_if(FContacts,
+                  [&](const TPlace& Place) { return FOverlapEnds.Holds(PointOnFirst(Place)); });
+    const auto IsContact = [&](const TStretch& Stretch) {
+      return !IsAtAnEnd(Stretch.From) || !IsAtAnEnd(Stretch.To);
+    };
+    if (std::none_of(FStretches.begin(), FStretches.end(), IsContact)) return;
+    TDistinctPoints Places(FTol);
+    for (const TPlace& Place : FContacts) Places.Add(PointOnFirst(Place));
     for (const TStretch& Stretch : FStretches) {
-      TStretch* const Former = FormerOf(Stretch, Joined, ByEnd);
-      if (Former) Former->To = Stretch.To;
-      if (!Former) Joined.push_back(Stretch);
-      const TStretch* const Grown = Former ? Former : &Joined.back();
-      ByEnd.emplace(PairKey(Stretch.To.Piece1, Stretch.To.Piece2),
-                    static_cast<std::size_t>(Grown - Joined.data()));
+      if (IsContact(Stretch) && Places.Add(PointOnFirst(Stretch.Best))) {
+        FContacts.push_back(Stretch.Best);
+      }
     }
-    FStretches = std::move(Joined);
+    std::erase_if(FStretches, IsContact);
   }
 
   /// One record for each place, ascending along the first curve.
@@ -261,8 +263,10 @@ class TCurveMeeting {
       if (FPlaces.Add(PointOnFirst(Place))) FContacts.push_back(Place);
     }
     for (const TPieceOverlap& Overlap : Crossing.Overlaps()) {
-      const TStretch Stretch{
-          {I, J, Overlap.From}, {I, J, Overlap.To}, Overlap.From.U2 <= Overlap.To.U2};
+      const TStretch Stretch{{I, J, Overlap.From},
+                             {I, J, Overlap.To},
+                             {I, J, Overlap.Best},
+                             Overlap.From.U2 <= Overlap.To.U2};
       FOverlapEnds.Add(PointOnFirst(Stretch.From));
       FOverlapEnds.Add(PointOnFirst(Stretch.To));
       FStretches.push_back(Stretch);
@@ -331,6 +335,43 @@ class TCurveMeeting {
     return static_cast<std::uint64_t>(Piece1) << 32 | static_cast<std::uint32_t>(Piece2);
   }
 
+  void JoinStretches() {
+    if (FStretches.size() < 2) return;
+    std::stable_sort(
+        FStretches.begin(), FStretches.end(),
+        [](const TStretch& L, const TStretch& R) { return IsEarlierOnFirst(L.From, R.From); });
+    std::vector<TStretch> Joined;
+    std::unordered_multimap<std::uint64_t, std::size_t> ByEnd;  // positions in `Joined`
+    for (const TStretch& Stretch : FStretches) {
+      TStretch* const Former = FormerOf(Stretch, Joined, ByEnd);
+      if (Former) {
+        Former->To = Stretch.To;
+        if (Gap(Stretch.Best) < Gap(Former->Best)) Former->Best = Stretch.Best;
+      } else {
+        Joined.push_back(Stretch);
+      }
+      const TStretch* const Grown = Former ? Former : &Joined.back();
+      ByEnd.emplace(PairKey(Stretch.To.Piece1, Stretch.To.Piece2),
+                    static_cast<std::size_t>(Grown - Joined.data()));
+    }
+    FStretches = std::move(Joined);
+  }
+
+  /// One of the curves' pieces ends there, and was not merely cut, or cut so near to another end
+  /// that no overlap can be told in between.
+  bool IsAtAnEnd(const TPlace& Place) const {
+    const auto IsEnd = [&](const TPieces& Pieces, int Index, double U) {
+      if (U > 0.0 && U < 1.0) return false;
+      const TCurvePiece& Piece = PieceAt(Pieces, Index);
+      if (!(U == 0.0 ? Piece.StartIsCut : Piece.EndIsCut)) return true;
+      const int Next = Index + (U == 0.0 ? -1 : 1);
+      if (Next < 0 || Next == static_cast<int>(Pieces.size())) return true;
+      const TRect2D& Box = PieceAt(Pieces, Next).Box;
+      return Box.Min.Equals(Box.Max, FTol);
+    };
+    return IsEnd(FFirst, Place.Piece1, Place.At.U1) || IsEnd(FSecond, Place.Piece2, Place.At.U2);
+  }
+
   /// The stretch that `Next` continues, nullptr where it starts afresh.
   TStretch* FormerOf(const TStretch& Next, std::vector<TStretch>& Joined,
                      const std::unordered_multimap<std::uint64_t, std::size_t>& ByEnd) const {
@@ -378,8 +419,8 @@ void TGeCurve2D::IntersectCurve(const TGeCurve2D& Other, std::vector<TIntersect2
                                 const TGeTolerance& Tol) const {
   TCurveMeeting Meeting(*this, Other, Tol);
   Meeting.CrossPieces();
-  Meeting.JoinContacts();
   Meeting.JoinOverlaps();
+  Meeting.JoinContacts();
   Meeting.Give(Results);
 }
 

@@ -171,6 +171,7 @@ class TMeeting {
 
   void GiveRun(int First, int Last, TPieceCrossing::TContacts& Contacts,
                TPieceCrossing::TOverlaps& Overlaps) const {
+    int FirstOverlap = Overlaps.Count();
     int EndBefore = -1;
     int Best = First;
     bool HasOverlap = false;
@@ -183,11 +184,15 @@ class TMeeting {
       }
       EndBefore = I;
     }
-    if (!HasOverlap) Contacts.Add({FContacts[Best].U1, FContacts[Best].U2});
+    const TPieceContact BestContact{FContacts[Best].U1, FContacts[Best].U2};
+    if (!HasOverlap) Contacts.Add(BestContact);
+    for (; FirstOverlap < Overlaps.Count(); ++FirstOverlap) {
+      Overlaps[FirstOverlap].Best = BestContact;
+    }
   }
 
   TPieceOverlap OverlapBetween(const TRankedContact& L, const TRankedContact& R) const {
-    TPieceOverlap Overlap{{L.U1, L.U2}, {R.U1, R.U2}};
+    TPieceOverlap Overlap{{L.U1, L.U2}, {R.U1, R.U2}, {}};
     if (!FB.IsCircle()) return Overlap;
     // The seam of a circle is 0 or 1: which one follows from the sense of the overlap.
     const double Middle = (L.U1 + R.U1) / 2;

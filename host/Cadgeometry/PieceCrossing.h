@@ -17,6 +17,7 @@ struct TPieceContact {
 struct TPieceOverlap {
   TPieceContact From;  ///< Its end with the smaller U1.
   TPieceContact To;    ///< Its end with the larger U1.
+  TPieceContact Best;  ///< What names the place, should the stretch turn out to be one place.
 };
 
 /// Where two pieces meet.

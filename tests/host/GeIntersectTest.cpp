@@ -11,6 +11,7 @@
 #include "host/Cadgeometry.h"
 #include "host/Cadgeometry/BernsteinRoots.h"
 #include "host/Cadgeometry/CurvePiece.h"
+#include "host/Cadtypes/Numeric.h"
 #include "tests/support/Curves.h"
 #include "tests/support/Generate.h"
 
@@ -311,6 +312,10 @@ std::vector<TMeetingCase> MeetingCases() {
   // the line's direction.
   Add("inflexion along a line", Line(4, 4, 4, 2), OneBezier({{1, 6}, {7, 2}, {1, 0}, {7, 5}}),
       {{4, 2.125}}, 0);
+  // y = x² - x / 1000, which turns within the tolerance: nothing ends there, so nothing overlaps.
+  Add("from a common end, hardly apart", Line(0, 0, 1, 0),
+      OneBezier({{0, 0}, {1.0 / 3, -1e-3 / 3}, {2.0 / 3, 1.0 / 3 - 2e-3 / 3}, {1, 1 - 1e-3}}),
+      {{0, 0}}, 0);
   // Once dropped as if it were the start of the overlap, from which the way is within the
   // tolerance.
   TGeCompositeCurve2D Apart;
@@ -334,6 +339,8 @@ std::vector<TMeetingCase> MeetingCases() {
       {{3, 0}}, 0);
   Add("Bezier that turns back on itself", OneBezier(BackAndForth), Line(5, -1, 5, 1), {{5, 0}}, 0);
   Add("nothing", TGePolyline2D(), Line(0, 0, 9, 0), {}, 0);
+  Add("an infinite vertex", Polyline({{0, 0}, {2, 0}, {INFINITY, 0}, {4, 0}, {6, 0}}),
+      Polyline({{1, -1}, {1, 1}, {5, 1}, {5, -1}}), {{1, 0}, {5, 0}}, 0);
   return Cases;
 }
 
@@ -447,6 +454,105 @@ TEST(IntersectCurve, TwoCubicsCrossNineTimes) {
   }
 }
 
+// With even steps in X a cubic is the graph of a polynomial. Two whose difference is a multiple of
+// (x - R0)(x - R1)(x - R2) meet at the roots and nowhere else, however near they run beside each
+// other.
+TEST(IntersectCurve, CubicsThatBraidMeetAtTheRootsOfTheirDifference) {
+  std::mt19937 Random(41);
+  enum { kCrossing, kTouching, kAtASmallAngle, kKindCount };
+  const double kLeast[] = {-2.0, -2.0, -4.0};
+  constexpr double kNear = 5e-7;  // where they touch, they come as near
+  for (int Round = 0; Round < 1500; ++Round) {
+    SCOPED_TRACE(Round);
+    const int Kind = Round % kKindCount;
+    std::array<double, 3> R;
+    R[0] = test::RandomDouble(Random, -0.3, 0.5);
+    R[1] = R[0] + (Kind == kTouching ? 0.0 : test::RandomDouble(Random, 0.1, 0.4));
+    R[2] = R[1] + test::RandomDouble(Random, 0.1, 0.4);
+    if (Kind == kAtASmallAngle) R = {-0.5, -0.5, R[2]};
+    const auto IsNearAnEnd = [](double T) { return std::abs(std::abs(T - 0.5) - 0.5) < 0.1; };
+    if (std::any_of(R.begin(), R.end(), IsNearAnEnd)) continue;
+    // Size: between two roots, and at the ends, the gap is wider than the tolerance.
+    const double Size = std::pow(10.0, test::RandomDouble(Random, kLeast[Kind], 2));
+    TMatrix2D M;
+    if (Round % 5 > 0) M.Rotate(test::RandomDouble(Random, 0, kFullTurn));
+    TPoint2D OnA[4];
+    TPoint2D OnB[4];
+    for (int I = 0; I < 4; ++I) {
+      const double Y = test::RandomDouble(Random, -0.5, 0.5);
+      double Gap = Kind == kTouching
+                       ? -kNear
+                       : 0.0;  // and the blossom of the difference at I ones and 3 - I zeros
+      for (int Order = 0; Order < 6; ++Order, std::next_permutation(R.begin(), R.end())) {
+        Gap += Size / 6 * ((I > 0) - R[0]) * ((I > 1) - R[1]) * ((I > 2) - R[2]);
+      }
+      OnA[I] = M.Transform({I / 3.0, Y});
+      OnB[I] = M.Transform({I / 3.0, Y + Gap});
+    }
+    const TGePolyBezier2D A = OneBezier({OnA[0], OnA[1], OnA[2], OnA[3]});
+    TBezierSegment2D Head;
+    TBezierSegment2D Tail;
+    const double Cut = std::clamp((R[1] + R[2]) / 2, 0.0, 0.99);  // apart from the meetings
+    TBezierSegment2D(OnB[0], OnB[1], OnB[2], OnB[3]).Split(Cut, Head, Tail);
+    TGePolyBezier2D B = OneBezier(Head);
+    B.AddBezier(Tail);
+    const auto Results = Meet(A, B);
+    ExpectSound(A, B, Results);
+    std::size_t Count = 0;
+    for (std::size_t I = Kind == kTouching ? 1 : 0; I < 3; ++I) {
+      if (R[I] < 0.0 || R[I] > 1.0) continue;
+      ++Count;
+      EXPECT_TRUE(HoldsPoint(Results, A.PointAtParam(R[I]), Kind == kTouching ? 3e-2 : 1e-9))
+          << R[I];
+    }
+    EXPECT_EQ(Count, Results.size());
+    for (const TIntersect2D& Result : Results) {
+      const double Gap = Result.OnFirst.Point.DistanceTo(Result.OnSecond.Point);
+      EXPECT_LT(Gap, Kind == kTouching ? 1.01 * kNear : 1e-12);
+    }
+  }
+}
+
+// Beside a cubic, as near as the tolerance, where it turns back or bends the other way: there it is
+// cut into pieces, and what is found on both of them is one.
+TEST(IntersectCurve, LinesAlongACubicMeetItOnceAtEachPlace) {
+  std::mt19937 Random(43);
+  for (int Round = 0; Round < 300; ++Round) {
+    SCOPED_TRACE(Round);
+    TPoint2D P[4];
+    for (TPoint2D& Control : P) Control = test::RandomGridPoint(Random, 0, 7);
+    const TBezierSegment2D Cubic(P[0], P[1], P[2], P[3]);
+    if (TLine2D Chord; P[0] == P[3] || Cubic.IsLinear(Chord, 0.0)) continue;
+    std::vector<double> Places = Cubic.CurvatureChangedPlaces();
+    const TPoint2D Bend = P[3] - 3 * (P[2] - P[1]) - P[0];
+    const TPoint2D Turn = 2 * (P[2] - 2 * P[1] + P[0]);
+    TNumeric::CubicRoot(0, Bend.X, Turn.X, P[1].X - P[0].X, Places);
+    TNumeric::CubicRoot(0, Bend.Y, Turn.Y, P[1].Y - P[0].Y, Places);
+    for (const double T : Places) {
+      const auto Hair = [&] {
+        return std::pow(10, test::RandomDouble(Random, -9, -5)) *
+               (test::RandomInt(Random, 0, 1) == 0 ? 1 : -1);
+      };
+      const TPoint2D Way = Cubic.Derivative(T).RotateBy(Hair() * 100).Normal();
+      const TPoint2D Middle = Cubic.EvalPoint(T) + Way.RotateCcw90() * Hair();
+      const TGePolyBezier2D A = OneBezier(Cubic);
+      const TGeLine2D B(Middle - Way * 3, Middle + Way * test::RandomDouble(Random, 1, 9));
+      ExpectSound(B, A, Meet(B, A));
+      const auto Results = Meet(A, B);
+      ExpectSound(A, B, Results);
+      for (std::size_t I = 1; I < Results.size(); ++I) {
+        double Most = 0.0;
+        for (int Step = 1; Step < 16; ++Step) {
+          const double Param =
+              std::lerp(Results[I - 1].EndOnFirst.Param, Results[I].OnFirst.Param, Step / 16.0);
+          Most = std::max(Most, DistanceTo(B, A.PointAtParam(Param)));
+        }
+        EXPECT_GT(Most, 0.9e-6);
+      }
+    }
+  }
+}
+
 TEST(IntersectCurve, AppendsAndKeepsWhatIsThere) {
   std::vector<TIntersect2D> Results(1);
   Line(0, 0, 2, 2).IntersectCurve(Line(0, 2, 2, 0), Results, DefTol);
@@ -518,6 +624,22 @@ TEST(IntersectCurve, ManyPiecesMeetInEveryCrossing) {
   ASSERT_EQ(1u, Along.size());
   EXPECT_TRUE(Along[0].IsOverlap);
   EXPECT_NEAR(kTeeth - 0.25, Along[0].EndOnFirst.Param, 1e-9);
+}
+
+// To the right along one zigzag and back along another one beside it.
+TEST(IntersectCurve, PlacesPassedTwiceCountOnceByTheDozen) {
+  for (const bool Turned : {false, true}) {
+    for (const double Apart : {4e-7, 3e-6}) {
+      TDynPoints2D Zigzag;
+      for (int I = -40; I < 40; ++I) {
+        const double Tooth = I < 0 ? I + 20.5 : 19.5 - I;
+        const TPoint2D P(Tooth + (I < 0 ? Apart : -Apart) / 2, I % 2 == 0 ? 0.5 : -0.5);
+        Zigzag.push_back(Turned ? TPoint2D(P.Y, P.X) : P);
+      }
+      const auto Axis = Turned ? Line(0, -30, 0, 30) : Line(-30, 0, 30, 0);
+      EXPECT_EQ(Apart < 1e-6 ? 40u : 79u, Meet(Polyline(Zigzag), Axis).size());
+    }
+  }
 }
 
 TEST(IntersectCurve, EqualPointsByTheMillionAreOne) {
