@@ -688,7 +688,7 @@ def table(rows):
             row("**all**", sum(found for found, _ in rows.values()), total)]
 
 
-def write_doc(fresh, mutants, explained):
+def write_doc(fresh, survivors, explained):
     """Puts the fresh rows in the place of the old ones; the rows of other files stay."""
     start, end = "<!-- mutation: written by scripts/mutate.py -->", "<!-- /mutation -->"
     before, old, after = re.fullmatch(f"(.*{start}\n)(.*)({end}.*)", DOC.read_text(), re.S).groups()
@@ -698,7 +698,7 @@ def write_doc(fresh, mutants, explained):
     rows.update(fresh)
     rows = {file: rows[file] for file in core_files() if file in rows}
     reasons = collections.Counter(
-        explained[key] for key in ((m.file, m.code, m.change) for m in mutants.values())
+        explained[key] for key in ((m.file, m.code, m.change) for m in survivors.values())
         if key in explained and key[0] in rows)
     lines = table(rows) + ["", "| Why no test can kill them | Mutants |", "|---|---:|"]
     lines += [f"| {reason} | {count} |" for reason, count in reasons.most_common()]
@@ -785,7 +785,8 @@ def main():
                 print(f"{len(fates)} of {len(mutants)}", flush=True)
     rows = report(chosen, mutants, fates, read_explained())
     if options.doc:
-        write_doc(rows, every, read_explained())
+        survivors = {n: m for n, m in every.items() if fates.get(n) not in KILLED}
+        write_doc(rows, survivors, read_explained())
     sys.exit(1 if any(count["left"] for _, count in rows.values()) else 0)
 
 

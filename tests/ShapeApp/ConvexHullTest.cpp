@@ -73,6 +73,9 @@ TEST(TConvexHullCalculator, MovesTheSecondOfThreeCollinearLeadingPoints) {
   const TVPolyline2D Line{{0, 0}, {1, 1}, {2, 2}, {3, 3}};
   EXPECT_EQ((TPoints{{0, 0}, {1 + 1.1e-5, 1 - 1e-5}, {3, 3}, {0, 0}}),
             TConvexHullCalculator::CalcConvexHull(Line).Points());
+  EXPECT_EQ((TPoints{{0, 0}, {1.1e-5, 1 - 1e-5}, {0, 3}, {0, 0}}),  // all at one X
+            TConvexHullCalculator::CalcConvexHull(TVPoint2DList{{0, 0}, {0, 1}, {0, 2}, {0, 3}})
+                .Points());
   EXPECT_EQ((TPoints{{0, 0}, {1, 1}, {2, 2}, {3, 3}}), Line.Points());
 }
 
@@ -147,8 +150,8 @@ TPoints HostileSet(std::mt19937& Random, int Kind, int Count) {
         Points.push_back(I < 200 ? TPoint2D(-2.0, 0.0) : P);
         break;  // many repeats on the left
       case 10:
-        Points.push_back(P * 1e80);
-        break;
+        Points.push_back(P * 1e200);
+        break;  // products overflow
       default:
         Points.push_back({P.X, P.Y * 1e-7});
         break;

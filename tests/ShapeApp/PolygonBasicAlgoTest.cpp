@@ -59,7 +59,7 @@ TMinima BruteMinima(const TPoints& Ring) {
 /// Convex rings of several kinds, closed and counter-clockwise.
 TVPolyline2D SomeConvexRing(std::mt19937& Random, int Round) {
   TVPolyline2D Points;
-  switch (Round % 4) {
+  switch (Round % 5) {
     case 0:
       return TAlgo::GenerateConvexPolyOnDisc({5, -3}, 10.0, 3 + Round % 30,
                                              static_cast<std::uint32_t>(Round), Round % 8 == 0);
@@ -71,6 +71,20 @@ TVPolyline2D SomeConvexRing(std::mt19937& Random, int Round) {
         Points.Add(TPoint2D(3e-5, 0.0).RotateBy(test::RandomDouble(Random, 0, kFullTurn)));
       }
       return TConvexHullCalculator::CalcConvexHull(Points);
+    case 3: {  // sides bent by next to nothing: many edges that are nearly parallel
+      const double Bend = std::pow(10.0, test::RandomDouble(Random, -10, -4));
+      const double Angle = test::RandomDouble(Random, 0, kFullTurn);
+      const double W = test::RandomDouble(Random, 1, 10);
+      const TPoint2D Corners[] = {{0, 0}, {W, 0}, {W, 3}, {0, 3}};
+      for (int I = 0; I < 40; ++I) {
+        const TPoint2D Side = Corners[(I / 10 + 1) % 4] - Corners[I / 10];
+        const double T = I % 10 / 10.0;
+        const TPoint2D Outward = Side.RotateCw90() * (Bend * T * (1 - T));
+        Points.Add((Corners[I / 10] + Side * T + Outward).RotateBy(Angle));
+      }
+      Points.Add(Points.First());
+      return Points;
+    }
     default:  // a needle
       for (int I = 0; I < 30; ++I) {
         const TPoint2D P = test::RandomPoint(Random, -1, 1);
@@ -275,6 +289,19 @@ TEST(TPolygonBasicAlgo, GeneratedRingsAreStrictlyConvexInTheirDisc) {
     EXPECT_TRUE(TAlgo::GenerateConvexPolyOnDisc({0, 0}, 0.0, 5, 1, Fast).IsEmpty());
     EXPECT_TRUE(TAlgo::GenerateConvexPolyOnDisc({NAN, 0}, 1.0, 5, 1, Fast).IsEmpty());
   }
+}
+
+// Were X and Y steps not paired at random, sides would rather rise to the right.
+TEST(TPolygonBasicAlgo, GeneratedRingsLeanNeitherWay) {
+  double Sum = 0.0;
+  for (std::uint32_t Seed = 0; Seed < 400; ++Seed) {
+    const TVPolyline2D Ring = TAlgo::GenerateConvexPolyOnDisc({0, 0}, 1.0, 4, Seed, false);
+    for (int I = 0; I < 4; ++I) {
+      const TPoint2D Side = Ring[I + 1] - Ring[I];
+      Sum += Side.X * Side.Y / 400;
+    }
+  }
+  EXPECT_NEAR(0.0, Sum, 0.1);
 }
 
 }  // namespace

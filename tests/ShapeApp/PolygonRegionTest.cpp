@@ -172,6 +172,11 @@ TEST(TPolygonBasicAlgo, TrianglesCoverTheRingOnce) {
   for (int I = 0; I < 2000; ++I) Comb.Add({static_cast<double>(I), I % 2 == 0 ? 0.0 : 50.0});
   Comb.Reverse();
   ExpectTriangulated(Comb, 2002);
+  // Narrower than high, and the corners that turn right are at two heights.
+  for (int I = 0; I < Comb.Count(); ++I) {
+    Comb[I] = {Comb[I].X * 1e-3, Comb[I].Y + (I < 2000 && I % 4 == 1 ? 10.0 : 0.0)};
+  }
+  ExpectTriangulated(Comb, 2002);
   TVPolyline2D Spiral;
   for (int I = -1000; I < 1000; ++I) {
     const double Angle = 0.05 * std::abs(I);

@@ -173,6 +173,12 @@ TEST(SideOfLine, AgreesWithIntegersAtEveryScale) {
   }
 }
 
+// The area is 0.3 · 2^-200: of the sum nothing is left but what was rounded off below it.
+TEST(SideOfLine, TermsThatCancelLeaveTheSmallestOne) {
+  EXPECT_EQ(1, SideOfLine({0.1, 0.0}, {0x1p-200, 0.3}, {0.0, 0.3}));
+  EXPECT_EQ(-1, SideOfLine({0.1, 0.0}, {-0x1p-200, 0.3}, {0.0, 0.3}));
+}
+
 TEST(SortSegmentEnds, SortsByPlaceThenById) {
   std::mt19937 Random(13);
   for (int Round = 0; Round < 300; ++Round) {

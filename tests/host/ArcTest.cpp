@@ -7,6 +7,7 @@
 #include <limits>
 #include <random>
 
+#include "host/Cadtypes/ArcOverlap.h"
 #include "host/Cadutils.h"
 #include "tests/support/Generate.h"
 #include "tests/support/Raises.h"
@@ -52,6 +53,14 @@ TEST(TArc2D, EveryWayOfMakingItGivesTheSameArc) {
     EXPECT_NEAR(Arc.SweepAngle, ByRadius.SweepAngle, 1e-9);
     EXPECT_TRUE(ByRadius.Center.Equals(Arc.Center, 1e-8));
   }
+}
+
+TEST(TArcOverlap, AFullCircleCoversTheOtherArcFromEndToEnd) {
+  EXPECT_TRUE(TArcOverlap::IsFull(kInf, kFullTurn));
+  const TArcOverlap Overlap(2.0, 1.5, 4.0, kFullTurn);
+  ASSERT_EQ(1u, Overlap.Parts().size());
+  EXPECT_EQ(0.0, Overlap.Parts()[0].Low);
+  EXPECT_EQ(1.5, Overlap.Parts()[0].High);
 }
 
 TEST(TArc2D, SenseFollowsTheSignOfTheBulge) {

@@ -54,6 +54,7 @@ TEST(TRect2D, TheEmptyBoxAddsNothing) {
   EXPECT_EQ(Box, Box.Union(TRect2D::FNull));
   EXPECT_EQ(Box, TRect2D::FNull.Union(Box));
   EXPECT_EQ(Box, Box.Union(TRect2D({5, 5}, {4, 9})));  // any invalid box is empty
+  EXPECT_EQ(Box, TRect2D({5, 5}, {4, 9}).Union(Box));
   EXPECT_EQ(Box, Box.Union(TRect2D({std::nan(""), 0}, {9, 9})));
   EXPECT_FALSE(TRect2D::FNull.Inflate(1e300, 1e300).IsValid());
   EXPECT_TRUE(Box.Contains(TRect2D::FNull));
