@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <string>
 
 #include "geometryAlgo/UMatrixAlgo.h"
 #include "host/Exceptions.h"
@@ -54,12 +55,14 @@ TEST(MatrixFile, ReadsBackTheSameBits) {
 TEST(MatrixFile, IsReadAsStated) {
   const struct {
     const char* Name;
-    const char* Bytes;
+    std::string Bytes;
     TFloatMatrix Expected;
   } Cases[] = {
       {"plain", "2 3\r\n1 2 3 \r\n4 5 6 \r\n", MatrixOf({{1, 2, 3}, {4, 5, 6}})},
       {"other notations", " +1 3\r\n\t+1.5E+0000 -.5  2.e-1 \r\n", MatrixOf({{1.5, -0.5, 0.2}})},
       {"too small", "1 2\r\n-1e-99999999999999999999 0.000001e-320 \r\n", MatrixOf({{-0.0, 0}})},
+      {"too small behind many zeros", "1 1\r\n" + std::string(200, '0') + "1e-350 \r\n",
+       TFloatMatrix(1, 1)},
       {"no line feeds, a tail", "1 1\r7 \rrest", MatrixOf({{7}})},
       {"rows without columns", "2 0\r\n\r\n\r\n", TFloatMatrix(2, 0)},
       {"nothing", "0 4\r\n", TFloatMatrix()},

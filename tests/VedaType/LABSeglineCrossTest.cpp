@@ -123,6 +123,7 @@ TEST(TLABSeglineCross, AddsBothStretchesOfTwoArcsToWhatIsThere) {
   ASSERT_EQ(2U, Found.Arcs.size());
   EXPECT_NEAR(1.0 + 9.0 - kFullTurn,
               std::abs(Found.Arcs[0].AngleRange()) + std::abs(Found.Arcs[1].AngleRange()), 1e-9);
+  Found.Lines.resize(1);
   Found.Beziers.resize(1);
   for (const double Y : {3.0, -1.0}) {
     const TLABSegline Line({0, Y}, {-5, Y});  // beside the circle, across it
