@@ -64,6 +64,9 @@ class TSimplexAndDualMethod {
   /// one, the at-most bound before the at-least bound, breadth first. Of several best solutions
   /// the first one found stays. Without a whole solution after `NodeLimit` programs it is false,
   /// with one the best so far is the answer, and a debug text tells.
+  /// In a long search another one, depth first, goes along, one program for each: what its best
+  /// solution beats is passed over. The answer of a search that comes to its end is the same
+  /// without it, and its programs do not count.
   /// Tolerance: 1e-6 for a whole number; the answer is not rounded. Objectives within 1e-10 (from
   /// a magnitude of 1 on, of the best) are equal, and equal ones are not pruned.
   /// Errors: no row or no column, `EAssertionFailed`.

@@ -104,6 +104,43 @@ TEST(BranchAndBound, EndsAtItsLimit) {
   EXPECT_EQ(0.0, Method.Objective());
 }
 
+TEST(BranchAndBound, FindsTheBestOfLongSearches) {
+  std::mt19937 Random(32);
+  for (int Round = 0; Round < 60; ++Round) {
+    SCOPED_TRACE(Round);
+    TProgram Knapsack{TFloatMatrix(2, 11), {kAtMost, kAtMost}, TFloatVector(11), true};
+    for (int J = 1; J <= 10; ++J) {
+      Knapsack.C.SetItem(J, test::RandomInt(Random, 1, 100));
+      for (const int I : {0, 1}) Knapsack.A.SetItem(I, J, test::RandomInt(Random, 1, 100));
+    }
+    for (const int I : {0, 1}) Knapsack.A.SetItem(I, 0, test::RandomInt(Random, 100, 300));
+    test::BoundVariables(Knapsack, 1.0);
+    double Expected = 0.0;
+    ASSERT_TRUE(BestWholePoint(Knapsack, 1, Expected));
+    TSimplexAndDualMethod Method = MethodFor(Knapsack);
+    ASSERT_TRUE(Method.Solve());
+    EXPECT_NEAR(Expected, Method.Objective(), 1e-6);
+  }
+}
+
+TEST(BranchAndBound, HandsOutTheBestKnownWhenCutShort) {
+  // The search passes over its first whole solution for a better one that it would meet later than
+  // after 72 programs.
+  const TProgram Program{MatrixOf({{196, 83, 62, 16, 28, 32, 49, 92, 93, 95, 93, 88, 54},
+                                   {244, 88, 42, 54, 5, 79, 58, 97, 90, 50, 7, 26, 55},
+                                   {242, 38, 39, 5, 66, 16, 79, 6, 34, 67, 75, 59, 1}}),
+                         {kAtMost, kAtMost, kAtMost},
+                         {0, 100, 28, 83, 67, 58, 45, 88, 16, 32, 43, 25, 39},
+                         true};
+  const test::TDebugTexts Texts;
+  TSimplexAndDualMethod Method = MethodFor(Program, 72);
+  EXPECT_TRUE(Method.Solve());
+  EXPECT_EQ("TSimplexAndDualMethod: the search ended at its limit", Texts.Last());
+  int Fractional = 0;
+  EXPECT_TRUE(Method.IsInteger(Fractional));
+  EXPECT_TRUE(Program.Holds(Method.X(), 1e-6));
+}
+
 TEST(BranchAndBound, LeavesOtherColumnsFractional) {
   const TProgram Program{MatrixOf({{7, 2, 4}, {2.5, 1, 0}}), {kAtMost, kAtMost}, {0, 1, 1.5}, true};
   TSimplexAndDualMethod Method = MethodFor(Program);
