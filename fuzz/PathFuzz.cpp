@@ -97,6 +97,20 @@ void CheckPlace(const TPath& Path, const TPoints& Points, const TPoint2D& P) {
   }
 }
 
+/// The height at `X`: on the first edge that reaches it, at its start where it is upright.
+void CheckHeight(const TPoints& Points, double X) {
+  double Y = -1.0;
+  const bool IsReached = TPathUtils::CalcYByX(TPathUtils::CreatePath(Points, 1.0), X, Y);
+  for (std::size_t I = 1; I < Points.size(); ++I) {
+    const TPoint2D& P = Points[I - 1];
+    const TPoint2D& Q = Points[I];
+    if (X < std::min(P.X, Q.X) || X > std::max(P.X, Q.X)) continue;
+    const double Off = P.X == Q.X ? Y - P.Y : (Q - P).CrossMul(TPoint2D(X, Y) - P);
+    return Require(IsReached && std::abs(Off) <= 1e-9, "the height on the first edge there");
+  }
+  Require(Points.size() == 1 || !IsReached, "no height beside the path");
+}
+
 /// The parameters, inner ones only, where the path meets the cutter; exact until they are doubles.
 std::set<std::int64_t> CutsOf(const TPoints& Points, const TPoints& Cutter) {
   std::set<std::int64_t> Cuts;
@@ -150,6 +164,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* Data, std::size_t Size
   const TPath Path = TPathUtils::CreatePath(Points, kIntegerScale);
   CheckMeasures(Path, Points);
   CheckPlace(Path, Points, P);
+  CheckHeight(Points, P.X);
   Points.erase(std::unique(Points.begin(), Points.end()), Points.end());
   const TPoints Cutter = fuzz::GridPoints(Bytes, 6, 8);
   if (Points.size() > 1 && Cutter.size() > 1) {
