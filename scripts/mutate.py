@@ -636,8 +636,9 @@ def read_explained():
     if EXPLAINED.exists():
         for line in EXPLAINED.read_text().splitlines():
             if line.startswith("  "):
-                file, code, change = (part.strip() for part in line.split(" | "))
-                explained[(file, code, change)] = reason
+                file, rest = line.split(" | ", 1)
+                code, change = rest.rsplit(" | ", 1)  # the code may hold a bar itself
+                explained[(file.strip(), code.strip(), change.strip())] = reason
             elif line and not line.startswith("#"):
                 reason = line
     return explained
