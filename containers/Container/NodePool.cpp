@@ -27,7 +27,7 @@ void* MapHugePages(std::size_t Bytes) {
   const std::size_t Before = -reinterpret_cast<std::uintptr_t>(Start) % kHugePage;
   char* const Slab = static_cast<char*>(Start) + Before;
   if (Before > 0) munmap(Start, Before);
-  if (Before < kHugePage) munmap(Slab + Bytes, kHugePage - Before);
+  munmap(Slab + Bytes, kHugePage - Before);
   // A hint; the slab serves as well when the system refuses.
   madvise(Slab, Bytes, MADV_HUGEPAGE);
   return Slab;

@@ -116,7 +116,7 @@ TEST(TMChainsScatter, CutsSnapsAndDropsWhatRepeats) {
        2,
        0},
       {"a joint nearer than another end",
-       {{{0, 0}, {5, 0}}, {{5, 0}, {0, 1}}, {{5.03, 0}, {4, 5}}, {{5.12, 0}, {9, -5}}},
+       {{{0, 0}, {5, 0}}, {{5, 0}, {0, 1}}, {{5.06, 0}, {4, 5}}, {{5.14, 0}, {9, -5}}},
        4,
        5,
        0},

@@ -172,6 +172,15 @@ TEST(TTopoLinks, TheOtherObjectOfABridgeComesAlongAndIsAvailableThere) {
   for (const TNodeEdges* Edges : Bridges.Values()) EXPECT_TRUE(Edges->First()->IsAvailable());
 }
 
+TEST(TTopoLinks, AnObjectThatIsNotAvailableDoesNotDangle) {
+  TTopoLinks Links;
+  Links.AddValue(kOrigin, Chain({{0, 0}, {1, 0}}));
+  Links.AddValue({1000, 0}, Chain({{1, 0}, {0, 0}}));
+  Links[{1000, 0}]->First()->SetIsAvailable(false);
+  EXPECT_EQ(1, Links.GetDanglingTopo().Count());
+  EXPECT_FALSE(Links[TIntPoint(1000, 0)]->First()->IsDangling());
+}
+
 TEST(TTopoLinks, SortsNodesAndTheirChains) {
   TTopoLinks Links;
   for (const TPoint2D& P : {TPoint2D(0, 0), TPoint2D(2, 0), TPoint2D(1, -1)}) {
