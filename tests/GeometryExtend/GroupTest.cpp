@@ -144,11 +144,13 @@ TEST(PolyTrees, AreReadWithoutOpenPathsAndNodesWithoutContour) {
   EXPECT_THAT(TPathUtils::PolyTreeToPathsList(Tree), ElementsAre(SizeIs(1)));
   ASSERT_EQ(1, TPathUtils::CreateHPolygons(Tree, 1.0).Count());
   EXPECT_EQ(1, TPathUtils::CreateHPolygons(Tree, 1.0)[0]->Count());
+  EXPECT_EQ(1, TVHPolygonList(Tree, 1.0)[0]->Count());
   TPolyTree OfNothing;
   Bare.Parent = &OfNothing;
   OfNothing.Childs.push_back(&Bare);
   EXPECT_THAT(TPathUtils::PolyTreeToPathsList(OfNothing), IsEmpty());
   EXPECT_TRUE(TPathUtils::CreateHPolygons(OfNothing, 1.0).IsEmpty());
+  EXPECT_TRUE(TVHPolygonList(OfNothing, 1.0).IsEmpty());
 }
 
 TEST(CreateHPolygon, KeepsTheFirstSenseAndTurnsTheOthersAgainstIt) {

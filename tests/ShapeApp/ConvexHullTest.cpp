@@ -168,7 +168,7 @@ TEST(TConvexHullCalculator, LeavingOutDeepPointsChangesNothing) {
       const TPoints Points = HostileSet(Random, Kind, Count);
       TVPoint2DList List(Points);
       EXPECT_EQ(HullOfAllSorted(Points), TConvexHullCalculator::CalcConvexHull(List).Points());
-      for (int I = 0; I < List.Count(); I += 16) List.Insert(I, {NAN, I % 32 ? INFINITY : 1.0});
+      for (int I = 0; I < List.Count(); I += 16) List.Insert(I, {I % 32 ? NAN : -1e90, NAN});
       EXPECT_EQ(HullOfAllSorted(Points), TConvexHullCalculator::CalcConvexHull(List).Points());
     }
   }

@@ -450,5 +450,14 @@ TEST(TVPolyline2DCross, AnEndlessEdgeDoesNotMakeAllHatchLinesNeighbours) {
   EXPECT_EQ(99999U, Lines.size());  // each turn from stroke to stroke lies half on the other's
 }
 
+TEST(TVPolyline2DCross, AWayThatTurnsBackAfterALongStretchCrossesIt) {
+  TVPolyline2D Way;
+  for (int I = 0; I <= 24; ++I) Way.Add({I * 1.0, I * 0.5});
+  Way.Add({10, 20});
+  EXPECT_FALSE(Way.IsSelfIntersect());
+  Way.Add({10, -20});
+  EXPECT_TRUE(Way.IsSelfIntersect());
+}
+
 }  // namespace
 }  // namespace tarnalgo
