@@ -196,8 +196,8 @@ class TCurveMeeting {
     FContacts = std::move(Joined);
   }
 
-  /// Overlaps that go on from piece to piece on both curves are one, and contacts at their ends part
-  /// of them. What begins or ends where a cubic was merely cut is a contact.
+  /// Overlaps that go on from piece to piece on both curves are one, and contacts at their ends are
+  /// part of them. What begins or ends where a cubic was merely cut is a contact.
   void JoinOverlaps() {
     JoinStretches();
     std::erase_if(FContacts,
