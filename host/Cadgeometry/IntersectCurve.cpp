@@ -331,6 +331,13 @@ class TCurveMeeting {
     return {Piece.Eval(Place.At.U2), Piece.CurveParam(Place.At.U2)};
   }
 
+  /// An end of a stretch, which stands at `Index`; by pair of pieces.
+  struct TEnd {
+    TPlace At;
+    std::size_t Index = 0;
+  };
+  using TEnds = std::unordered_multimap<std::uint64_t, TEnd>;
+
   static std::uint64_t PairKey(int Piece1, int Piece2) {
     return static_cast<std::uint64_t>(Piece1) << 32 | static_cast<std::uint32_t>(Piece2);
   }
@@ -341,18 +348,20 @@ class TCurveMeeting {
         FStretches.begin(), FStretches.end(),
         [](const TStretch& L, const TStretch& R) { return IsEarlierOnFirst(L.From, R.From); });
     std::vector<TStretch> Joined;
-    std::unordered_multimap<std::uint64_t, std::size_t> ByEnd;  // positions in `Joined`
+    // Where each ended before it went on, too: at a bend no longer than the tolerance two go on
+    // from there, and one of them leads nowhere.
+    TEnds Ends;
     for (const TStretch& Stretch : FStretches) {
-      TStretch* const Former = FormerOf(Stretch, Joined, ByEnd);
+      TStretch* const Former = FormerOf(Stretch, Joined, Ends);
       if (Former) {
-        Former->To = Stretch.To;
+        if (!IsEarlierOnFirst(Stretch.To, Former->To)) Former->To = Stretch.To;
         if (Gap(Stretch.Best) < Gap(Former->Best)) Former->Best = Stretch.Best;
       } else {
         Joined.push_back(Stretch);
       }
       const TStretch* const Grown = Former ? Former : &Joined.back();
-      ByEnd.emplace(PairKey(Stretch.To.Piece1, Stretch.To.Piece2),
-                    static_cast<std::size_t>(Grown - Joined.data()));
+      const auto Index = static_cast<std::size_t>(Grown - Joined.data());
+      Ends.emplace(PairKey(Stretch.To.Piece1, Stretch.To.Piece2), TEnd{Stretch.To, Index});
     }
     FStretches = std::move(Joined);
   }
@@ -373,25 +382,23 @@ class TCurveMeeting {
   }
 
   /// The stretch that `Next` continues, nullptr where it starts afresh.
-  TStretch* FormerOf(const TStretch& Next, std::vector<TStretch>& Joined,
-                     const std::unordered_multimap<std::uint64_t, std::size_t>& ByEnd) const {
+  TStretch* FormerOf(const TStretch& Next, std::vector<TStretch>& Joined, const TEnds& Ends) const {
     for (int Piece1 = Next.From.Piece1 - 1; Piece1 <= Next.From.Piece1; ++Piece1) {
       for (int Step = -1; Step <= 1; ++Step) {
-        const auto [First, Last] = ByEnd.equal_range(PairKey(Piece1, Next.From.Piece2 + Step));
+        const auto [First, Last] = Ends.equal_range(PairKey(Piece1, Next.From.Piece2 + Step));
         for (auto It = First; It != Last; ++It) {
-          if (GoesOn(Joined[It->second], Next)) return &Joined[It->second];
+          TStretch& Former = Joined[It->second.Index];
+          if (GoesOn(Former.IsForward, It->second.At, Next)) return &Former;
         }
       }
     }
     return nullptr;
   }
 
-  bool GoesOn(const TStretch& Former, const TStretch& Next) const {
-    return Former.IsForward == Next.IsForward &&
-           IsSamePlace(FFirst, Former.To.Piece1, Former.To.At.U1, Next.From.Piece1,
-                       Next.From.At.U1) &&
-           IsSamePlace(FSecond, Former.To.Piece2, Former.To.At.U2, Next.From.Piece2,
-                       Next.From.At.U2);
+  bool GoesOn(bool IsForward, const TPlace& End, const TStretch& Next) const {
+    return IsForward == Next.IsForward &&
+           IsSamePlace(FFirst, End.Piece1, End.At.U1, Next.From.Piece1, Next.From.At.U1) &&
+           IsSamePlace(FSecond, End.Piece2, End.At.U2, Next.From.Piece2, Next.From.At.U2);
   }
 
   /// One place of a curve, seen from one piece or from two neighbours. The two ends of a circle are

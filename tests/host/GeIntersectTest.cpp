@@ -439,6 +439,21 @@ TEST(IntersectCurve, CubicsThatNearEachOtherSlowlyCrossWhereTheyDo) {
   EXPECT_LT(Results[0].OnFirst.Point.DistanceTo(Results[0].OnSecond.Point), 1e-12);
 }
 
+// Both run out, bend back within 1.0002e-6 and return beside themselves: a piece of the bend lies
+// along three pieces of the other, and the overlap once got lost among them.
+TEST(IntersectCurve, AnOverlapGoesOnThroughABendOfTheTolerance) {
+  const TBezierSegment2D Whole({9, 5e-7}, {12000000, 7}, {5e-7, 5e-7}, {5e-7, 5e-7});
+  TBezierSegment2D Half;
+  TBezierSegment2D Rest;
+  Whole.Split(0.5, Half, Rest);
+  for (const TBezierSegment2D& B : {Half, Half.Reversed()}) {
+    const auto Results = Meet(OneBezier(Whole), OneBezier(B));
+    EXPECT_TRUE(std::any_of(Results.begin(), Results.end(), [](const TIntersect2D& Result) {
+      return Result.IsOverlap && Result.OnFirst.Param == 0.0 && Result.EndOnFirst.Param > 0.499999;
+    }));
+  }
+}
+
 TEST(IntersectCurve, TwoCubicsCrossNineTimes) {
   // y = T3(x) and x = T3(y), T3 the Chebyshev polynomial: at the nine roots of T9(x) = x.
   const TGePolyBezier2D A = OneBezier({{-1, -1}, {-1.0 / 3, 5}, {1.0 / 3, -5}, {1, 1}});
