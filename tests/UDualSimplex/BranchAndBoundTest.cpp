@@ -120,6 +120,14 @@ TEST(BranchAndBound, FindsTheBestOfLongSearches) {
     TSimplexAndDualMethod Method = MethodFor(Knapsack);
     ASSERT_TRUE(Method.Solve());
     EXPECT_NEAR(Expected, Method.Objective(), 1e-6);
+    double Before = 0.0;  // a longer search never answers worse
+    for (const int Limit : {34, 40, 45, 50, 60, 90}) {
+      TSimplexAndDualMethod Short = MethodFor(Knapsack, Limit);
+      const double Objective = Short.Solve() ? Short.Objective() : 0.0;
+      EXPECT_LE(Before, Objective + 1e-9);
+      EXPECT_LE(Objective, Expected + 1e-6);
+      Before = Objective;
+    }
   }
 }
 
